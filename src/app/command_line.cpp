@@ -1,0 +1,60 @@
+#include "app/command_line.h"
+
+#include "app/command.h"
+#include "app/output.h"
+
+#include <array>
+
+namespace velmo {
+
+namespace {
+
+// In the order of the overview.
+constexpr std::array<Command, 0> kCommands = {};
+
+QString overview() {
+    QString text = QStringLiteral("Usage: velmo COMMAND [ARGUMENTS]\n\n"
+                                  "Velmo types what you say.\n\n"
+                                  "Commands:\n");
+    for (const Command &command : kCommands) {
+        text += QStringLiteral("  %1 %2\n      %3\n")
+                    .arg(QString(command.name), QString(command.usage), QString(command.summary));
+    }
+    text += QStringLiteral(
+        "\nOptions:\n"
+        "  --help       this overview; after a command, its own\n"
+        "  --version    the version of Velmo\n\n"
+        "Environment:\n"
+        "  VELMO_SERVICE_URL    origin of the service for this run, such as https://velmo.example\n");
+    return text;
+}
+
+int usageError(const QString &message) {
+    printError(message + QStringLiteral("\nTry 'velmo --help'."));
+    return exit_status::usage;
+}
+
+} // namespace
+
+int runCommandLine(Composition &composition, const QStringList &arguments) {
+    if (arguments.isEmpty())
+        return usageError(QStringLiteral("velmo: a command is missing"));
+    const QString &first = arguments.first();
+    if (first == u"--help" || first == u"-h") {
+        print(overview());
+        return exit_status::success;
+    }
+    if (first == u"--version") {
+        print(QStringLiteral("velmo %1\n").arg(QStringLiteral(VELMO_VERSION)));
+        return exit_status::success;
+    }
+    for (const Command &command : kCommands) {
+        if (first == command.name)
+            return command.run(composition, arguments.sliced(1));
+    }
+    if (first.startsWith(u'-'))
+        return usageError(QStringLiteral("velmo: unknown option '%1'").arg(first));
+    return usageError(QStringLiteral("velmo: unknown command '%1'").arg(first));
+}
+
+} // namespace velmo

@@ -1,0 +1,20 @@
+#include "app/command_line.h"
+#include "app/composition.h"
+#include "base/log.h"
+
+#include <QCoreApplication>
+#include <csignal>
+#include <unistd.h>
+
+int main(int argc, char **argv) {
+    // A reader that went away is an answer of write(), not the end of the process.
+    std::signal(SIGPIPE, SIG_IGN);
+
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("velmo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMO_VERSION));
+    velmo::setLogSink(velmo::descriptorLogSink(STDERR_FILENO));
+
+    velmo::Composition composition;
+    return velmo::runCommandLine(composition, QCoreApplication::arguments().sliced(1));
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace velmo {
+
+/// Writes to standard output at once, as UTF-8. Answers false when nobody reads any more (a closed pipe) or
+/// the output is full, so that a long run can end.
+bool print(const QString &text);
+bool print(const QByteArray &bytes);
+
+/// Writes one message and a line end to standard error.
+void printError(const QString &message);
+
+} // namespace velmo

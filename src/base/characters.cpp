@@ -1,0 +1,92 @@
+#include "base/characters.h"
+
+#include <memory>
+#include <unicode/normalizer2.h>
+#include <unicode/ubrk.h>
+#include <unicode/ustring.h>
+#include <unicode/utext.h>
+
+namespace velmo {
+
+namespace {
+
+struct CloseBreaks {
+    void operator()(UBreakIterator *iterator) const { ubrk_close(iterator); }
+};
+
+const UChar *units(QStringView text) {
+    return reinterpret_cast<const UChar *>(text.utf16());
+}
+
+/// The calling thread's own iterator: an iterator has a position and a cache, so threads must not share one.
+UBreakIterator *characterBreaks(QStringView text) {
+    UErrorCode status = U_ZERO_ERROR;
+    thread_local const std::unique_ptr<UBreakIterator, CloseBreaks> iterator(
+        ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+    status = U_ZERO_ERROR;
+    ubrk_setText(iterator.get(), units(text), static_cast<int32_t>(text.size()), &status);
+    return iterator.get();
+}
+
+bool isBlank(QChar character) {
+    return character == u'\t' || character.category() == QChar::Separator_Space;
+}
+
+bool isWhiteSpace(QChar character) {
+    const char16_t unit = character.unicode();
+    const auto category = character.category();
+    return isBlank(character) || (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 ||
+           category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
+}
+
+template <class Predicate>
+QStringView trimmedOf(QStringView text, Predicate drops) {
+    while (!text.isEmpty() && drops(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && drops(text.back()))
+        text.chop(1);
+    return text;
+}
+
+} // namespace
+
+qsizetype characterCount(QStringView text) {
+    UBreakIterator *breaks = characterBreaks(text);
+    qsizetype count = 0;
+    while (ubrk_next(breaks) != UBRK_DONE)
+        ++count;
+    return count;
+}
+
+QStringView firstCharacters(QStringView text, qsizetype count) {
+    UBreakIterator *breaks = characterBreaks(text);
+    int32_t end = 0;
+    for (qsizetype taken = 0; taken < count; ++taken) {
+        const int32_t next = ubrk_next(breaks);
+        if (next == UBRK_DONE)
+            return text;
+        end = next;
+    }
+    return text.first(end);
+}
+
+QStringView trimmed(QStringView text) {
+    return trimmedOf(text, isWhiteSpace);
+}
+
+QStringView trimmedOfBlanks(QStringView text) {
+    return trimmedOf(text, isBlank);
+}
+
+QString composed(const QString &text) {
+    return text.normalized(QString::NormalizationForm_C);
+}
+
+bool precedes(const QString &left, const QString &right) {
+    const QString a = composed(left);
+    const QString b = composed(right);
+    return u_strCompare(units(a), static_cast<int32_t>(a.size()), units(b), static_cast<int32_t>(b.size()),
+                        true) < 0;
+}
+
+} // namespace velmo

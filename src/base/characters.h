@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+/// Characters as people see them: grapheme clusters, by ICU. Wherever Velmo counts, cuts or compares
+/// "characters" it means these, never UTF-16 units: "é" written as two code points is one character, and so
+/// is "👨‍👩‍👧". Case is mapped by the root locale, whole string, full mappings ("ß" → "SS"). All
+/// functions are safe on any thread.
+namespace velmo {
+
+[[nodiscard]] qsizetype characterCount(QStringView text);
+
+/// The first `count` characters, or the whole text when it has fewer. Costs no more than the part it returns.
+[[nodiscard]] QStringView firstCharacters(QStringView text, qsizetype count);
+
+/// Without white space and line breaks at both ends: the Unicode separators (Z*), tab, U+000A to U+000D and
+/// U+0085.
+[[nodiscard]] QStringView trimmed(QStringView text);
+
+/// Without horizontal white space at both ends: the Unicode space separators (Zs) and tab; line breaks stay.
+[[nodiscard]] QStringView trimmedOfBlanks(QStringView text);
+
+/// Canonical composition (NFC).
+[[nodiscard]] QString composed(const QString &text);
+
+/// Ascending order of the composed forms by code points (never by UTF-16 units).
+[[nodiscard]] bool precedes(const QString &left, const QString &right);
+
+} // namespace velmo

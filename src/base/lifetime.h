@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+namespace velmo {
+
+/// Lets deferred work hold its owner weakly. A class that hands out callbacks owns one Lifetime; a guarded
+/// callback does nothing once the owner is gone. The owner must be destroyed on the thread that runs its
+/// guarded callbacks (the main thread), otherwise the check would race with the destruction.
+class Lifetime {
+public:
+    /// Wraps a callback (returning nothing) so that it is skipped after the owner's end.
+    template <class Callback>
+    [[nodiscard]] auto guard(Callback callback) const {
+        return [alive = watch(), callback = std::move(callback)](auto &&...arguments) mutable {
+            if (!alive.expired())
+                callback(std::forward<decltype(arguments)>(arguments)...);
+        };
+    }
+
+    /// Expires with the owner; for work on another thread that touches nothing of the owner.
+    [[nodiscard]] std::weak_ptr<const void> watch() const { return m_token; }
+
+private:
+    std::shared_ptr<const void> m_token = std::make_shared<char>();
+};
+
+} // namespace velmo

@@ -1,0 +1,125 @@
+#include "base/log.h"
+
+#include <array>
+#include <cerrno>
+#include <mutex>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+struct TagText {
+    LogTag tag;
+    QStringView prefix;
+};
+
+constexpr std::array kTagTexts = {
+    TagText{LogTag::Auth, u"🔑 [Auth] "},
+    TagText{LogTag::Dict, u"📖 [Dict] "},
+    TagText{LogTag::Flow, u"🎙️ [Flow] "},
+    TagText{LogTag::FnKey, u"🎙️ [FnKey] "},
+    TagText{LogTag::Hallucination, u"🎙️ [Hallucination] "},
+    TagText{LogTag::History, u"🎙️ [History] "},
+    TagText{LogTag::Hotkey, u"🎙️ [Hotkey] "},
+    TagText{LogTag::Insert, u"🎙️ [Insert] "},
+    TagText{LogTag::Latency, u"⏱️ [Latency] "},
+    TagText{LogTag::Normalize, u"🇳🇴 [Normalize] "},
+    TagText{LogTag::Prefs, u"🎙️ [Prefs] "},
+    TagText{LogTag::Prompt, u"🎙️ [Prompt] "},
+    TagText{LogTag::Recorder, u"🎙️ [Recorder] "},
+    TagText{LogTag::Sync, u"🔄 [Sync] "},
+    TagText{LogTag::TextProcessor, u"🔧 [TextProcessor] "},
+    TagText{LogTag::Tx, u"🎙️ [Tx] "},
+    TagText{LogTag::VelmoMac, u"🎙️ [Velmo Mac] "},
+    TagText{LogTag::VelmoMacSync, u"🔄 [Velmo Mac] "},
+};
+
+QStringView prefixOf(LogTag tag) {
+    for (const TagText &row : kTagTexts) {
+        if (row.tag == tag)
+            return row.prefix;
+    }
+    return {};
+}
+
+bool isLineBreaking(QChar character) {
+    const auto category = character.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph;
+}
+
+QString escaped(QChar character) {
+    switch (character.unicode()) {
+    case u'\n':
+        return QStringLiteral("\\n");
+    case u'\r':
+        return QStringLiteral("\\r");
+    case u'\t':
+        return QStringLiteral("\\t");
+    default:
+        return QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+    }
+}
+
+void appendEscaped(QString &line, const QString &text) {
+    for (const QChar character : text) {
+        if (isLineBreaking(character))
+            line += escaped(character);
+        else
+            line += character;
+    }
+}
+
+struct Sink {
+    std::mutex mutex;
+    LogSink write;
+};
+
+Sink &currentSink() {
+    static Sink sink;
+    return sink;
+}
+
+} // namespace
+
+void log(LogTag tag, const QString &text) {
+    const QStringView prefix = prefixOf(tag);
+    QString line;
+    line.reserve(prefix.size() + text.size());
+    line += prefix;
+    appendEscaped(line, text);
+
+    Sink &sink = currentSink();
+    const std::lock_guard lock(sink.mutex);
+    if (sink.write)
+        sink.write(line);
+}
+
+void setLogSink(LogSink sink) {
+    Sink &current = currentSink();
+    const std::lock_guard lock(current.mutex);
+    current.write = std::move(sink);
+}
+
+LogSink descriptorLogSink(int descriptor) {
+    return [descriptor](const QString &line) {
+        const QByteArray bytes = line.toUtf8() + '\n';
+        qsizetype written = 0;
+        while (written < bytes.size()) {
+            const ssize_t count =
+                ::write(descriptor, bytes.constData() + written, static_cast<size_t>(bytes.size() - written));
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count <= 0)
+                return;
+            written += count;
+        }
+    };
+}
+
+QString fixed(double value, int decimals) {
+    return QString::number(value, 'f', decimals);
+}
+
+} // namespace velmo

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace velmo {
+
+/// A moment of the wall clock, as it is stored and shown.
+using Date = std::chrono::system_clock::time_point;
+
+/// Seconds between two moments as a floating-point number.
+[[nodiscard]] inline double secondsBetween(Date from, Date to) {
+    return std::chrono::duration<double>(to - from).count();
+}
+
+/// Milliseconds between two moments as a floating-point number.
+[[nodiscard]] inline double millisecondsBetween(Date from, Date to) {
+    return std::chrono::duration<double, std::milli>(to - from).count();
+}
+
+/// Time, and the main thread's queue of tasks. All published state is changed in tasks of this queue, so it
+/// puts every change in one order. Tests use a twin that is moved by hand.
+class MainQueue {
+public:
+    using Task = std::function<void()>;
+
+    /// A delayed task that somebody owns: dropping it cancels the task. Owned and dropped on the main thread.
+    class DelayedTask {
+    public:
+        DelayedTask() = default;
+        DelayedTask(const DelayedTask &) = delete;
+        DelayedTask &operator=(const DelayedTask &) = delete;
+        virtual ~DelayedTask() = default;
+    };
+    using Timer = std::unique_ptr<DelayedTask>;
+
+    MainQueue() = default;
+    MainQueue(const MainQueue &) = delete;
+    MainQueue &operator=(const MainQueue &) = delete;
+    virtual ~MainQueue() = default;
+
+    /// Runs the task later on the main thread, after every task posted before it. Any thread.
+    virtual void post(Task task) = 0;
+
+    /// Runs the task on the main thread once the delay has passed, unless the handle is dropped first. Main
+    /// thread.
+    [[nodiscard]] virtual Timer after(std::chrono::milliseconds delay, Task task) = 0;
+
+    /// The wall clock. Any thread.
+    [[nodiscard]] virtual Date now() const = 0;
+
+    /// A clock that never goes back, counted from some fixed moment. Any thread.
+    [[nodiscard]] virtual std::chrono::nanoseconds uptime() const = 0;
+};
+
+} // namespace velmo

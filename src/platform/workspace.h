@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace velmo {
+
+/// What else runs on the desktop.
+class Workspace {
+public:
+    Workspace() = default;
+    Workspace(const Workspace &) = delete;
+    Workspace &operator=(const Workspace &) = delete;
+    virtual ~Workspace() = default;
+
+    /// The name, as people know it, of the application that has focus; nothing when none has or it is
+    /// unnamed. Main thread; answers from what is known already and never waits for another program.
+    [[nodiscard]] virtual std::optional<QString> frontmostApplicationName() const = 0;
+};
+
+} // namespace velmo

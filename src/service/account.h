@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace velmo {
+
+/// Where requests get the session token from.
+class TokenSource {
+public:
+    TokenSource() = default;
+    TokenSource(const TokenSource &) = delete;
+    TokenSource &operator=(const TokenSource &) = delete;
+    virtual ~TokenSource() = default;
+
+    /// The session token as the keychain holds it now, or nothing. May wait for the keychain, at most a
+    /// second, so it is never called on the main thread. Any other thread.
+    [[nodiscard]] virtual std::optional<QString> authToken() = 0;
+
+    /// A dictation has begun and will need the token: begins to read it. Main thread; returns at once.
+    virtual void prepareToken() = 0;
+};
+
+/// Whether somebody is signed in. Main thread.
+class Account {
+public:
+    Account() = default;
+    Account(const Account &) = delete;
+    Account &operator=(const Account &) = delete;
+    virtual ~Account() = default;
+
+    [[nodiscard]] virtual bool isLoggedIn() const = 0;
+};
+
+/// Counts dictations at the service.
+class StatisticsReporter {
+public:
+    StatisticsReporter() = default;
+    StatisticsReporter(const StatisticsReporter &) = delete;
+    StatisticsReporter &operator=(const StatisticsReporter &) = delete;
+    virtual ~StatisticsReporter() = default;
+
+    /// Adds the words of one dictation. Main thread; returns at once, a failure is only logged.
+    virtual void incrementStats(qsizetype words) = 0;
+};
+
+} // namespace velmo

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "service/account.h"
+
+namespace velmo {
+
+/// The account of a person who has none: no token, nothing to report.
+class NobodySignedIn final : public Account, public TokenSource, public StatisticsReporter {
+public:
+    [[nodiscard]] bool isLoggedIn() const override { return false; }
+    [[nodiscard]] std::optional<QString> authToken() override { return std::nullopt; }
+    void prepareToken() override {}
+    void incrementStats(qsizetype) override {}
+};
+
+} // namespace velmo
