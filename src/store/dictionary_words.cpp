@@ -1,0 +1,73 @@
+#include "store/dictionary_words.h"
+
+#include "base/json.h"
+#include "store/preference_keys.h"
+
+namespace velmo {
+
+namespace {
+
+constexpr QLatin1StringView kWord{"word"};
+
+/// The strings of an array that holds nothing else.
+std::optional<QStringList> strings(const QJsonArray &array) {
+    QStringList list;
+    for (const QJsonValueConstRef element : array) {
+        if (!element.isString())
+            return std::nullopt;
+        list.append(element.toString());
+    }
+    return list;
+}
+
+} // namespace
+
+QStringList parseDictionary(const QString &stored) {
+    const auto objects = json::arrayOfObjects(stored.toUtf8());
+    if (!objects)
+        return {};
+    QStringList words;
+    words.reserve(objects->size());
+    for (const QJsonValueConstRef element : *objects) {
+        if (auto word = json::string(element.toObject(), kWord))
+            words.append(std::move(*word));
+    }
+    return words;
+}
+
+QString serialiseDictionary(const QStringList &words) {
+    QJsonArray objects;
+    for (const QString &word : words)
+        objects.append(QJsonObject{{kWord, word}});
+    return QString::fromUtf8(json::compact(objects));
+}
+
+LearnedWords parseLearnedWords(const QString &stored) {
+    const QJsonObject object = json::object(stored.toUtf8()).value_or(QJsonObject());
+    LearnedWords learned;
+    for (auto member = object.begin(); member != object.end(); ++member) {
+        auto words = member.value().isArray() ? strings(member.value().toArray()) : std::nullopt;
+        if (!words)
+            return {};
+        learned.emplace(member.key(), std::move(*words));
+    }
+    return learned;
+}
+
+QStringList dictionaryWords(const Preferences &preferences) {
+    return parseDictionary(preferences.string(keys::dictionary).value_or(QString()));
+}
+
+QStringList learnedWords(const Preferences &preferences, const QStringList &languages) {
+    const LearnedWords learned =
+        parseLearnedWords(preferences.string(keys::learnedWords).value_or(QString()));
+    QStringList words;
+    for (const QString &language : languages) {
+        const auto found = learned.find(language);
+        if (found != learned.end())
+            words.append(found->second);
+    }
+    return words;
+}
+
+} // namespace velmo
