@@ -1,5 +1,7 @@
 #include "base/characters.h"
 
+#include "base/icu_text.h"
+
 #include <memory>
 #include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
@@ -14,17 +16,13 @@ struct CloseBreaks {
     void operator()(UBreakIterator *iterator) const { ubrk_close(iterator); }
 };
 
-const UChar *units(QStringView text) {
-    return reinterpret_cast<const UChar *>(text.utf16());
-}
-
 /// The calling thread's own iterator: an iterator has a position and a cache, so threads must not share one.
 UBreakIterator *characterBreaks(QStringView text) {
     UErrorCode status = U_ZERO_ERROR;
     thread_local const std::unique_ptr<UBreakIterator, CloseBreaks> iterator(
         ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
     status = U_ZERO_ERROR;
-    ubrk_setText(iterator.get(), units(text), static_cast<int32_t>(text.size()), &status);
+    ubrk_setText(iterator.get(), icu::units(text), icu::length(text), &status);
     return iterator.get();
 }
 
@@ -85,8 +83,7 @@ QString composed(const QString &text) {
 bool precedes(const QString &left, const QString &right) {
     const QString a = composed(left);
     const QString b = composed(right);
-    return u_strCompare(units(a), static_cast<int32_t>(a.size()), units(b), static_cast<int32_t>(b.size()),
-                        true) < 0;
+    return u_strCompare(icu::units(a), icu::length(a), icu::units(b), icu::length(b), true) < 0;
 }
 
 } // namespace velmo

@@ -5,8 +5,7 @@
 
 /// Characters as people see them: grapheme clusters, by ICU. Wherever Velmo counts, cuts or compares
 /// "characters" it means these, never UTF-16 units: "é" written as two code points is one character, and so
-/// is "👨‍👩‍👧". Case is mapped by the root locale, whole string, full mappings ("ß" → "SS"). All
-/// functions are safe on any thread.
+/// is "👨‍👩‍👧". All functions are safe on any thread.
 namespace velmo {
 
 [[nodiscard]] qsizetype characterCount(QStringView text);
