@@ -80,10 +80,14 @@ QString composed(const QString &text) {
     return text.normalized(QString::NormalizationForm_C);
 }
 
+bool precedesByCodePoints(QStringView left, QStringView right) {
+    constexpr UBool byCodePoints = true;
+    return u_strCompare(icu::units(left), icu::length(left), icu::units(right), icu::length(right),
+                        byCodePoints) < 0;
+}
+
 bool precedes(const QString &left, const QString &right) {
-    const QString a = composed(left);
-    const QString b = composed(right);
-    return u_strCompare(icu::units(a), icu::length(a), icu::units(b), icu::length(b), true) < 0;
+    return precedesByCodePoints(composed(left), composed(right));
 }
 
 } // namespace velmo

@@ -23,7 +23,10 @@ namespace velmo {
 /// Canonical composition (NFC).
 [[nodiscard]] QString composed(const QString &text);
 
-/// Ascending order of the composed forms by code points (never by UTF-16 units).
+/// Ascending order by code points (never by UTF-16 units).
+[[nodiscard]] bool precedesByCodePoints(QStringView left, QStringView right);
+
+/// The same of the composed forms: the order in which Velmo sorts words.
 [[nodiscard]] bool precedes(const QString &left, const QString &right);
 
 } // namespace velmo
