@@ -14,7 +14,7 @@ std::optional<Kind> ofKind(const std::optional<PreferenceValue> &value) {
 } // namespace
 
 bool Preferences::set(const QString &key, PreferenceValue value) {
-    return change(key, [&](const auto &) { return std::optional(std::move(value)); });
+    return change(key, [&](const auto &) { return std::optional(value); });
 }
 
 bool Preferences::remove(const QString &key) {
