@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+
+namespace velmo {
+
+/// Listens ahead of a recording. People speak while they press the trigger, and whether the press is a gesture is
+/// only known later; so the press opens the microphone, in memory alone, and a recording that begins starts with
+/// what was heard since the latest press. Nothing is written, and nothing kept, of a press that turns out to be no
+/// gesture. Main thread; returns at once; a microphone that cannot be opened is silently not listened to, because
+/// starting the recording tries again and says why.
+///
+///     press, held 0.3 s                  press(t1), then Recorder::startRecording()
+///     press, release, press, release     press(t1), press(t2), then Recorder::startRecording(): heard since t2
+///     press, release, nothing more       press(t1), then drop() when a second press would come too late
+///     press, another key                 press(t1), then drop()
+class ArmedCapture {
+public:
+    ArmedCapture() = default;
+    ArmedCapture(const ArmedCapture &) = delete;
+    ArmedCapture &operator=(const ArmedCapture &) = delete;
+    virtual ~ArmedCapture() = default;
+
+    /// The trigger went down at that moment of `MainQueue::uptime()`. Opens the microphone, or goes on listening
+    /// when an earlier press opened it. Does nothing while a recording runs.
+    virtual void press(std::chrono::nanoseconds at) = 0;
+
+    /// The press was nothing: closes the microphone and forgets what was heard. Leaves a running recording alone;
+    /// may be called when nothing was pressed.
+    virtual void drop() = 0;
+};
+
+} // namespace velmo
