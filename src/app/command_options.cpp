@@ -1,0 +1,31 @@
+#include "app/command_options.h"
+
+#include "app/output.h"
+
+namespace velmo {
+
+CommandOptions::CommandOptions(const Command &command) : m_command(command) {
+    m_parser.setApplicationDescription(QString(command.summary));
+    m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
+}
+
+std::optional<int> CommandOptions::read(const QStringList &arguments) {
+    const QString program = QStringLiteral("velmo ") + m_command.name;
+    if (!m_parser.parse(QStringList{program} + arguments))
+        return usageError(m_parser.errorText());
+    if (!m_parser.isSet(QStringLiteral("help")))
+        return std::nullopt;
+    // Without declared operands Qt writes a usage line of its own; the command's is put in its place.
+    QString help = m_parser.helpText();
+    help.replace(0, help.indexOf(u'\n'),
+                 QStringLiteral("Usage: %1 [OPTIONS] %2").arg(program, QString(m_command.usage)));
+    print(help);
+    return exit_status::success;
+}
+
+int CommandOptions::usageError(const QString &message) const {
+    printError(QStringLiteral("velmo %1: %2\nTry 'velmo %1 --help'.").arg(QString(m_command.name), message));
+    return exit_status::usage;
+}
+
+} // namespace velmo
