@@ -20,6 +20,11 @@ namespace velmo::json {
 /// The member of that name when it is a string.
 [[nodiscard]] std::optional<QString> string(const QJsonObject &object, QLatin1StringView member);
 
+/// The member of that name of the outermost object when it is written as an integer that fits 64 bits: 12, but
+/// neither 12.0 nor 1e3 nor "12" nor true. It takes the text, since a parsed number no longer tells how it was
+/// written.
+[[nodiscard]] std::optional<qint64> integer(const QByteArray &objectText, QLatin1StringView member);
+
 /// Without any white space, as UTF-8.
 [[nodiscard]] QByteArray compact(const QJsonObject &object);
 [[nodiscard]] QByteArray compact(const QJsonArray &array);
