@@ -13,18 +13,24 @@
 
 namespace velmo {
 
-/// When an exchange is given up. Time-outs of connecting and of the name look-up count as the same time-out.
+/// When an exchange is given up. Looking the name up and connecting count towards both limits.
 struct HttpLimits {
-    std::chrono::milliseconds whole;               ///< From start to the last byte of the reply.
-    std::optional<std::chrono::milliseconds> idle; ///< Without a byte either way; absent: no such limit.
+    std::chrono::milliseconds whole; ///< From start to the last byte of the reply.
+
+    /// Without progress either way: no byte of the request taken by the connection, no line of the reply's
+    /// head and no byte of its body received. Absent: no such limit.
+    std::optional<std::chrono::milliseconds> idle;
 };
 
-/// One exchange. Headers go out as given, in order; the client adds only Host, User-Agent and, with a body,
-/// Content-Length.
+using HttpHeaders = std::vector<std::pair<QByteArray, QByteArray>>;
+
+/// One exchange. Headers go out as given, in order; the client adds only Host, User-Agent and, where there is
+/// or could be a body, Content-Length. Control characters cannot stand in a header and are left out of it, so
+/// a value from outside cannot become a header of its own.
 struct HttpRequest {
-    QByteArray method; ///< "GET", "POST", "PUT".
-    QString url;
-    std::vector<std::pair<QByteArray, QByteArray>> headers;
+    QByteArray method; ///< "GET", "POST", "PUT"; a POST or PUT without a body has the length 0.
+    QString url;       ///< http or https, without user or password.
+    HttpHeaders headers;
     std::optional<QByteArray> body;
     HttpLimits limits;
 };
@@ -48,16 +54,22 @@ struct TransportFailure {
 
 using HttpOutcome = Result<HttpReply, TransportFailure>;
 
-/// Exchanges with a server, by libcurl in a thread of its own. Redirects are never followed, nothing is sent
-/// twice, certificates are verified, a proxy is never used for this machine, reply bodies over 16 MiB are
-/// refused.
+struct HttpClientOptions {
+    /// A PEM file of the authorities whose certificates are trusted; empty: those of the system.
+    QString certificateAuthorities;
+};
+
+/// Exchanges with a server, by libcurl in a thread of its own. Redirects are never followed, certificates are
+/// verified, a proxy is never used for this machine, reply bodies over 16 MiB are refused. Nothing is sent
+/// twice: where a kept-alive connection dies before the answer the server may have acted on the request, so
+/// the exchange ends as a lost connection.
 class HttpClient {
 public:
     /// Called exactly once, on the client's thread, also for every failure and for exchanges cut off by the
-    /// end of the client. It must not wait.
+    /// end of the client. It must not wait; it may send, but not destroy the client.
     using Completion = std::function<void(HttpOutcome)>;
 
-    HttpClient();
+    explicit HttpClient(HttpClientOptions options = {});
     HttpClient(const HttpClient &) = delete;
     HttpClient &operator=(const HttpClient &) = delete;
     /// Ends running exchanges (their completions report a lost connection) and waits for the thread.
@@ -70,8 +82,8 @@ public:
     /// root that carries no header of ours but the user agent. Its outcome is ignored. Any thread.
     void warm(const QString &origin);
 
-    /// Waits until every exchange begun so far (warming aside) has called its completion. Not on the client's
-    /// thread.
+    /// Waits until every exchange begun so far, and every one their completions begin (warming aside), has
+    /// called its completion. Not on the client's thread.
     void waitUntilIdle();
 
 private:
