@@ -13,4 +13,8 @@ Q_ENUM_NS(State)
 
 [[nodiscard]] QString nameOf(State state);
 
+/// The gesture a recording runs by: none, the trigger key is held, or two taps (or the hot key) began it.
+enum class RecordingMode { none, pushToTalk, handsFree };
+Q_ENUM_NS(RecordingMode)
+
 } // namespace velmo
