@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace velmo::testing {
+
+/// Waits, with the event loop running, until the condition holds; false when it does not within a time that
+/// is long even on a busy machine.
+[[nodiscard]] bool waitUntil(const std::function<bool()> &condition,
+                             std::chrono::milliseconds limit = std::chrono::seconds(30));
+
+/// A program on a private display. It is killed with the object, and when the test itself is.
+class DisplayProgram {
+public:
+    DisplayProgram(const QString &display, const QString &program, const QStringList &arguments);
+    DisplayProgram(const DisplayProgram &) = delete;
+    DisplayProgram &operator=(const DisplayProgram &) = delete;
+    ~DisplayProgram();
+
+    [[nodiscard]] QProcess &process() { return m_process; }
+    void write(const QByteArray &input);
+    /// All of what it prints until it ends; fails the test when it does not end.
+    [[nodiscard]] QByteArray outputUntilEnd();
+    void signal(int number) const;
+
+private:
+    QProcess m_process;
+};
+
+/// A private X server, one screen of 1280 × 800, no window manager until one is asked for.
+class Xvfb {
+public:
+    Xvfb();
+
+    [[nodiscard]] const QString &display() const { return m_display; } ///< ":7"
+    void startWindowManager();
+    [[nodiscard]] std::unique_ptr<DisplayProgram> start(const QString &program, const QStringList &arguments);
+
+private:
+    DisplayProgram m_server;
+    QString m_display;
+    std::unique_ptr<DisplayProgram> m_windowManager;
+};
+
+} // namespace velmo::testing
