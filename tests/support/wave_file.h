@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+#include <span>
+#include <vector>
+
+namespace velmo::testing {
+
+/// A sound file as other programs read it.
+struct WaveFile {
+    int sampleRate = 0;
+    int channels = 0;
+    bool is16BitWave = false;
+    std::vector<float> samples;
+};
+
+/// Everything zero when the file is not readable sound.
+[[nodiscard]] WaveFile readWave(const QString &path);
+
+/// The root mean square.
+[[nodiscard]] double loudness(std::span<const float> samples);
+
+} // namespace velmo::testing
