@@ -2,11 +2,13 @@
 
 #include "base/icu_text.h"
 
+#include <algorithm>
 #include <memory>
 #include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
 #include <unicode/ustring.h>
 #include <unicode/utext.h>
+#include <vector>
 
 namespace velmo {
 
@@ -88,6 +90,27 @@ bool precedesByCodePoints(QStringView left, QStringView right) {
 
 bool precedes(const QString &left, const QString &right) {
     return precedesByCodePoints(composed(left), composed(right));
+}
+
+QStringList inOrder(const QStringList &words) {
+    struct Word {
+        QString composed;
+        QString spelling;
+    };
+    std::vector<Word> sorted;
+    sorted.reserve(static_cast<std::size_t>(words.size()));
+    for (const QString &word : words)
+        sorted.push_back({composed(word), word});
+    std::sort(sorted.begin(), sorted.end(), [](const Word &left, const Word &right) {
+        if (left.composed == right.composed)
+            return precedesByCodePoints(left.spelling, right.spelling);
+        return precedesByCodePoints(left.composed, right.composed);
+    });
+    QStringList spellings;
+    spellings.reserve(words.size());
+    for (Word &word : sorted)
+        spellings.append(std::move(word.spelling));
+    return spellings;
 }
 
 } // namespace velmo

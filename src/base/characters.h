@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 /// Characters as people see them: grapheme clusters, by ICU. Wherever Velmo counts, cuts or compares
@@ -28,5 +29,8 @@ namespace velmo {
 
 /// The same of the composed forms: the order in which Velmo sorts words.
 [[nodiscard]] bool precedes(const QString &left, const QString &right);
+
+/// The words in that order; canonically equal ones by their own code points.
+[[nodiscard]] QStringList inOrder(const QStringList &words);
 
 } // namespace velmo
