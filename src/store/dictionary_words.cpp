@@ -20,6 +20,12 @@ std::optional<QStringList> strings(const QJsonArray &array) {
     return list;
 }
 
+/// The stored text of a list, whatever stands in its place.
+QString textOf(const std::optional<PreferenceValue> &stored) {
+    const auto *text = stored ? std::get_if<QString>(&*stored) : nullptr;
+    return text ? *text : QString();
+}
+
 } // namespace
 
 QStringList parseDictionary(const QString &stored) {
@@ -58,9 +64,35 @@ QStringList dictionaryWords(const Preferences &preferences) {
     return parseDictionary(preferences.string(keys::dictionary).value_or(QString()));
 }
 
+WordAddition addDictionaryWord(Preferences &preferences, const QString &word) {
+    auto addition = WordAddition::Added;
+    const bool stored = preferences.change(
+        keys::dictionary, [&](const std::optional<PreferenceValue> &value) -> std::optional<PreferenceValue> {
+            QStringList words = parseDictionary(textOf(value));
+            if (words.contains(word)) {
+                addition = WordAddition::AlreadyThere;
+                return value;
+            }
+            words.append(word);
+            return serialiseDictionary(words);
+        });
+    return stored ? addition : WordAddition::NotStored;
+}
+
+void removeDictionaryWord(Preferences &preferences, const QString &word) {
+    preferences.change(keys::dictionary, [&](const std::optional<PreferenceValue> &value) {
+        QStringList words = parseDictionary(textOf(value));
+        words.removeAll(word);
+        return PreferenceValue(serialiseDictionary(words));
+    });
+}
+
+LearnedWords learnedWords(const Preferences &preferences) {
+    return parseLearnedWords(preferences.string(keys::learnedWords).value_or(QString()));
+}
+
 QStringList learnedWords(const Preferences &preferences, const QStringList &languages) {
-    const LearnedWords learned =
-        parseLearnedWords(preferences.string(keys::learnedWords).value_or(QString()));
+    const LearnedWords learned = learnedWords(preferences);
     QStringList words;
     for (const QString &language : languages) {
         const auto found = learned.find(language);

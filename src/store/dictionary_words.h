@@ -25,6 +25,21 @@ using LearnedWords = std::map<QString, QStringList>;
 /// The words of the stored dictionary.
 [[nodiscard]] QStringList dictionaryWords(const Preferences &preferences);
 
+enum class WordAddition {
+    Added,
+    AlreadyThere, ///< A word of exactly the same letters is in the dictionary; nothing changed.
+    NotStored,    ///< The preferences could not be written.
+};
+
+/// Puts a word at the end of the stored dictionary.
+WordAddition addDictionaryWord(Preferences &preferences, const QString &word);
+
+/// Takes every copy of exactly that word out of the stored dictionary.
+void removeDictionaryWord(Preferences &preferences, const QString &word);
+
+/// All learned words, by language code.
+[[nodiscard]] LearnedWords learnedWords(const Preferences &preferences);
+
 /// The learned words of the given languages, in the order of the languages. The codes themselves are no
 /// words.
 [[nodiscard]] QStringList learnedWords(const Preferences &preferences, const QStringList &languages);

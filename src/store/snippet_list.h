@@ -1,0 +1,34 @@
+#pragma once
+
+#include "store/preferences.h"
+#include "store/snippet_entries.h"
+
+#include <QList>
+
+/// The list of snippets as a person keeps it.
+namespace velmo {
+
+/// The snippets of a list in its stored form, in list order. A text that is no array of objects with a string "id",
+/// "trigger" and "expansion" each holds none.
+[[nodiscard]] QList<SnippetEntry> parseSnippets(const QString &stored);
+
+/// The stored form of a list.
+[[nodiscard]] QString serialiseSnippets(const QList<SnippetEntry> &snippets);
+
+/// The stored list.
+[[nodiscard]] QList<SnippetEntry> snippets(const Preferences &preferences);
+
+/// Puts a snippet with a fresh identifier at the end of the stored list.
+void addSnippet(Preferences &preferences, const QString &trigger, const QString &expansion);
+
+/// Gives the first snippet of that identifier in the stored list another trigger and expansion; place and identifier
+/// stay. A synchronisation may have renewed the identifiers since the snippet was read: where the one given is gone,
+/// a snippet that still says the same is meant.
+/// @return false when there is none; nothing is stored then.
+bool editSnippet(Preferences &preferences, const SnippetEntry &snippet, const QString &trigger,
+                 const QString &expansion);
+
+/// Removes every snippet of that identifier from the stored list; where it is gone, those that say the same.
+void removeSnippet(Preferences &preferences, const SnippetEntry &snippet);
+
+} // namespace velmo
