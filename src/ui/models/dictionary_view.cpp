@@ -1,0 +1,133 @@
+#include "ui/models/dictionary_view.h"
+
+#include "base/case_mapping.h"
+#include "base/characters.h"
+#include "base/collation.h"
+#include "service/account.h"
+#include "service/list_pushes.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+
+#include <QCoreApplication>
+
+namespace velmo {
+
+namespace {
+
+QString languageName(const QString &code) {
+    struct Language {
+        QLatin1StringView code;
+        const char *name;
+    };
+    static constexpr Language languages[] = {
+        {QLatin1StringView("no"), QT_TRANSLATE_NOOP("Languages", "Norwegian")},
+        {QLatin1StringView("sv"), QT_TRANSLATE_NOOP("Languages", "Swedish")},
+        {QLatin1StringView("da"), QT_TRANSLATE_NOOP("Languages", "Danish")},
+        {QLatin1StringView("fi"), QT_TRANSLATE_NOOP("Languages", "Finnish")},
+        {QLatin1StringView("en"), QT_TRANSLATE_NOOP("Languages", "English")},
+    };
+    for (const Language &language : languages) {
+        if (code == language.code)
+            return QCoreApplication::translate("Languages", language.name);
+    }
+    return code;
+}
+
+} // namespace
+
+QHash<int, QByteArray> WordRows::roleNames() const {
+    return {{Qt::DisplayRole, "word"}};
+}
+
+QVariant WordRows::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole)
+        return {};
+    return rows().at(index.row());
+}
+
+DictionaryView::DictionaryView(const ListPage &page) : m_page(page) {
+    m_page.watch.watch(keys::dictionary);
+    m_page.watch.watch(keys::learnedWords);
+    connect(&m_page.watch, &PreferenceWatch::changed, this, [this](const QString &key) {
+        if (key == keys::dictionary)
+            loadWords();
+        else if (key == keys::learnedWords)
+            loadLearnedWords();
+    });
+    loadWords();
+    loadLearnedWords();
+}
+
+void DictionaryView::setNewWord(const QString &text) {
+    if (m_newWord == text)
+        return;
+    m_newWord = text;
+    Q_EMIT newWordChanged();
+}
+
+bool DictionaryView::canAdd() const {
+    return !trimmedOfBlanks(m_newWord).isEmpty();
+}
+
+void DictionaryView::setSearchText(const QString &text) {
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    filter();
+    Q_EMIT searchTextChanged();
+}
+
+void DictionaryView::addWord() {
+    const QString word = trimmedOfBlanks(m_newWord).toString();
+    if (word.isEmpty())
+        return;
+    const WordAddition addition = addDictionaryWord(m_page.preferences, word);
+    loadWords();
+    if (addition != WordAddition::Added)
+        return;
+    setNewWord(QString());
+    push();
+}
+
+void DictionaryView::removeWord(const QString &word) {
+    removeDictionaryWord(m_page.preferences, word);
+    loadWords();
+    push();
+}
+
+void DictionaryView::loadWords() {
+    QStringList words = dictionaryWords(m_page.preferences);
+    if (words == m_words)
+        return;
+    m_words = std::move(words);
+    m_wordsInOrder = inOrder(m_words);
+    filter();
+    Q_EMIT wordsChanged();
+}
+
+void DictionaryView::loadLearnedWords() {
+    QList<LearnedWordGroup> groups;
+    for (const auto &[code, words] : velmo::learnedWords(m_page.preferences))
+        groups.append({upperCased(languageName(code)), words});
+    if (groups == m_learnedWords)
+        return;
+    m_learnedWords = groups;
+    Q_EMIT learnedWordsChanged();
+}
+
+void DictionaryView::filter() {
+    CollationSearch search(m_page.collation, m_searchText);
+    QStringList found;
+    for (const QString &word : std::as_const(m_wordsInOrder)) {
+        if (search.isPartOf(word))
+            found.append(word);
+    }
+    m_filteredWords.setRows(found);
+}
+
+void DictionaryView::push() {
+    if (m_page.account.isLoggedIn())
+        m_page.pushes.pushDictionary();
+}
+
+} // namespace velmo

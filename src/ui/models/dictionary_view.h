@@ -1,0 +1,94 @@
+#pragma once
+
+#include "store/dictionary_words.h"
+#include "ui/models/list_page.h"
+#include "ui/models/row_model.h"
+
+namespace velmo {
+
+/// Words as rows of a view; the role "word".
+class WordRows final : public RowModel<QString, QString> {
+public:
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    [[nodiscard]] QString keyOf(const QString &word) const override { return word; }
+};
+
+/// The learned words of one language.
+struct LearnedWordGroup {
+    Q_GADGET
+    Q_PROPERTY(QString heading MEMBER heading)
+    Q_PROPERTY(QStringList words MEMBER words)
+
+public:
+    QString heading; ///< The name of the language in capitals.
+    QStringList words;
+
+    bool operator==(const LearnedWordGroup &) const = default;
+};
+
+/// The dictionary page: custom words that can be added, found and removed, and the learned words by language. Every
+/// change applies to the dictionary as it is stored at that moment and is then pushed to the account; what another
+/// page, process or a synchronisation changes appears by itself. Main thread.
+class DictionaryView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(qsizetype wordCount READ wordCount NOTIFY wordsChanged)
+    Q_PROPERTY(QAbstractItemModel *filteredWords READ filteredWords CONSTANT)
+    Q_PROPERTY(QString newWord READ newWord WRITE setNewWord NOTIFY newWordChanged)
+    Q_PROPERTY(bool canAdd READ canAdd NOTIFY newWordChanged)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    Q_PROPERTY(QList<velmo::LearnedWordGroup> learnedWords READ learnedWords NOTIFY learnedWordsChanged)
+
+public:
+    explicit DictionaryView(const ListPage &page);
+
+    /// In stored order.
+    [[nodiscard]] const QStringList &words() const { return m_words; }
+    [[nodiscard]] qsizetype wordCount() const { return m_words.size(); }
+
+    /// The words that contain the search text, in ascending order of their code points.
+    [[nodiscard]] WordRows *filteredWords() { return &m_filteredWords; }
+
+    /// The text of the input field.
+    [[nodiscard]] const QString &newWord() const { return m_newWord; }
+    void setNewWord(const QString &text);
+    /// Whether there is more than blanks in the field.
+    [[nodiscard]] bool canAdd() const;
+
+    [[nodiscard]] const QString &searchText() const { return m_searchText; }
+    void setSearchText(const QString &text);
+
+    /// By language code.
+    [[nodiscard]] const QList<LearnedWordGroup> &learnedWords() const { return m_learnedWords; }
+
+    /// Adds what stands in the input field, trimmed of blanks, and clears the field. A word that is there already, or
+    /// that could not be stored, stays in the field.
+    Q_INVOKABLE void addWord();
+
+    /// Removes every copy of exactly that word.
+    Q_INVOKABLE void removeWord(const QString &word);
+
+Q_SIGNALS:
+    void wordsChanged();
+    void newWordChanged();
+    void searchTextChanged();
+    void learnedWordsChanged();
+
+private:
+    void loadWords();
+    void loadLearnedWords();
+    void filter();
+    void push();
+
+    ListPage m_page;
+    QStringList m_words;
+    QStringList m_wordsInOrder;
+    QString m_newWord;
+    QString m_searchText;
+    QList<LearnedWordGroup> m_learnedWords;
+    WordRows m_filteredWords;
+};
+
+} // namespace velmo

@@ -1,0 +1,20 @@
+#pragma once
+
+namespace velmo {
+
+class Account;
+class Collation;
+class ListPushes;
+class PreferenceWatch;
+class Preferences;
+
+/// What the pages of stored lists work with; all of it outlives them.
+struct ListPage {
+    Preferences &preferences;
+    PreferenceWatch &watch;
+    const Collation &collation; ///< Of the person's locale.
+    Account &account;
+    ListPushes &pushes;
+};
+
+} // namespace velmo

@@ -1,0 +1,139 @@
+#include "ui/models/snippets_view.h"
+
+#include "base/collation.h"
+#include "service/account.h"
+#include "service/list_pushes.h"
+#include "store/preference_watch.h"
+#include "store/snippet_list.h"
+
+#include <algorithm>
+
+namespace velmo {
+
+QHash<int, QByteArray> SnippetRows::roleNames() const {
+    return {{TriggerRole, "trigger"}, {ExpansionRole, "expansion"}};
+}
+
+QVariant SnippetRows::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const SnippetEntry &snippet = rows().at(index.row());
+    if (role == TriggerRole)
+        return snippet.trigger;
+    return role == ExpansionRole ? QVariant(snippet.expansion) : QVariant();
+}
+
+SnippetsView::SnippetsView(const ListPage &page) : m_page(page) {
+    m_page.watch.watch(storageKey);
+    connect(&m_page.watch, &PreferenceWatch::changed, this, [this](const QString &key) {
+        if (key == storageKey)
+            load();
+    });
+    load();
+}
+
+SnippetsView::~SnippetsView() = default;
+
+void SnippetsView::setSearchText(const QString &text) {
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    filter();
+    Q_EMIT searchTextChanged();
+}
+
+void SnippetsView::openAddSheet() {
+    openSheet(std::nullopt);
+}
+
+void SnippetsView::openEditSheet(qsizetype row) {
+    if (row >= 0 && row < m_filteredSnippets.rows().size())
+        openSheet(m_filteredSnippets.rows()[row]);
+}
+
+void SnippetsView::removeRow(qsizetype row) {
+    if (row >= 0 && row < m_filteredSnippets.rows().size())
+        remove(SnippetEntry(m_filteredSnippets.rows()[row]));
+}
+
+void SnippetsView::add(const QString &trigger, const QString &expansion) {
+    addSnippet(m_page.preferences, trigger, expansion);
+    load();
+    push();
+}
+
+void SnippetsView::edit(const SnippetEntry &snippet, const QString &trigger, const QString &expansion) {
+    if (!editSnippet(m_page.preferences, snippet, trigger, expansion))
+        return;
+    load();
+    push();
+}
+
+void SnippetsView::remove(const SnippetEntry &snippet) {
+    removeSnippet(m_page.preferences, snippet);
+    load();
+    push();
+}
+
+void SnippetsView::load() {
+    QList<SnippetEntry> stored = velmo::snippets(m_page.preferences);
+    if (stored == m_snippets)
+        return;
+    m_snippets = std::move(stored);
+    m_snippetsInOrder = m_snippets;
+    std::stable_sort(m_snippetsInOrder.begin(), m_snippetsInOrder.end(),
+                     [&](const SnippetEntry &left, const SnippetEntry &right) {
+                         return m_page.collation.precedes(left.trigger, right.trigger);
+                     });
+    filter();
+    if (m_sheet)
+        m_sheet->setExistingTriggers(triggers());
+    Q_EMIT snippetsChanged();
+}
+
+void SnippetsView::filter() {
+    CollationSearch search(m_page.collation, m_searchText);
+    QList<SnippetEntry> found;
+    for (const SnippetEntry &snippet : std::as_const(m_snippetsInOrder)) {
+        if (search.isPartOf(snippet.trigger) || search.isPartOf(snippet.expansion))
+            found.append(snippet);
+    }
+    m_filteredSnippets.setRows(found);
+}
+
+void SnippetsView::push() {
+    if (m_page.account.isLoggedIn())
+        m_page.pushes.pushSnippets();
+}
+
+void SnippetsView::openSheet(const std::optional<SnippetEntry> &snippet) {
+    m_editingSnippet = snippet;
+    m_sheet.reset(
+        new SnippetEditorSheet(snippet, triggers(), [this](const QString &trigger, const QString &expansion) {
+            saveFromSheet(trigger, expansion);
+        }));
+    connect(m_sheet.get(), &SnippetEditorSheet::closed, this, &SnippetsView::closeSheet);
+    Q_EMIT sheetChanged();
+}
+
+void SnippetsView::closeSheet() {
+    m_sheet.reset();
+    m_editingSnippet.reset();
+    Q_EMIT sheetChanged();
+}
+
+void SnippetsView::saveFromSheet(const QString &trigger, const QString &expansion) {
+    if (m_editingSnippet)
+        edit(SnippetEntry(*m_editingSnippet), trigger, expansion);
+    else
+        add(trigger, expansion);
+}
+
+QStringList SnippetsView::triggers() const {
+    QStringList triggers;
+    for (const SnippetEntry &snippet : m_snippets)
+        triggers.append(snippet.trigger);
+    return triggers;
+}
+
+} // namespace velmo

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "store/preference_keys.h"
+#include "store/snippet_entries.h"
+#include "ui/models/list_page.h"
+#include "ui/models/row_model.h"
+#include "ui/models/snippet_editor_sheet.h"
+
+#include <memory>
+#include <utility>
+
+namespace velmo {
+
+/// Snippets as rows of a view; the roles "trigger" and "expansion". A row is known by its texts: a synchronisation
+/// renews the identifiers of all of them.
+class SnippetRows final : public RowModel<SnippetEntry, std::pair<QString, QString>> {
+public:
+    enum Role { TriggerRole = Qt::UserRole, ExpansionRole };
+
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    [[nodiscard]] std::pair<QString, QString> keyOf(const SnippetEntry &snippet) const override {
+        return {snippet.trigger, snippet.expansion};
+    }
+};
+
+/// The snippets page: a list that can be searched, added to, edited and removed from, and the sheet in which a snippet
+/// is written. Every change applies to the list as it is stored at that moment and is then pushed to the account; what
+/// another page, process or a synchronisation changes appears by itself. Main thread.
+class SnippetsView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(qsizetype snippetCount READ snippetCount NOTIFY snippetsChanged)
+    Q_PROPERTY(QAbstractItemModel *filteredSnippets READ filteredSnippets CONSTANT)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    Q_PROPERTY(velmo::SnippetEditorSheet *sheet READ sheet NOTIFY sheetChanged)
+
+public:
+    static constexpr QLatin1StringView storageKey = keys::snippets;
+
+    explicit SnippetsView(const ListPage &page);
+    ~SnippetsView() override;
+
+    /// In stored order.
+    [[nodiscard]] const QList<SnippetEntry> &snippets() const { return m_snippets; }
+    [[nodiscard]] qsizetype snippetCount() const { return m_snippets.size(); }
+
+    /// The snippets whose trigger or expansion contains the search text, by their triggers in the order of the locale;
+    /// those of equal triggers in stored order.
+    [[nodiscard]] SnippetRows *filteredSnippets() { return &m_filteredSnippets; }
+
+    [[nodiscard]] const QString &searchText() const { return m_searchText; }
+    void setSearchText(const QString &text);
+
+    /// The open sheet, or null.
+    [[nodiscard]] SnippetEditorSheet *sheet() const { return m_sheet.get(); }
+    [[nodiscard]] bool showAddSheet() const { return m_sheet && !m_editingSnippet; }
+    [[nodiscard]] const std::optional<SnippetEntry> &editingSnippet() const { return m_editingSnippet; }
+
+    Q_INVOKABLE void openAddSheet();
+    /// Opens the sheet for the snippet in that row of the filtered list.
+    Q_INVOKABLE void openEditSheet(qsizetype row);
+    /// Removes the snippet in that row of the filtered list.
+    Q_INVOKABLE void removeRow(qsizetype row);
+
+    void add(const QString &trigger, const QString &expansion);
+    void edit(const SnippetEntry &snippet, const QString &trigger, const QString &expansion);
+    void remove(const SnippetEntry &snippet);
+
+Q_SIGNALS:
+    void snippetsChanged();
+    void searchTextChanged();
+    void sheetChanged();
+
+private:
+    /// A view may still be in a handler of a sheet that closes.
+    struct DeleteLater {
+        void operator()(QObject *object) const { object->deleteLater(); }
+    };
+
+    void load();
+    void filter();
+    void push();
+    void openSheet(const std::optional<SnippetEntry> &snippet);
+    void closeSheet();
+    void saveFromSheet(const QString &trigger, const QString &expansion);
+    [[nodiscard]] QStringList triggers() const;
+
+    ListPage m_page;
+    QList<SnippetEntry> m_snippets;
+    QList<SnippetEntry> m_snippetsInOrder;
+    QString m_searchText;
+    std::optional<SnippetEntry> m_editingSnippet;
+    std::unique_ptr<SnippetEditorSheet, DeleteLater> m_sheet;
+    SnippetRows m_filteredSnippets;
+};
+
+} // namespace velmo
