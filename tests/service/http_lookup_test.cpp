@@ -1,33 +1,10 @@
 #include "service/http_client.h"
 
+#include "fake_lookup.h"
 #include "support/completion_probe.h"
 #include "support/scripted_server.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <latch>
-#include <netdb.h>
-
-// A name look-up that does not come back. The look-up of the C library is replaced for one name.
-
-namespace {
-
-std::latch &release() {
-    static std::latch latch(1);
-    return latch;
-}
-
-} // namespace
-
-extern "C" int getaddrinfo(const char *name, const char *service, const addrinfo *req, addrinfo **pai) {
-    if (name != nullptr && std::string_view(name) == "slow.velmo.example") {
-        release().wait();
-        return EAI_NONAME;
-    }
-    using Lookup = int (*)(const char *, const char *, const addrinfo *, addrinfo **);
-    static const auto next = reinterpret_cast<Lookup>(dlsym(RTLD_NEXT, "getaddrinfo"));
-    return next(name, service, req, pai);
-}
 
 namespace velmo {
 
@@ -54,7 +31,7 @@ TEST(HttpLookup, ThatHangsEndsInTheTimeoutAndHoldsUpNobody) {
         EXPECT_TRUE(other.outcome());
     }
     EXPECT_EQ(atTheEnd.outcome().error().kind, TransportFailure::Kind::Network);
-    release().count_down();
+    testing::endSlowLookups();
 }
 
 } // namespace

@@ -221,6 +221,10 @@ int ScriptedServer::connections() const {
     return static_cast<int>(m_connections.size());
 }
 
+void ScriptedServer::waitForConnections(std::size_t count) const {
+    waitUntil([&] { return m_connections.size() >= count; });
+}
+
 void ScriptedServer::waitForRequests(std::size_t count) const {
     waitUntil([&] { return m_requests.size() >= count; });
 }
@@ -249,6 +253,7 @@ void ScriptedServer::acceptAll() {
             return;
         const std::lock_guard lock(m_mutex);
         m_connections.emplace_back(*this, socket, static_cast<int>(m_connections.size()));
+        m_changed.notify_all();
     }
 }
 

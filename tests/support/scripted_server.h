@@ -71,7 +71,9 @@ public:
     [[nodiscard]] std::vector<ReceivedRequest> requests() const;
     [[nodiscard]] int connections() const;
 
-    /// Waits until that many requests have come, or have been reacted to (a minute at most).
+    /// Waits until that many connections or requests have come, or requests have been reacted to (a minute at
+    /// most).
+    void waitForConnections(std::size_t count) const;
     void waitForRequests(std::size_t count) const;
     void waitForReplies(std::size_t count) const;
 
