@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace velmo::localservice {
+
+/// A request that has arrived whole, within the limits, and from this machine.
+struct Request {
+    std::vector<std::pair<QByteArray, QByteArray>> headers;
+    QByteArray body;
+
+    /// The value of the header of that name (upper and lower case are the same), or nothing.
+    [[nodiscard]] std::optional<QByteArray> header(QByteArrayView name) const;
+};
+
+/// What a request is answered with: a status and a JSON object.
+struct Reply {
+    int status = 200;
+    QJsonObject body;
+};
+
+/// Why something asked for is not done: the HTTP status to answer with, and a sentence for the person.
+struct Refusal {
+    int status = 500;
+    QString sentence;
+};
+
+/// {"error": sentence}, the form of every reply that is no success.
+[[nodiscard]] Reply refusalReply(const Refusal &refusal);
+
+/// One address of the service. `answer` runs on the thread of its connection, for several connections at
+/// once, and may wait.
+struct Endpoint {
+    QByteArray method; ///< "GET" (answers HEAD too), "POST" or "PUT".
+    QByteArray path;   ///< As it stands, without a query: "/api/transcribe".
+    std::function<Reply(const Request &)> answer;
+};
+
+} // namespace velmo::localservice
