@@ -1,0 +1,80 @@
+#include "options.h"
+
+#include <QCommandLineParser>
+#include <arpa/inet.h>
+#include <array>
+#include <netinet/in.h>
+#include <optional>
+
+namespace velmo::localservice {
+
+namespace {
+
+struct Parser {
+    QCommandLineParser line;
+    QCommandLineOption help{{QStringLiteral("help"), QStringLiteral("h")}, QStringLiteral("Show this text.")};
+    QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Show the version.")};
+    QCommandLineOption port{QStringLiteral("port"),
+                            QStringLiteral("Port to listen on; 0 takes any free one. Default: 18650."),
+                            QStringLiteral("number"), QStringLiteral("18650")};
+    QCommandLineOption host{
+        QStringLiteral("host"),
+        QStringLiteral("Numeric address to listen on. Default: 127.0.0.1, which only this "
+                       "machine can reach."),
+        QStringLiteral("address"), QStringLiteral("127.0.0.1")};
+
+    Parser() {
+        line.setApplicationDescription(
+            QStringLiteral("Turns recordings into text for Velmo, on this machine."));
+        line.addOptions({port, host, help, version});
+    }
+};
+
+bool isNumericAddress(const QString &text) {
+    std::array<unsigned char, sizeof(in6_addr)> address{};
+    const QByteArray bytes = text.toUtf8();
+    return ::inet_pton(AF_INET, bytes.constData(), address.data()) == 1 ||
+           ::inet_pton(AF_INET6, bytes.constData(), address.data()) == 1;
+}
+
+std::optional<QString> readPort(const QString &text, int &port) {
+    bool isNumber = false;
+    port = text.toInt(&isNumber);
+    if (!isNumber || port < 0 || port > 65535)
+        return QStringLiteral("--port takes a number from 0 to 65535, not '%1'.").arg(text);
+    return std::nullopt;
+}
+
+std::optional<QString> readHost(const QString &text, QString &host) {
+    host = text == u"localhost" ? QStringLiteral("127.0.0.1") : text;
+    if (!isNumericAddress(host))
+        return QStringLiteral("--host takes a numeric address such as 127.0.0.1, not '%1'.").arg(text);
+    return std::nullopt;
+}
+
+} // namespace
+
+Result<Options, QString> parseOptions(const QStringList &arguments) {
+    Parser parser;
+    // The parser takes the first word for the program's name.
+    if (!parser.line.parse(QStringList(QString()) + arguments))
+        return failed(parser.line.errorText());
+    const QStringList others = parser.line.positionalArguments();
+    if (!others.isEmpty())
+        return failed(QStringLiteral("Unexpected argument '%1'.").arg(others.first()));
+
+    Options options;
+    options.help = parser.line.isSet(parser.help);
+    options.version = parser.line.isSet(parser.version);
+    if (const auto wrong = readPort(parser.line.value(parser.port), options.port))
+        return failed(*wrong);
+    if (const auto wrong = readHost(parser.line.value(parser.host), options.host))
+        return failed(*wrong);
+    return options;
+}
+
+QString helpText() {
+    return Parser().line.helpText();
+}
+
+} // namespace velmo::localservice

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace velmo::localservice {
+
+/// What the service is started with.
+struct Options {
+    QString host = QStringLiteral("127.0.0.1"); ///< A numeric address.
+    int port = 18650;                           ///< 0: any free one.
+    bool help = false;
+    bool version = false;
+};
+
+/// Reads the words after the program's name; a sentence names the one that is off.
+[[nodiscard]] Result<Options, QString> parseOptions(const QStringList &arguments);
+
+/// What --help prints.
+[[nodiscard]] QString helpText();
+
+} // namespace velmo::localservice
