@@ -1,5 +1,7 @@
 #include "app/output.h"
 
+#include "base/utf8.h"
+
 #include <cerrno>
 #include <unistd.h>
 
@@ -24,7 +26,7 @@ bool writeAll(int descriptor, const QByteArray &bytes) {
 } // namespace
 
 bool print(const QString &text) {
-    return print(text.toUtf8());
+    return print(utf8(text));
 }
 
 bool print(const QByteArray &bytes) {
@@ -32,7 +34,7 @@ bool print(const QByteArray &bytes) {
 }
 
 void printError(const QString &message) {
-    writeAll(STDERR_FILENO, message.toUtf8() + '\n');
+    writeAll(STDERR_FILENO, utf8(message) + '\n');
 }
 
 } // namespace velmo

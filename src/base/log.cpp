@@ -1,5 +1,7 @@
 #include "base/log.h"
 
+#include "base/utf8.h"
+
 #include <array>
 #include <cerrno>
 #include <mutex>
@@ -104,7 +106,7 @@ void setLogSink(LogSink sink) {
 
 LogSink descriptorLogSink(int descriptor) {
     return [descriptor](const QString &line) {
-        const QByteArray bytes = line.toUtf8() + '\n';
+        const QByteArray bytes = utf8(line) + '\n';
         qsizetype written = 0;
         while (written < bytes.size()) {
             const ssize_t count =
