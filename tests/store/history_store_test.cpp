@@ -4,6 +4,7 @@
 #include "store/memory_preferences.h"
 #include "support/log_capture.h"
 #include "support/manual_main_queue.h"
+#include "support/qt_printing.h"
 
 #include <QRegularExpression>
 #include <gmock/gmock.h>

@@ -1,0 +1,206 @@
+#include "store/preferences_file.h"
+
+#include "base/log.h"
+#include "store/preference_table.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr mode_t kPrivateFile = 0600;
+constexpr mode_t kPrivateDirectory = 0700;
+
+constexpr const char *kWal = "-wal";
+constexpr const char *kShm = "-shm";
+constexpr const char *kJournal = "-journal";
+
+/// The reason of a failed system call in SQLite's words.
+SqliteCode codeOfErrno() {
+    switch (errno) {
+    case ENOSPC:
+    case EDQUOT:
+        return SQLITE_FULL;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return SQLITE_READONLY;
+    default:
+        return SQLITE_CANTOPEN;
+    }
+}
+
+bool exists(const QByteArray &path) {
+    struct stat status {};
+    return ::stat(path.constData(), &status) == 0;
+}
+
+/// Makes the directory and those it needs; what exists stays as it is.
+void makeDirectories(const QByteArray &path) {
+    if (path.isEmpty() || exists(path))
+        return;
+    makeDirectories(path.left(path.lastIndexOf('/')));
+    ::mkdir(path.constData(), kPrivateDirectory);
+}
+
+/// An exclusive lock between processes and threads. The file stays: removing it would let two hold "the" lock.
+class FileLock {
+public:
+    explicit FileLock(const QByteArray &path)
+        : m_descriptor(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile)) {}
+    FileLock(const FileLock &) = delete;
+    FileLock &operator=(const FileLock &) = delete;
+    ~FileLock() {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+    }
+
+    [[nodiscard]] SqliteCode acquire() const {
+        if (m_descriptor < 0)
+            return codeOfErrno();
+        const auto end = Clock::now() + kPatience;
+        while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            if (Clock::now() >= end)
+                return SQLITE_BUSY;
+            std::this_thread::sleep_for(10ms);
+        }
+        return SQLITE_OK;
+    }
+
+private:
+    int m_descriptor;
+};
+
+bool isIntact(const SqliteConnection &connection) {
+    const auto report = connection.answer("PRAGMA quick_check(1)");
+    return report ? *report == "ok" : !isDamage(report.error());
+}
+
+using Content = PreferenceTable::Content;
+
+Result<Content, SqliteCode> thoroughContentOf(const QByteArray &path) {
+    if (!exists(path))
+        return Content::Nothing;
+    const auto connection = SqliteConnection::open(path, SqliteConnection::Access::ReadWrite, kPatience);
+    if (!connection)
+        return failed(connection.error());
+    const auto content = PreferenceTable::contentOf(*connection);
+    if (content && *content == Content::Preferences && !isIntact(*connection))
+        return Content::AnotherThing;
+    return content;
+}
+
+QString fileNameOf(const QByteArray &path) {
+    return QFileInfo(QFile::decodeName(path)).fileName();
+}
+
+QByteArray freeNameFor(const QByteArray &path) {
+    const QByteArray name = path + ".damaged";
+    QByteArray candidate = name;
+    for (int number = 2; exists(candidate); ++number)
+        candidate = name + '-' + QByteArray::number(number);
+    return candidate;
+}
+
+/// Moves what SQLite keeps beside a file along with it. The index goes: SQLite makes it anew.
+void moveCompanions(const QByteArray &from, const QByteArray &to) {
+    for (const char *suffix : {kWal, kJournal})
+        ::rename((from + suffix).constData(), (to + suffix).constData());
+    ::unlink((from + kShm).constData());
+}
+
+void removeCompanions(const QByteArray &path) {
+    for (const char *suffix : {kWal, kShm, kJournal})
+        ::unlink((path + suffix).constData());
+}
+
+/// SQLite gives the files it makes the mode of this one.
+bool makePrivateFile(const QByteArray &path) {
+    const int descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile);
+    return descriptor >= 0 && ::close(descriptor) == 0;
+}
+
+} // namespace
+
+PreferencesFile::PreferencesFile(const QString &path) {
+    // A link, as people who keep their settings elsewhere make, is followed here once, as SQLite does: the file
+    // itself is what is renamed and what the others lie beside.
+    const QFileInfo file(path);
+    m_path = QFile::encodeName(file.exists() ? file.canonicalFilePath() : file.absoluteFilePath());
+}
+
+bool PreferencesFile::exists() const {
+    return velmo::exists(m_path);
+}
+
+void PreferencesFile::keepPrivate() const {
+    // By name: closing a descriptor of our own would drop SQLite's locks on the file.
+    for (const char *suffix : {"", kWal, kShm}) {
+        const QByteArray path = m_path + suffix;
+        struct stat status {};
+        if (::stat(path.constData(), &status) == 0 && (status.st_mode & 077) != 0)
+            ::chmod(path.constData(), kPrivateFile);
+    }
+}
+
+SqliteCode PreferencesFile::ensure() const {
+    makeDirectories(m_path.left(m_path.lastIndexOf('/')));
+    const FileLock lock(m_path + ".lock");
+    if (const SqliteCode code = lock.acquire(); code != SQLITE_OK)
+        return code;
+    const auto content = thoroughContentOf(m_path); // again: another process may have been here first
+    if (!content)
+        return content.error();
+    switch (*content) {
+    case Content::Preferences:
+        return SQLITE_OK;
+    case Content::AnotherThing:
+        if (const SqliteCode code = setAside(); code != SQLITE_OK)
+            return code;
+        return begin();
+    case Content::Nothing:
+        return begin();
+    }
+    return SQLITE_INTERNAL;
+}
+
+SqliteCode PreferencesFile::setAside() const {
+    const QByteArray name = freeNameFor(m_path);
+    if (::rename(m_path.constData(), name.constData()) != 0)
+        return codeOfErrno();
+    moveCompanions(m_path, name);
+    log(LogTag::Prefs, QStringLiteral("%1 was damaged or not Velmo's; it is kept as %2 and a new one begun")
+                           .arg(fileNameOf(m_path), fileNameOf(name)));
+    return SQLITE_OK;
+}
+
+SqliteCode PreferencesFile::begin() const {
+    // Made under another name, so that nobody ever finds half of it.
+    const QByteArray fresh = m_path + ".new";
+    ::unlink(fresh.constData());
+    removeCompanions(fresh);
+    if (!makePrivateFile(fresh))
+        return codeOfErrno();
+    SqliteCode code = SQLITE_OK;
+    {
+        const auto connection = SqliteConnection::open(fresh, SqliteConnection::Access::ReadWrite, kPatience);
+        code = connection ? PreferenceTable::create(*connection) : connection.error();
+    }
+    if (code != SQLITE_OK)
+        return code;
+    removeCompanions(m_path); // a log left by a file that is gone would be taken for this one's
+    return ::rename(fresh.constData(), m_path.constData()) == 0 ? SQLITE_OK : codeOfErrno();
+}
+
+} // namespace velmo

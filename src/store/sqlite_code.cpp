@@ -1,0 +1,16 @@
+#include "store/sqlite_code.h"
+
+#include <sqlite3.h>
+
+namespace velmo {
+
+QString describe(SqliteCode code) {
+    return QString::fromUtf8(sqlite3_errstr(code));
+}
+
+bool isDamage(SqliteCode code) {
+    const int primary = code & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+} // namespace velmo

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "store/preferences.h"
+#include "store/preferences_file.h"
+#include "store/wal_checkpointer.h"
+
+#include <memory>
+#include <mutex>
+
+namespace velmo {
+
+class PreferenceTable;
+
+/// A preference domain in an SQLite file with a write-ahead log, for any number of processes and threads. A change
+/// of another process is seen at the next read; a reader never waits for a writer, and nobody for the disk. The file
+/// is made at the first change, readable by its owner alone.
+///
+/// - A process that is killed loses nothing it was told is stored.
+/// - A file that cannot be written (disk full, read-only) or stays busy goes on being read; the change is logged and
+///   refused.
+/// - A file that is damaged or another program's is set aside with a log line, and a new one begun.
+/// - Strings are stored as UTF-8: NULs survive, half a surrogate pair becomes U+FFFD. A value may be as large as
+///   SQLite allows (a thousand million bytes).
+///
+/// Log lines name keys, never values.
+class SqlitePreferences final : public Preferences {
+public:
+    explicit SqlitePreferences(const QString &path, std::chrono::milliseconds patience = kPatience);
+    ~SqlitePreferences() override;
+
+    [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
+    [[nodiscard]] std::map<QString, PreferenceValue> all() const override;
+
+    /// As `Preferences::change`. The change must not call this object's `change`, and is asked again should the file
+    /// turn out damaged in the middle.
+    bool change(const QString &key, const Change &change) override;
+
+private:
+    using Table = std::unique_ptr<PreferenceTable>;
+
+    template <class Answer, class Query>
+    [[nodiscard]] Answer read(const Query &query) const;
+    template <class Attempt>
+    [[nodiscard]] SqliteCode repairing(const Attempt &attempt) const;
+    [[nodiscard]] SqliteCode openReader() const;
+    [[nodiscard]] SqliteCode openWriter();
+    void reportReading(SqliteCode code) const;
+
+    PreferencesFile m_file;
+    std::chrono::milliseconds m_patience;
+
+    mutable std::mutex m_readMutex; // of the two below
+    mutable Table m_reader;
+    mutable SqliteCode m_lastReadCode = 0; // a failure that goes on is logged once
+
+    // Between the two connections: the writer goes first and leaves the log, this brings it to the disk, the reader
+    // goes last and tidies up.
+    WalCheckpointer m_checkpointer;
+
+    std::mutex m_writeMutex; // of m_writer
+    Table m_writer;
+};
+
+} // namespace velmo

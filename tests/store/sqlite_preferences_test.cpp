@@ -1,0 +1,294 @@
+#include "store/sqlite_preferences.h"
+
+#include "support/child_process.h"
+#include "support/log_capture.h"
+#include "support/qt_printing.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <atomic>
+#include <deque>
+#include <gmock/gmock.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+thread_local int syncsOfThisThread = 0;
+std::atomic<int> syncs = 0;
+
+void countSync() {
+    ++syncs;
+    ++syncsOfThisThread;
+}
+
+} // namespace
+
+// What SQLite calls to wait for the disk, counted.
+extern "C" int fsync(int descriptor) {
+    countSync();
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+extern "C" int fdatasync(int descriptor) {
+    countSync();
+    return static_cast<int>(::syscall(SYS_fdatasync, descriptor));
+}
+
+namespace velmo {
+
+namespace {
+
+using testing::ChildProcess;
+
+const QString kKey = u"velmoDictionary"_s;
+
+class SqlitePreferencesTest : public ::testing::Test {
+protected:
+    [[nodiscard]] QString file(const QString &suffix = {}) const {
+        return m_directory.filePath(u"velmo/preferences.sqlite"_s + suffix);
+    }
+    [[nodiscard]] QStringList files() const {
+        return QDir(m_directory.filePath(u"velmo"_s)).entryList(QDir::Files);
+    }
+
+    void runSql(const char *sql) const {
+        sqlite3 *database = nullptr;
+        ASSERT_EQ(sqlite3_open(file().toUtf8().constData(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(database);
+        sqlite3_close(database);
+    }
+
+    testing::LogCapture log;
+
+private:
+    QTemporaryDir m_directory;
+};
+
+std::optional<PreferenceValue> next(const std::optional<PreferenceValue> &stored) {
+    return stored ? std::get<qint64>(*stored) + 1 : qint64(1);
+}
+
+mode_t modeOf(const QString &path) {
+    struct stat status {};
+    return ::stat(path.toUtf8().constData(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+} // namespace
+
+TEST_F(SqlitePreferencesTest, KeepsEveryKindOfValue) {
+    using namespace std::chrono_literals;
+    const std::vector<PreferenceValue> values = {
+        u""_s,
+        u"Blåbærsyltetøy 🇳🇴"_s,
+        u"a\0b"_s,
+        QString(5'000'000, u'å'),
+        true,
+        false,
+        std::numeric_limits<qint64>::min(),
+        std::numeric_limits<qint64>::max(),
+        Date(1'773'489'600s + 123'456'789ns),
+        Date(-1ns),
+        QByteArray(),
+        QByteArray("\0\xff{}", 4),
+    };
+    for (const PreferenceValue &value : values) {
+        ASSERT_TRUE(SqlitePreferences(file()).set(kKey, value));
+        EXPECT_TRUE(SqlitePreferences(file()).value(kKey) == value) << "kind " << value.index();
+    }
+    SqlitePreferences preferences(file());
+    preferences.set(kKey, QChar(0xD83D) + u"x"_s + QChar(0xDE00) + QChar(0xD83D));
+    EXPECT_EQ(preferences.string(kKey), u"\uFFFDx\uFFFD\uFFFD"_s);
+
+    preferences.set(u"velmoUser"_s, QByteArray("{}"));
+    EXPECT_EQ(preferences.all().size(), 2U);
+    EXPECT_TRUE(preferences.remove(kKey));
+    EXPECT_TRUE(preferences.remove(kKey));
+    EXPECT_EQ(preferences.value(kKey), std::nullopt);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(SqlitePreferencesTest, ReadsAnotherKindAsAbsent) {
+    SqlitePreferences preferences(file());
+    preferences.set(kKey, u"1"_s);
+    EXPECT_EQ(preferences.boolean(kKey), std::nullopt);
+    EXPECT_EQ(preferences.integer(kKey), std::nullopt);
+    EXPECT_EQ(preferences.date(kKey), std::nullopt);
+    EXPECT_EQ(preferences.data(kKey), std::nullopt);
+
+    runSql("INSERT INTO preference VALUES ('a', 'bool', 7), ('b', 'float', 1.5), ('c', 'string', x'00'),"
+           " ('d', 'date', 'today'), ('e', 'data', 'text'), ('f', 'integer', 1.5)");
+    EXPECT_EQ(preferences.all().size(), 1U);
+    EXPECT_EQ(preferences.value(u"a"_s), std::nullopt);
+    EXPECT_TRUE(preferences.set(u"a"_s, true));
+    EXPECT_EQ(preferences.boolean(u"a"_s), true);
+}
+
+TEST_F(SqlitePreferencesTest, BeginsTheFileAtTheFirstChangeForItsOwnerAlone) {
+    const mode_t before = ::umask(0);
+    {
+        SqlitePreferences preferences(file());
+        EXPECT_EQ(preferences.string(kKey), std::nullopt);
+        EXPECT_FALSE(QFile::exists(file()));
+        preferences.set(kKey, u"x"_s);
+        EXPECT_EQ(preferences.string(kKey), u"x"_s);
+        EXPECT_EQ(modeOf(QFileInfo(file()).path()), 0700U);
+        for (const auto &suffix : {u""_s, u"-wal"_s, u"-shm"_s, u".lock"_s})
+            EXPECT_EQ(modeOf(file(suffix)), 0600U) << suffix.toStdString();
+    }
+    ::umask(before);
+    EXPECT_EQ(files(), (QStringList{u"preferences.sqlite"_s, u"preferences.sqlite.lock"_s}));
+    ::chmod(file().toUtf8().constData(), 0644);
+    SqlitePreferences(file()).set(kKey, u"y"_s);
+    EXPECT_EQ(modeOf(file()), 0600U);
+}
+
+TEST_F(SqlitePreferencesTest, SeesWhatAnotherProcessChangesAtTheNextRead) {
+    SqlitePreferences preferences(file());
+    EXPECT_EQ(preferences.string(kKey), std::nullopt);
+    for (const auto &text : {u"first"_s, u"second"_s}) {
+        ChildProcess child([&] { return SqlitePreferences(file()).set(kKey, text) ? 0 : 1; });
+        ASSERT_EQ(child.wait(), 0);
+        EXPECT_EQ(preferences.string(kKey), text);
+    }
+}
+
+TEST_F(SqlitePreferencesTest, ReadsWhileSomebodyWrites) {
+    SqlitePreferences preferences(file());
+    SqlitePreferences other(file());
+    preferences.set(kKey, u"before"_s);
+    preferences.change(kKey, [&](const auto &) {
+        EXPECT_EQ(preferences.string(kKey), u"before"_s);
+        EXPECT_EQ(other.string(kKey), u"before"_s);
+        return PreferenceValue(u"after"_s);
+    });
+    EXPECT_EQ(other.string(kKey), u"after"_s);
+}
+
+TEST_F(SqlitePreferencesTest, RefusesAChangeWhileTheFileStaysBusyAndKeepsReading) {
+    SqlitePreferences holder(file());
+    SqlitePreferences preferences(file(), std::chrono::milliseconds(20));
+    holder.change(kKey, [&](const auto &) {
+        EXPECT_FALSE(preferences.set(kKey, u"secret"_s));
+        EXPECT_EQ(preferences.string(kKey), std::nullopt);
+        return PreferenceValue(u"kept"_s);
+    });
+    EXPECT_THAT(log.lines(),
+                ElementsAre(u"🎙️ [Prefs] Could not store velmoDictionary: database is locked"_s));
+    EXPECT_EQ(preferences.string(kKey), u"kept"_s);
+}
+
+TEST_F(SqlitePreferencesTest, LosesNoChangeOfSeveralProcessesAndThreads) {
+    constexpr int kProcesses = 4;
+    constexpr int kThreads = 2;
+    constexpr int kChanges = 40;
+    const auto countUp = [&] {
+        SqlitePreferences preferences(file());
+        std::atomic<int> stored = 0;
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < kThreads; ++thread) {
+            threads.emplace_back([&] {
+                for (int i = 0; i < kChanges; ++i)
+                    stored +=
+                        preferences.change(kKey, next) && preferences.integer(kKey).value_or(0) > 0 ? 1 : 0;
+            });
+        }
+        threads.clear();
+        return stored == kThreads * kChanges ? 0 : 1;
+    };
+    std::deque<ChildProcess> children;
+    for (int i = 0; i < kProcesses; ++i)
+        children.emplace_back(countUp);
+    for (ChildProcess &child : children)
+        EXPECT_EQ(child.wait(), 0);
+    EXPECT_EQ(SqlitePreferences(file()).integer(kKey), kProcesses * kThreads * kChanges);
+}
+
+TEST_F(SqlitePreferencesTest, KeepsWhatWasStoredWhenAProcessIsKilledAtAnyMoment) {
+    qint64 acknowledged = 0;
+    for (int round = 0; round < 25; ++round) {
+        int pipe[2] = {};
+        ASSERT_EQ(::pipe(pipe), 0);
+        // Every other round opens and closes the file for each change, which also brings it to the disk.
+        ChildProcess child([&] {
+            auto preferences = std::make_unique<SqlitePreferences>(file());
+            for (;;) {
+                preferences->change(kKey, next);
+                const qint64 count = preferences->integer(kKey).value_or(0);
+                preferences->set(u"velmoUser"_s, QByteArray(static_cast<qsizetype>(count % 50) * 1000, 'x'));
+                if (::write(pipe[1], &count, sizeof(count)) < 0)
+                    return 1;
+                if (round % 2 == 1)
+                    preferences = std::make_unique<SqlitePreferences>(file());
+            }
+        });
+        ::close(pipe[1]);
+        for (int changes = 0; changes <= round % 7; ++changes)
+            ASSERT_EQ(::read(pipe[0], &acknowledged, sizeof(acknowledged)), ssize_t(sizeof(acknowledged)));
+        child.kill();
+        child.wait();
+        while (::read(pipe[0], &acknowledged, sizeof(acknowledged)) > 0) {
+        }
+        ::close(pipe[0]);
+
+        const qint64 stored = SqlitePreferences(file()).integer(kKey).value_or(0);
+        EXPECT_GE(stored, acknowledged);
+        EXPECT_LE(stored, acknowledged + 1);
+    }
+    EXPECT_THAT(log.lines(), IsEmpty());
+    runSql("SELECT * FROM preference");
+}
+
+TEST_F(SqlitePreferencesTest, FollowsWhenAnotherFileTakesThePlace) {
+    SqlitePreferences preferences(file());
+    preferences.set(kKey, u"old"_s);
+    EXPECT_EQ(preferences.string(kKey), u"old"_s);
+    QFile::remove(file());
+    EXPECT_EQ(preferences.string(kKey), std::nullopt);
+
+    SqlitePreferences(file()).set(kKey, u"new"_s);
+    EXPECT_EQ(preferences.string(kKey), u"new"_s);
+    EXPECT_TRUE(preferences.set(kKey, u"newer"_s));
+    EXPECT_EQ(SqlitePreferences(file()).string(kKey), u"newer"_s);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(SqlitePreferencesTest, TakesNothingFromTheLogOfAFileThatIsGone) {
+    ChildProcess killed([this]() -> int {
+        SqlitePreferences preferences(file());
+        preferences.set(kKey, u"old"_s);
+        ::_exit(0);
+    });
+    killed.wait();
+    ASSERT_TRUE(QFile::exists(file(u"-wal"_s)));
+    QFile::remove(file());
+    SqlitePreferences(file()).set(u"velmoUser"_s, u"new"_s);
+    EXPECT_EQ(SqlitePreferences(file()).string(kKey), std::nullopt);
+}
+
+TEST_F(SqlitePreferencesTest, LeavesWaitingForTheDiskToItsOwnThread) {
+    syncs = 0;
+    syncsOfThisThread = 0;
+    int waited = 0;
+    {
+        SqlitePreferences preferences(file());
+        for (int i = 0; i < 3; ++i) {
+            preferences.change(kKey, next);
+            EXPECT_TRUE(preferences.integer(kKey));
+        }
+        waited = syncsOfThisThread;
+    }
+    EXPECT_EQ(waited, 0);
+    EXPECT_GT(syncs, 0) << "the last change is on the disk at the end";
+}
+
+} // namespace velmo

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <functional>
+#include <sys/types.h>
+
+namespace velmo::testing {
+
+/// A process beside the test. Make it before the test starts threads of its own.
+class ChildProcess {
+public:
+    /// Runs the body in a copy of this process; its answer is the exit status.
+    explicit ChildProcess(const std::function<int()> &body);
+    ChildProcess(const ChildProcess &) = delete;
+    ChildProcess &operator=(const ChildProcess &) = delete;
+    ~ChildProcess();
+
+    /// Waits for its end and answers the exit status, or minus the signal that ended it.
+    int wait();
+
+    /// Ends it as an unplugged computer would: no code of its own runs any more.
+    void kill() const;
+
+private:
+    pid_t m_pid;
+};
+
+} // namespace velmo::testing
