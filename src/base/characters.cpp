@@ -1,10 +1,10 @@
 #include "base/characters.h"
 
+#include "base/composition.h"
 #include "base/icu_text.h"
 
 #include <algorithm>
 #include <memory>
-#include <unicode/normalizer2.h>
 #include <unicode/ubrk.h>
 #include <unicode/ustring.h>
 #include <unicode/utext.h>
@@ -26,6 +26,12 @@ UBreakIterator *characterBreaks(QStringView text) {
     status = U_ZERO_ERROR;
     ubrk_setText(iterator.get(), icu::units(text), icu::length(text), &status);
     return iterator.get();
+}
+
+/// Below U+0300, the first mark that joins, nothing joins but CR and LF; nearly every text is of that kind.
+bool hasOnlySingleUnits(QStringView text) {
+    return std::none_of(text.begin(), text.end(),
+                        [](QChar unit) { return unit.unicode() >= 0x300 || unit == u'\r'; });
 }
 
 bool isBlank(QChar character) {
@@ -50,7 +56,23 @@ QStringView trimmedOf(QStringView text, Predicate drops) {
 
 } // namespace
 
+std::vector<QStringView> characters(QStringView text) {
+    std::vector<QStringView> result;
+    result.reserve(static_cast<std::size_t>(text.size()));
+    if (hasOnlySingleUnits(text)) {
+        for (qsizetype at = 0; at < text.size(); ++at)
+            result.push_back(text.sliced(at, 1));
+        return result;
+    }
+    UBreakIterator *breaks = characterBreaks(text);
+    for (int32_t start = 0, end = 0; (end = ubrk_next(breaks)) != UBRK_DONE; start = end)
+        result.push_back(text.sliced(start, end - start));
+    return result;
+}
+
 qsizetype characterCount(QStringView text) {
+    if (hasOnlySingleUnits(text))
+        return text.size();
     UBreakIterator *breaks = characterBreaks(text);
     qsizetype count = 0;
     while (ubrk_next(breaks) != UBRK_DONE)
@@ -78,8 +100,17 @@ QStringView trimmedOfBlanks(QStringView text) {
     return trimmedOf(text, isBlank);
 }
 
-QString composed(const QString &text) {
-    return text.normalized(QString::NormalizationForm_C);
+QString wellFormed(const QString &text) {
+    QString result = text;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool isPair =
+            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (isPair)
+            ++at;
+        else if (text[at].isSurrogate())
+            result[at] = QChar::ReplacementCharacter;
+    }
+    return result;
 }
 
 bool precedesByCodePoints(QStringView left, QStringView right) {

@@ -3,11 +3,16 @@
 #include <QString>
 #include <QStringList>
 #include <QStringView>
+#include <vector>
 
 /// Characters as people see them: grapheme clusters, by ICU. Wherever Velmo counts, cuts or compares
 /// "characters" it means these, never UTF-16 units: "é" written as two code points is one character, and so
 /// is "👨‍👩‍👧". All functions are safe on any thread.
 namespace velmo {
+
+/// The characters of the text in order; each refers to the text. Prefer it to counting or cutting repeatedly:
+/// it walks the text once, which a hundred thousand marks on one letter would otherwise make quadratic.
+[[nodiscard]] std::vector<QStringView> characters(QStringView text);
 
 [[nodiscard]] qsizetype characterCount(QStringView text);
 
@@ -21,8 +26,8 @@ namespace velmo {
 /// Without horizontal white space at both ends: the Unicode space separators (Zs) and tab; line breaks stay.
 [[nodiscard]] QStringView trimmedOfBlanks(QStringView text);
 
-/// Canonical composition (NFC).
-[[nodiscard]] QString composed(const QString &text);
+/// With every half of a surrogate pair that stands alone replaced by U+FFFD, as UTF-8 needs it.
+[[nodiscard]] QString wellFormed(const QString &text);
 
 /// Ascending order by code points (never by UTF-16 units).
 [[nodiscard]] bool precedesByCodePoints(QStringView left, QStringView right);

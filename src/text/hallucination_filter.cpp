@@ -2,6 +2,7 @@
 
 #include "base/case_mapping.h"
 #include "base/characters.h"
+#include "base/composition.h"
 #include "base/log.h"
 
 #include <QSet>

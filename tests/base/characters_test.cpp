@@ -12,6 +12,18 @@ TEST(Characters, CountsAndCutsWhatPeopleSee) {
     EXPECT_EQ(characterCount(QString()), 0);
 }
 
+TEST(Characters, ComeApartAsPeopleSeeThem) {
+    for (const QString &text : {QStringLiteral("aå\u00ad"), QStringLiteral("e\u0301👨‍👩‍👧x"),
+                                QStringLiteral("a\r\nb")}) {
+        const auto pieces = characters(text);
+        EXPECT_EQ(pieces.size(), 3U);
+        QString joined;
+        for (const QStringView piece : pieces)
+            joined += piece;
+        EXPECT_EQ(joined, text);
+    }
+}
+
 TEST(Characters, TrimsWhatCountsAsWhiteSpaceAndNothingElse) {
     EXPECT_EQ(trimmed(QStringLiteral("\u2029\u00a0\t hei \u0085\v")), QStringLiteral("hei"));
     EXPECT_EQ(trimmed(QStringLiteral("\u200bhei\u200b")), QStringLiteral("\u200bhei\u200b"));
