@@ -1,0 +1,36 @@
+#include "text/passes/line_breaks.h"
+
+#include "base/characters.h"
+
+#include <algorithm>
+
+namespace velmo {
+
+QString withinLine(QStringView expression) {
+    return expression.toString().replace(QStringLiteral("\\s"), QStringLiteral("[\\s--[\u2028\u2029]]"));
+}
+
+QString foldTranscriptBreaks(const QString &text, const CleanupContext &) {
+    QString folded = text;
+    folded.replace(kLineBreak, u'\n');
+    folded.replace(kParagraphBreak, u'\n');
+    return folded;
+}
+
+QString writeSpokenBreaks(const QString &text, const CleanupContext &) {
+    constexpr qsizetype atMost = 2; // one empty line between paragraphs
+    QString result;
+    qsizetype feeds = 0;
+    for (const QChar character : trimmed(text)) {
+        if (isSpokenBreak(character)) {
+            feeds += character == kLineBreak ? 1 : 2;
+        } else {
+            result += QString(std::min(feeds, atMost), u'\n');
+            result += character;
+            feeds = 0;
+        }
+    }
+    return result;
+}
+
+} // namespace velmo

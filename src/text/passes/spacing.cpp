@@ -1,0 +1,29 @@
+#include "text/passes/spacing.h"
+
+#include "base/pattern.h"
+#include "text/passes/line_breaks.h"
+
+namespace velmo {
+
+QString squeezeWhiteSpace(const QString &text, const CleanupContext &) {
+    static const Pattern whiteSpace(withinLine(u"\\s+"));
+    static const Pattern breakWithSpace(QStringLiteral(" ?([\u2028\u2029]) ?"));
+    return breakWithSpace.replaced(whiteSpace.replaced(text, u" "), u"$1");
+}
+
+QString pullMarksToWords(const QString &text, const CleanupContext &) {
+    static const Pattern spaceBeforeMark(withinLine(u"\\s+([.,!?;:])"));
+    return spaceBeforeMark.replaced(text, u"$1");
+}
+
+QString spaceOutMarks(const QString &text, const CleanupContext &) {
+    static const Pattern markBeforeWord(QStringLiteral("([.,!?;:])(?!\\s|$)"));
+    return markBeforeWord.replaced(text, u"$1 ");
+}
+
+QString dropLeadingMark(const QString &text, const CleanupContext &) {
+    static const Pattern leadingMark(QStringLiteral("^\\s*[.,!?;:]\\s*"));
+    return leadingMark.replaced(text, u"");
+}
+
+} // namespace velmo
