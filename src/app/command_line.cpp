@@ -1,6 +1,6 @@
 #include "app/command_line.h"
 
-#include "app/command.h"
+#include "app/commands/dictate.h"
 #include "app/output.h"
 
 #include <array>
@@ -10,7 +10,9 @@ namespace velmo {
 namespace {
 
 // In the order of the overview.
-constexpr std::array<Command, 0> kCommands = {};
+const std::array kCommands = {
+    dictateCommand(),
+};
 
 QString overview() {
     QString text = QStringLiteral("Usage: velmo COMMAND [ARGUMENTS]\n\n"

@@ -1,16 +1,79 @@
 #include "app/composition.h"
 
+#include "app/pass_through_text.h"
 #include "base/qt_main_queue.h"
+#include "platform/linux/sndfile_audio_length.h"
+#include "service/http_client.h"
+#include "service/transcription_client.h"
+#include "store/history_store.h"
+#include "store/sqlite_preferences.h"
+
+#include <QStandardPaths>
 
 namespace velmo {
 
-Composition::Composition() = default;
+namespace {
+
+/// The part, built by `make` where that has not been done.
+template <class Part, class Make>
+Part &ensure(std::unique_ptr<Part> &part, Make make) {
+    if (!part)
+        part = make();
+    return *part;
+}
+
+QString preferencesPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/velmo/preferences.sqlite");
+}
+
+} // namespace
+
+Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {}
 Composition::~Composition() = default;
 
 MainQueue &Composition::mainQueue() {
-    if (!m_mainQueue)
-        m_mainQueue = std::make_unique<QtMainQueue>();
-    return *m_mainQueue;
+    return ensure(m_mainQueue, [] { return std::make_unique<QtMainQueue>(); });
+}
+
+Preferences &Composition::preferences() {
+    return ensure(m_preferences, [] { return std::make_unique<SqlitePreferences>(preferencesPath()); });
+}
+
+HistoryStore &Composition::historyStore() {
+    return ensure(m_historyStore,
+                  [this] { return std::make_unique<HistoryStore>(preferences(), mainQueue()); });
+}
+
+Account &Composition::account() {
+    return m_account;
+}
+
+StatisticsReporter &Composition::statistics() {
+    return m_account;
+}
+
+HttpClient &Composition::httpClient() {
+    return ensure(m_httpClient, [] { return std::make_unique<HttpClient>(); });
+}
+
+Transcriber &Composition::transcriptionClient() {
+    return ensure(m_transcriptionClient, [this] {
+        return std::make_unique<TranscriptionClient>(m_origin, httpClient(), m_account, preferences());
+    });
+}
+
+TextProcessing &Composition::textProcessor() {
+    return ensure(m_textProcessor, [] { return std::make_unique<PassThroughText>(); });
+}
+
+const AudioLength &Composition::audioLength() {
+    return ensure(m_audioLength, makeSndfileAudioLength);
+}
+
+void Composition::waitForRequests() {
+    if (m_httpClient)
+        m_httpClient->waitUntilIdle();
 }
 
 } // namespace velmo

@@ -1,6 +1,9 @@
+#include "app/command.h"
 #include "app/command_line.h"
 #include "app/composition.h"
+#include "app/output.h"
 #include "base/log.h"
+#include "service/service_origin.h"
 
 #include <QCoreApplication>
 #include <csignal>
@@ -15,6 +18,11 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMO_VERSION));
     velmo::setLogSink(velmo::descriptorLogSink(STDERR_FILENO));
 
-    velmo::Composition composition;
+    const auto origin = velmo::ServiceOrigin::ofThisRun();
+    if (!origin) {
+        velmo::printError(QStringLiteral("velmo: ") + origin.error());
+        return velmo::exit_status::usage;
+    }
+    velmo::Composition composition(*origin);
     return velmo::runCommandLine(composition, QCoreApplication::arguments().sliced(1));
 }
