@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 
+#include "app/commands/defaults.h"
 #include "app/commands/dictate.h"
 #include "app/output.h"
 
@@ -12,6 +13,7 @@ namespace {
 // In the order of the overview.
 const std::array kCommands = {
     dictateCommand(),
+    defaultsCommand(),
 };
 
 QString overview() {

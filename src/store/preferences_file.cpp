@@ -141,7 +141,7 @@ PreferencesFile::PreferencesFile(const QString &path) {
 }
 
 bool PreferencesFile::exists() const {
-    return velmo::exists(m_path);
+    return velmo::exists(m_path) || (errno != ENOENT && errno != ENOTDIR);
 }
 
 void PreferencesFile::keepPrivate() const {

@@ -20,6 +20,7 @@ public:
     explicit PreferencesFile(const QString &path);
 
     [[nodiscard]] const QByteArray &path() const { return m_path; }
+    /// Also when it may not be looked at.
     [[nodiscard]] bool exists() const;
 
     /// Takes the access of other users away where somebody gave it to them.
