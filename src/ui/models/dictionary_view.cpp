@@ -5,35 +5,11 @@
 #include "base/collation.h"
 #include "service/account.h"
 #include "service/list_pushes.h"
+#include "store/languages.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 
-#include <QCoreApplication>
-
 namespace velmo {
-
-namespace {
-
-QString languageName(const QString &code) {
-    struct Language {
-        QLatin1StringView code;
-        const char *name;
-    };
-    static constexpr Language languages[] = {
-        {QLatin1StringView("no"), QT_TRANSLATE_NOOP("Languages", "Norwegian")},
-        {QLatin1StringView("sv"), QT_TRANSLATE_NOOP("Languages", "Swedish")},
-        {QLatin1StringView("da"), QT_TRANSLATE_NOOP("Languages", "Danish")},
-        {QLatin1StringView("fi"), QT_TRANSLATE_NOOP("Languages", "Finnish")},
-        {QLatin1StringView("en"), QT_TRANSLATE_NOOP("Languages", "English")},
-    };
-    for (const Language &language : languages) {
-        if (code == language.code)
-            return QCoreApplication::translate("Languages", language.name);
-    }
-    return code;
-}
-
-} // namespace
 
 QHash<int, QByteArray> WordRows::roleNames() const {
     return {{Qt::DisplayRole, "word"}};
