@@ -19,6 +19,17 @@ WaveFile readWave(const QString &path) {
     return wave;
 }
 
+void writeSilence(const QString &path, double seconds) {
+    SF_INFO info{};
+    info.samplerate = 16000;
+    info.channels = 1;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
+    const std::vector<float> samples(static_cast<std::size_t>(seconds * info.samplerate));
+    sf_write_float(file, samples.data(), static_cast<sf_count_t>(samples.size()));
+    sf_close(file);
+}
+
 double loudness(std::span<const float> samples) {
     const double squares = std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0);
     return samples.empty() ? 0 : std::sqrt(squares / static_cast<double>(samples.size()));

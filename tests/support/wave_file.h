@@ -17,6 +17,9 @@ struct WaveFile {
 /// Everything zero when the file is not readable sound.
 [[nodiscard]] WaveFile readWave(const QString &path);
 
+/// Makes a mono 16-bit recording of nothing, at 16 kHz.
+void writeSilence(const QString &path, double seconds);
+
 /// The root mean square.
 [[nodiscard]] double loudness(std::span<const float> samples);
 
