@@ -20,6 +20,13 @@ using Clock = std::chrono::steady_clock;
 // body as it came. So until the body has been read the type goes under this name.
 constexpr auto kSetAsideContentType = "Velmo-Set-Aside-Content-Type";
 
+constexpr qint64 kRoomForHeaders = 1024LL * 1024;
+
+ServerLimits withRoomForHeaders(ServerLimits limits) {
+    limits.connection.bytes = limits.body + kRoomForHeaders;
+    return limits;
+}
+
 /// When this thread's exchange began; a thread serves one at a time.
 thread_local Clock::time_point t_began;
 
@@ -97,7 +104,7 @@ private:
     std::vector<Endpoint> m_endpoints;
 };
 
-Server::Http::Http(const ServerLimits &limits) : m_limits(limits) {
+Server::Http::Http(const ServerLimits &limits) : m_limits(withRoomForHeaders(limits)) {
     new_task_queue = [this] { return new ConnectionThreads(m_limits.connections); };
     set_socket_options(reuseAddress);
     set_tcp_nodelay(true);

@@ -106,11 +106,12 @@ ssize_t SocketStream::read(char *into, size_t size) {
 }
 
 ssize_t SocketStream::fill() {
-    if (!waitForInput(std::min(m_receiveUntil, Clock::now() + m_limits.idle)))
+    if (m_received > m_limits.bytes || !waitForInput(std::min(m_receiveUntil, Clock::now() + m_limits.idle)))
         return -1;
     const ssize_t count = ::recv(m_socket, m_buffer.data(), m_buffer.size(), MSG_DONTWAIT);
     m_next = 0;
     m_filled = count > 0 ? static_cast<size_t>(count) : 0;
+    m_received += static_cast<qint64>(m_filled);
     return count;
 }
 

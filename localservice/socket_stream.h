@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtGlobal>
 #include <array>
 #include <chrono>
 #include <httplib.h>
@@ -11,6 +12,7 @@ namespace velmo::localservice {
 struct ConnectionLimits {
     std::chrono::milliseconds idle{5000};     ///< Without a byte of the request.
     std::chrono::milliseconds receive{20000}; ///< For the whole request, however its bytes trickle in.
+    qint64 bytes = 1024 * 1024;               ///< Of the whole request, its headers among them.
     std::chrono::milliseconds send{10000};    ///< For the whole reply.
     std::chrono::milliseconds linger{3000};   ///< For the client to close after the reply.
     std::chrono::milliseconds afterStop{500}; ///< For the rest of a request when the service stops.
@@ -53,6 +55,7 @@ private:
     std::array<char, 16384> m_buffer; // read by the byte up to the end of the headers
     size_t m_next = 0;
     size_t m_filled = 0;
+    qint64 m_received = 0;
     bool m_isStopping = false;
 };
 

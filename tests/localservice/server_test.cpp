@@ -101,6 +101,21 @@ TEST(Server, LimitsTheBody) {
     EXPECT_TRUE(asking.readAll().startsWith("HTTP/1.1 413")) << "before the body is sent";
 }
 
+TEST(Server, LimitsTheHeaders) {
+    ServerLimits limits;
+    limits.body = 0;
+    const RunningServer server({hello()}, limits);
+    RawConnection connection(server.port());
+    connection.send("GET /hello HTTP/1.1\r\nHost: localhost\r\n");
+    const QByteArray header = "X: " + QByteArray(1000, 'x') + "\r\n";
+    constexpr int mostSent = 50'000;
+    int sent = 0;
+    while (sent < mostSent && !connection.waitForReply({}) && connection.send(header))
+        ++sent;
+    EXPECT_LT(sent, mostSent) << "refused long before 50 MB";
+    EXPECT_TRUE(connection.readAll().startsWith("HTTP/1.1 400"));
+}
+
 TEST(Server, IsNotBlockedByStalledClients) {
     const RunningServer server({hello()});
     std::vector<std::unique_ptr<RawConnection>> stalled;
