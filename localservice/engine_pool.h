@@ -28,6 +28,8 @@ public:
     /// Waits for the recordings being worked on.
     ~EnginePool();
 
+    [[nodiscard]] const QString &description() const { return m_kind.description; }
+
     /// Waits until the first engine can work; a sentence when it cannot be had. Any thread.
     [[nodiscard]] Result<void, QString> waitUntilReady();
 

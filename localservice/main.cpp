@@ -1,12 +1,16 @@
 #include "engine_pool.h"
 #include "health_endpoint.h"
+#include "openai_speech_engine.h"
 #include "options.h"
 #include "pocketsphinx_engine.h"
 #include "server.h"
-#include "this_machine.h"
+#include "service/http_client.h"
+#include "service/loopback.h"
 #include "transcribe_endpoint.h"
 
 #include <QCoreApplication>
+#include <QUrl>
+#include <atomic>
 #include <csignal>
 #include <cstdio>
 #include <thread>
@@ -46,43 +50,80 @@ void waitForStop() {
     pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-QString readyLine(const Options &options, int port, const EngineKind &kind, const EnginePool &engines) {
-    const bool isIpv6 = options.host.contains(u':');
+QString addressOf(const QString &host, int port) {
+    const bool isIpv6 = host.contains(u':');
+    return QStringLiteral("http://%1:%2").arg(isIpv6 ? u'[' + host + u']' : host, QString::number(port));
+}
+
+QString readyLine(const QString &address, const EnginePool &engines) {
     QString line =
-        QStringLiteral("velmo-local-service is ready on http://%1:%2 (%3")
-            .arg(isIpv6 ? u'[' + options.host + u']' : options.host, QString::number(port), kind.description);
+        QStringLiteral("velmo-local-service is ready on %1 (%2").arg(address, engines.description());
     if (const auto work = engines.workPerSecond())
         line += QStringLiteral(", about %1 s for 10 s of speech").arg(*work * 10, 0, 'f', 1);
     return line + u')';
 }
 
-/// Serves until a signal; answers the exit status.
-int serve(const Options &options) {
-    Server server;
-    const auto port = server.bind(options.host, options.port);
-    if (!port) {
-        print(stderr, port.error());
-        return kFailure;
-    }
-    if (!isLoopback(options.host.toStdString()))
-        print(stderr, QStringLiteral("Anyone who can reach %1 can use this service.").arg(options.host));
+/// The key from the environment, never from the command line, which everybody on the machine can read. Over
+/// plain http it goes to this machine only.
+Result<OpenAiAddress, QString> address(const QString &url, const QString &model, const char *keyVariable) {
+    OpenAiAddress address{url, model, qgetenv(keyVariable)};
+    const QUrl parsed(url);
+    if (!address.apiKey.isEmpty() && parsed.scheme() != u"https" && !isLoopbackHost(parsed.host()))
+        return failed(QStringLiteral("%1 is set, and %2 is not https: the key could be read on its way.")
+                          .arg(QLatin1StringView(keyVariable), parsed.toDisplayString()));
+    return address;
+}
 
-    const EngineKind kind = pocketSphinxEngines(QStringLiteral(VELMO_SPEECH_MODEL_DIRECTORY));
-    EnginePool engines(kind);
-    server.add(healthEndpoint(engines));
-    server.add(transcribeEndpoint(engines));
-    std::thread serving([&server] { server.run(); });
+Result<EngineKind, QString> engineKind(const Options &options, HttpClient &http) {
+    if (options.speechUrl.isEmpty())
+        return pocketSphinxEngines(QStringLiteral(VELMO_SPEECH_MODEL_DIRECTORY));
+    const auto server = address(options.speechUrl, options.speechModel, "VELMO_SPEECH_API_KEY");
+    if (!server)
+        return failed(server.error());
+    return openAiSpeechEngines(http, {*server, options.detectLanguage});
+}
+
+int failure(const QString &sentence) {
+    print(stderr, sentence);
+    return kFailure;
+}
+
+/// Serves until a signal, unless there turns out to be no engine; answers the exit status.
+int serveUntilStopped(Server &server, EnginePool &engines, const QString &address) {
+    std::atomic<bool> isStopping = false;
+    std::thread serving([&server, &isStopping] {
+        server.run();
+        if (!isStopping)
+            ::kill(::getpid(), SIGTERM); // listening failed: better gone, and restarted, than there and deaf
+    });
 
     const auto ready = engines.waitUntilReady();
     if (ready) {
-        print(stdout, readyLine(options, *port, kind, engines));
+        print(stdout, readyLine(address, engines));
         waitForStop();
-    } else {
-        print(stderr, ready.error());
     }
+    isStopping = true;
     server.stop();
     serving.join();
-    return ready ? 0 : kFailure;
+    return ready ? 0 : failure(ready.error());
+}
+
+int serve(const Options &options) {
+    HttpClient http;
+    const auto kind = engineKind(options, http);
+    if (!kind)
+        return failure(kind.error());
+    Server server;
+    const auto port = server.bind(options.host, options.port);
+    if (!port)
+        return failure(port.error());
+    if (!isLoopbackHost(options.host))
+        print(stderr, QStringLiteral("Anyone who can reach %1 can use this service.").arg(options.host));
+
+    EnginePool engines(*kind);
+    server.add(healthEndpoint(engines));
+    server.add(transcribeEndpoint(engines));
+    return serveUntilStopped(server, engines, addressOf(options.host, *port));
 }
 
 int run(const QStringList &arguments) {

@@ -1,5 +1,7 @@
 #include "options.h"
 
+#include "openai_server.h"
+
 #include <QCommandLineParser>
 #include <arpa/inet.h>
 #include <array>
@@ -22,11 +24,24 @@ struct Parser {
         QStringLiteral("Numeric address to listen on. Default: 127.0.0.1, which only this "
                        "machine can reach."),
         QStringLiteral("address"), QStringLiteral("127.0.0.1")};
+    QCommandLineOption speechUrl{
+        QStringLiteral("speech-url"),
+        QStringLiteral(
+            "Recognise speech by this server instead of the embedded engine: any with the "
+            "OpenAI-compatible /v1/audio/transcriptions, such as whisper.cpp's or faster-whisper's."),
+        QStringLiteral("url")};
+    QCommandLineOption speechModel{QStringLiteral("speech-model"),
+                                   QStringLiteral("Model to ask that server for. Default: whisper-1."),
+                                   QStringLiteral("name"), QStringLiteral("whisper-1")};
+    QCommandLineOption detectLanguage{
+        QStringLiteral("speech-detect-language"),
+        QStringLiteral("Let that server find out the language of each recording, for people who dictate in "
+                       "several. Otherwise it is told the primary one.")};
 
     Parser() {
         line.setApplicationDescription(
             QStringLiteral("Turns recordings into text for Velmo, on this machine."));
-        line.addOptions({port, host, help, version});
+        line.addOptions({port, host, speechUrl, speechModel, detectLanguage, help, version});
     }
 };
 
@@ -52,6 +67,17 @@ std::optional<QString> readHost(const QString &text, QString &host) {
     return std::nullopt;
 }
 
+std::optional<QString> readUrl(const Parser &parser, const QCommandLineOption &option,
+                               const char *endpointPath, QString &url) {
+    if (!parser.line.isSet(option))
+        return std::nullopt;
+    const auto read = openAiUrl(parser.line.value(option), QLatin1StringView(endpointPath));
+    if (!read)
+        return QStringLiteral("--%1: %2").arg(option.names().first(), read.error());
+    url = *read;
+    return std::nullopt;
+}
+
 } // namespace
 
 Result<Options, QString> parseOptions(const QStringList &arguments) {
@@ -70,11 +96,17 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
         return failed(*wrong);
     if (const auto wrong = readHost(parser.line.value(parser.host), options.host))
         return failed(*wrong);
+    if (const auto wrong = readUrl(parser, parser.speechUrl, "/v1/audio/transcriptions", options.speechUrl))
+        return failed(*wrong);
+    options.speechModel = parser.line.value(parser.speechModel);
+    options.detectLanguage = parser.line.isSet(parser.detectLanguage);
     return options;
 }
 
 QString helpText() {
-    return Parser().line.helpText();
+    return Parser().line.helpText() +
+           QStringLiteral("\nEnvironment:\n"
+                          "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n");
 }
 
 } // namespace velmo::localservice

@@ -11,6 +11,9 @@ namespace velmo::localservice {
 struct Options {
     QString host = QStringLiteral("127.0.0.1"); ///< A numeric address.
     int port = 18650;                           ///< 0: any free one.
+    QString speechUrl; ///< Of POST /v1/audio/transcriptions; empty: the embedded engine.
+    QString speechModel;
+    bool detectLanguage = false; ///< The speech server listens for the language instead of being told it.
     bool help = false;
     bool version = false;
 };

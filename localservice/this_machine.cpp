@@ -1,7 +1,9 @@
 #include "this_machine.h"
 
+#include "service/loopback.h"
+
 #include <QByteArray>
-#include <arpa/inet.h>
+#include <QString>
 #include <array>
 #include <optional>
 #include <unistd.h>
@@ -35,21 +37,11 @@ std::string machineName() {
 
 } // namespace
 
-bool isLoopback(const std::string &host) {
-    in_addr v4{};
-    in6_addr v6{};
-    if (::inet_pton(AF_INET, host.c_str(), &v4) == 1)
-        return ntohl(v4.s_addr) >> 24 == 127;
-    if (::inet_pton(AF_INET6, host.c_str(), &v6) == 1)
-        return IN6_IS_ADDR_LOOPBACK(&v6);
-    return host == "localhost";
-}
-
 bool namesThisMachine(const std::string &host, const std::string &localAddress) {
     const auto name = withoutPort(host);
     if (!name || name->empty())
         return false;
-    return isLoopback(*name) || *name == localAddress || *name == machineName();
+    return isLoopbackHost(QString::fromStdString(*name)) || *name == localAddress || *name == machineName();
 }
 
 bool isOriginOfThisMachine(const std::string &origin, const std::string &localAddress) {

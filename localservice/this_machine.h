@@ -14,7 +14,4 @@ namespace velmo::localservice {
 /// for. "null" and schemes other than http and https are foreign.
 [[nodiscard]] bool isOriginOfThisMachine(const std::string &origin, const std::string &localAddress);
 
-/// Whether the text is a numeric address (or "localhost") that only this machine can reach.
-[[nodiscard]] bool isLoopback(const std::string &host);
-
 } // namespace velmo::localservice

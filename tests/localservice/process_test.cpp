@@ -85,7 +85,8 @@ TEST(Program, SaysThatItsPortIsTaken) {
 }
 
 TEST(Program, NamesTheWordThatIsOff) {
-    for (const char *arguments : {"--colour", "--port 70000", "--port x", "--host example.org", "serve"}) {
+    for (const char *arguments :
+         {"--colour", "--port 70000", "--port x", "--host example.org", "--speech-url localhost", "serve"}) {
         Program program(words(arguments));
         EXPECT_EQ(program.exitStatus(), 2) << arguments;
         const QByteArray errors = program.errors();
