@@ -1,8 +1,11 @@
+#include "chat_client.h"
 #include "engine_pool.h"
 #include "health_endpoint.h"
+#include "normalize_endpoint.h"
 #include "openai_speech_engine.h"
 #include "options.h"
 #include "pocketsphinx_engine.h"
+#include "process_endpoint.h"
 #include "server.h"
 #include "service/http_client.h"
 #include "service/loopback.h"
@@ -83,6 +86,16 @@ Result<EngineKind, QString> engineKind(const Options &options, HttpClient &http)
     return openAiSpeechEngines(http, {*server, options.detectLanguage});
 }
 
+/// Null when there is no language model.
+Result<std::unique_ptr<ChatClient>, QString> chatClient(const Options &options, HttpClient &http) {
+    if (options.chatUrl.isEmpty())
+        return nullptr;
+    const auto server = address(options.chatUrl, options.chatModel, "VELMO_CHAT_API_KEY");
+    if (!server)
+        return failed(server.error());
+    return std::make_unique<ChatClient>(http, *server);
+}
+
 int failure(const QString &sentence) {
     print(stderr, sentence);
     return kFailure;
@@ -113,6 +126,9 @@ int serve(const Options &options) {
     const auto kind = engineKind(options, http);
     if (!kind)
         return failure(kind.error());
+    const auto chat = chatClient(options, http);
+    if (!chat)
+        return failure(chat.error());
     Server server;
     const auto port = server.bind(options.host, options.port);
     if (!port)
@@ -123,6 +139,8 @@ int serve(const Options &options) {
     EnginePool engines(*kind);
     server.add(healthEndpoint(engines));
     server.add(transcribeEndpoint(engines));
+    server.add(processEndpoint(chat->get()));
+    server.add(normalizeEndpoint(chat->get()));
     return serveUntilStopped(server, engines, addressOf(options.host, *port));
 }
 

@@ -37,11 +37,19 @@ struct Parser {
         QStringLiteral("speech-detect-language"),
         QStringLiteral("Let that server find out the language of each recording, for people who dictate in "
                        "several. Otherwise it is told the primary one.")};
+    QCommandLineOption chatUrl{
+        QStringLiteral("chat-url"),
+        QStringLiteral("Serve modes and Bokmål by this server: any with the OpenAI-compatible "
+                       "/v1/chat/completions, such as llama.cpp's, Ollama or vLLM."),
+        QStringLiteral("url")};
+    QCommandLineOption chatModel{QStringLiteral("chat-model"),
+                                 QStringLiteral("Model to ask that server for."), QStringLiteral("name")};
 
     Parser() {
         line.setApplicationDescription(
             QStringLiteral("Turns recordings into text for Velmo, on this machine."));
-        line.addOptions({port, host, speechUrl, speechModel, detectLanguage, help, version});
+        line.addOptions(
+            {port, host, speechUrl, speechModel, detectLanguage, chatUrl, chatModel, help, version});
     }
 };
 
@@ -98,15 +106,19 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
         return failed(*wrong);
     if (const auto wrong = readUrl(parser, parser.speechUrl, "/v1/audio/transcriptions", options.speechUrl))
         return failed(*wrong);
+    if (const auto wrong = readUrl(parser, parser.chatUrl, "/v1/chat/completions", options.chatUrl))
+        return failed(*wrong);
     options.speechModel = parser.line.value(parser.speechModel);
     options.detectLanguage = parser.line.isSet(parser.detectLanguage);
+    options.chatModel = parser.line.value(parser.chatModel);
     return options;
 }
 
 QString helpText() {
     return Parser().line.helpText() +
            QStringLiteral("\nEnvironment:\n"
-                          "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n");
+                          "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
+                          "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n");
 }
 
 } // namespace velmo::localservice

@@ -14,6 +14,8 @@ struct Options {
     QString speechUrl; ///< Of POST /v1/audio/transcriptions; empty: the embedded engine.
     QString speechModel;
     bool detectLanguage = false; ///< The speech server listens for the language instead of being told it.
+    QString chatUrl;             ///< Of POST /v1/chat/completions; empty: no language model.
+    QString chatModel;           ///< Empty: the server's own choice.
     bool help = false;
     bool version = false;
 };
