@@ -1,0 +1,71 @@
+#include "support/private_bus.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QFile>
+#include <csignal>
+#include <stdexcept>
+#include <sys/prctl.h>
+#include <thread>
+
+namespace velmo::testing {
+
+namespace {
+
+constexpr const char *kVariable = "DBUS_SESSION_BUS_ADDRESS";
+
+QByteArray configuration(const QString &folder) {
+    return "<busconfig><type>session</type><listen>unix:dir=" + QFile::encodeName(folder) +
+           "</listen><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+           "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>";
+}
+
+} // namespace
+
+void endWithParent(QProcess &process) {
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+}
+
+PrivateBus::PrivateBus() : m_addressBefore(qgetenv(kVariable)) {
+    const QString path = m_folder.filePath(QStringLiteral("bus.conf"));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(configuration(m_folder.path())) < 0)
+        throw std::runtime_error("the bus cannot be configured");
+    file.close();
+    endWithParent(m_daemon);
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                    QStringLiteral("--config-file=") + path});
+    while (!m_daemon.canReadLine()) {
+        if (!m_daemon.waitForReadyRead())
+            throw std::runtime_error("the bus does not start");
+    }
+    m_address = QString::fromLatin1(m_daemon.readLine()).trimmed();
+    qputenv(kVariable, m_address.toLatin1());
+}
+
+PrivateBus::~PrivateBus() {
+    if (m_addressBefore.isEmpty())
+        qunsetenv(kVariable);
+    else
+        qputenv(kVariable, m_addressBefore);
+    m_daemon.kill();
+    m_daemon.waitForFinished();
+}
+
+bool PrivateBus::waitForName(const QString &name) const {
+    const QString connectionName = QStringLiteral("waits for ") + name;
+    bool isOwned = false;
+    {
+        const QDBusConnection connection = QDBusConnection::connectToBus(m_address, connectionName);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (!isOwned && std::chrono::steady_clock::now() < deadline) {
+            isOwned = connection.interface()->isServiceRegistered(name);
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+    }
+    QDBusConnection::disconnectFromBus(connectionName);
+    return isOwned;
+}
+
+} // namespace velmo::testing

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace velmo::testing {
+
+/// Has a process that is not started yet killed should the test end before it.
+void endWithParent(QProcess &process);
+
+/// A session bus of a test's own, where nothing is started by itself. While it lives it is the process's session bus.
+class PrivateBus {
+public:
+    PrivateBus();
+    PrivateBus(const PrivateBus &) = delete;
+    PrivateBus &operator=(const PrivateBus &) = delete;
+    ~PrivateBus();
+
+    [[nodiscard]] const QString &address() const { return m_address; }
+
+    /// Waits (a minute at most) until somebody owns the name.
+    [[nodiscard]] bool waitForName(const QString &name) const;
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_daemon;
+    QString m_address;
+    QByteArray m_addressBefore;
+};
+
+} // namespace velmo::testing
