@@ -100,19 +100,6 @@ QStringView trimmedOfBlanks(QStringView text) {
     return trimmedOf(text, isBlank);
 }
 
-QString wellFormed(const QString &text) {
-    QString result = text;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const bool isPair =
-            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
-        if (isPair)
-            ++at;
-        else if (text[at].isSurrogate())
-            result[at] = QChar::ReplacementCharacter;
-    }
-    return result;
-}
-
 bool precedesByCodePoints(QStringView left, QStringView right) {
     constexpr UBool byCodePoints = true;
     return u_strCompare(icu::units(left), icu::length(left), icu::units(right), icu::length(right),

@@ -26,9 +26,6 @@ namespace velmo {
 /// Without horizontal white space at both ends: the Unicode space separators (Zs) and tab; line breaks stay.
 [[nodiscard]] QStringView trimmedOfBlanks(QStringView text);
 
-/// With every half of a surrogate pair that stands alone replaced by U+FFFD, as UTF-8 needs it.
-[[nodiscard]] QString wellFormed(const QString &text);
-
 /// Ascending order by code points (never by UTF-16 units).
 [[nodiscard]] bool precedesByCodePoints(QStringView left, QStringView right);
 

@@ -64,15 +64,6 @@ QString escaped(QChar character) {
     }
 }
 
-void appendEscaped(QString &line, const QString &text) {
-    for (const QChar character : text) {
-        if (isLineBreaking(character))
-            line += escaped(character);
-        else
-            line += character;
-    }
-}
-
 struct Sink {
     std::mutex mutex;
     LogSink write;
@@ -86,12 +77,7 @@ Sink &currentSink() {
 } // namespace
 
 void log(LogTag tag, const QString &text) {
-    const QStringView prefix = prefixOf(tag);
-    QString line;
-    line.reserve(prefix.size() + text.size());
-    line += prefix;
-    appendEscaped(line, text);
-
+    const QString line = prefixOf(tag).toString() + onOneLine(text);
     Sink &sink = currentSink();
     const std::lock_guard lock(sink.mutex);
     if (sink.write)
@@ -118,6 +104,18 @@ LogSink descriptorLogSink(int descriptor) {
             written += count;
         }
     };
+}
+
+QString onOneLine(const QString &text) {
+    QString line;
+    line.reserve(text.size());
+    for (const QChar character : text) {
+        if (isLineBreaking(character))
+            line += escaped(character);
+        else
+            line += character;
+    }
+    return line;
 }
 
 QString fixed(double value, int decimals) {

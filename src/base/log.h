@@ -41,6 +41,9 @@ void setLogSink(LogSink sink);
 /// A sink that writes a line to the descriptor in one piece and at once, as UTF-8. A closed pipe is ignored.
 [[nodiscard]] LogSink descriptorLogSink(int descriptor);
 
+/// The text with its line feeds and other control characters escaped, so that it takes one line.
+[[nodiscard]] QString onOneLine(const QString &text);
+
 /// A number in the form of printf's "%.<decimals>f": always a point, whatever the locale.
 [[nodiscard]] QString fixed(double value, int decimals);
 

@@ -10,4 +10,17 @@ QByteArray utf8(QStringView text) {
     return encoder.encode(text);
 }
 
+QString wellFormed(const QString &text) {
+    QString result = text;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const bool isPair =
+            text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (isPair)
+            ++at;
+        else if (text[at].isSurrogate())
+            result[at] = QChar::ReplacementCharacter;
+    }
+    return result;
+}
+
 } // namespace velmo

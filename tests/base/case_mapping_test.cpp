@@ -1,5 +1,7 @@
 #include "base/case_mapping.h"
 
+#include "support/qt_printing.h"
+
 #include <gtest/gtest.h>
 
 namespace velmo {

@@ -1,5 +1,7 @@
 #include "base/pattern.h"
 
+#include "support/qt_printing.h"
+
 #include <QStringList>
 #include <gtest/gtest.h>
 
