@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 
+#include "app/commands/clean.h"
 #include "app/commands/defaults.h"
 #include "app/commands/dictate.h"
 #include "app/output.h"
@@ -13,6 +14,7 @@ namespace {
 // In the order of the overview.
 const std::array kCommands = {
     dictateCommand(),
+    cleanCommand(),
     defaultsCommand(),
 };
 
