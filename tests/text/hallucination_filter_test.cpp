@@ -1,6 +1,7 @@
 #include "text/hallucination_filter.h"
 
 #include "support/log_capture.h"
+#include "support/qt_printing.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
+#include "support/qt_printing.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "base/case_mapping.h"
 #include "base/characters.h"
 #include "base/pattern.h"
+#include "support/qt_printing.h"
 #include "text/passes/fillers.h"
 #include "text/passes/line_breaks.h"
 #include "text/passes/norwegian_words.h"

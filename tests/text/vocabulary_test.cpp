@@ -4,6 +4,7 @@
 #include "base/characters.h"
 #include "base/composition.h"
 #include "support/log_capture.h"
+#include "support/qt_printing.h"
 #include "text/vocabulary/apply_dictionary.h"
 #include "text/vocabulary/edit_distance.h"
 
