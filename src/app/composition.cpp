@@ -1,12 +1,12 @@
 #include "app/composition.h"
 
-#include "app/pass_through_text.h"
 #include "base/qt_main_queue.h"
 #include "platform/linux/sndfile_audio_length.h"
 #include "service/http_client.h"
 #include "service/transcription_client.h"
 #include "store/history_store.h"
 #include "store/sqlite_preferences.h"
+#include "text/text_processor.h"
 
 #include <QStandardPaths>
 
@@ -64,7 +64,9 @@ Transcriber &Composition::transcriptionClient() {
 }
 
 TextProcessing &Composition::textProcessor() {
-    return ensure(m_textProcessor, [] { return std::make_unique<PassThroughText>(); });
+    return ensure(m_textProcessor, [this] {
+        return std::make_unique<TextProcessor>(m_origin, httpClient(), m_account, preferences());
+    });
 }
 
 const AudioLength &Composition::audioLength() {

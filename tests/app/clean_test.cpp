@@ -52,7 +52,9 @@ TEST_F(CleanTest, AnswersEachLine) {
 }
 
 TEST_F(CleanTest, UsesTheStoredPreferencesWhereALineHasNone) {
-    velmo.run({u"defaults"_s, u"write"_s, u"velmoSelectedLanguages"_s, u"--string"_s, u"no"_s});
+    const auto stored =
+        velmo.run({u"defaults"_s, u"write"_s, u"velmoSelectedLanguages"_s, u"--string"_s, u"no"_s});
+    EXPECT_EQ(stored.status, 0);
     EXPECT_EQ(clean({u"--jsonl"_s}, R"({"text":"hei komma um"})").output, "{\"text\":\"Hei, um\"}\n");
     EXPECT_EQ(clean({}, "hei komma um").output, "Hei, um\n");
 }

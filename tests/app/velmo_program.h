@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QProcessEnvironment>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -7,21 +8,31 @@ namespace velmo::testing {
 
 /// What a run of a program came to.
 struct Run {
-    int status; ///< -1 when it crashed or did not end.
+    int status = -1; ///< -1 when it crashed or did not end.
     QByteArray output;
     QByteArray error;
+
+    /// The lines on standard error that are no log lines.
+    [[nodiscard]] QStringList messages() const;
 };
 
-/// The real `velmo`, with a home of its own.
+/// The real `velmo`, with a home of its own and neither display nor bus, which no command needs.
 class VelmoProgram {
 public:
-    Run run(const QStringList &arguments, const QByteArray &input = {}) const;
+    VelmoProgram();
+
+    void setEnvironment(const QString &name, const QString &value) { m_environment.insert(name, value); }
+
+    [[nodiscard]] Run run(const QStringList &arguments, const QByteArray &input = {}) const;
 
     /// A path in its configuration directory.
-    [[nodiscard]] QString configPath(const QString &name) const;
+    [[nodiscard]] QString configPath(const QString &name) const {
+        return m_home.filePath(QStringLiteral("config/") + name);
+    }
 
 private:
     QTemporaryDir m_home;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
 } // namespace velmo::testing
