@@ -4,8 +4,8 @@
 
 namespace velmo::localservice {
 
-/// A language model behind the OpenAI-compatible POST /v1/chat/completions, such as those of llama.cpp, Ollama
-/// and vLLM. Any thread.
+/// A language model behind the OpenAI-compatible POST /v1/chat/completions, such as those of llama.cpp,
+/// Ollama and vLLM. Any thread.
 class ChatClient {
 public:
     /// The client must outlive it.

@@ -9,7 +9,8 @@
 namespace velmo::localservice {
 
 /// A thread for each connection, up to a bound: a fixed small pool, as the library has by default, is blocked
-/// for everybody by as many stalled clients as it has threads. Connections beyond the bound wait for a thread.
+/// for everybody by as many stalled clients as it has threads. Connections beyond the bound wait for a
+/// thread.
 class ConnectionThreads final : public httplib::TaskQueue {
 public:
     explicit ConnectionThreads(int bound) : m_bound(bound) {}

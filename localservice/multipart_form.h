@@ -23,9 +23,9 @@ struct Upload {
 ///
 ///     Content-Type: multipart/form-data; boundary=Boundary-9F1C2B9E-8D47-4A0E-9B51-6C2D7E8F9A10
 ///
-/// and the parts audio, prompt (only when there are hint words), language, languages (a JSON array of strings)
-/// and source ("mac"), in this order, lines ended by CR LF, nothing before, between or after them. So a client
-/// that strays from the form learns it here, and from a sentence that names the piece at fault.
+/// and the parts audio, prompt (only when there are hint words), language, languages (a JSON array of
+/// strings) and source ("mac"), in this order, lines ended by CR LF, nothing before, between or after them.
+/// So a client that strays from the form learns it here, and from a sentence that names the piece at fault.
 [[nodiscard]] Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteArray &body);
 
 } // namespace velmo::localservice

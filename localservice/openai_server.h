@@ -22,8 +22,8 @@ struct OpenAiAddress {
 };
 
 /// The address of an endpoint ("/v1/chat/completions") from what a person writes: the server alone
-/// ("http://127.0.0.1:8080"), with the version ("https://api.example/v1") or the whole address, which stays as
-/// it is. A sentence when it is no http or https address.
+/// ("http://127.0.0.1:8080"), with the version ("https://api.example/v1") or the whole address, which stays
+/// as it is. A sentence when it is no http or https address.
 [[nodiscard]] Result<QString, QString> openAiUrl(const QString &written, const QString &endpointPath);
 
 /// A server that is asked on behalf of Velmo. Any thread.

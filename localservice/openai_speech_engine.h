@@ -7,8 +7,8 @@ namespace velmo::localservice {
 
 struct SpeechServerSettings {
     OpenAiAddress address;
-    /// Leaves the language to the server's ears instead of telling it the primary one: for people who dictate in
-    /// several. Told one language, Whisper writes everything in it.
+    /// Leaves the language to the server's ears instead of telling it the primary one: for people who dictate
+    /// in several. Told one language, Whisper writes everything in it.
     bool detectLanguage = false;
 };
 

@@ -5,9 +5,9 @@
 
 namespace velmo::localservice {
 
-/// POST /api/process: {"text", "systemPrompt"} becomes {"text"}, rewritten by the model under the prompt. Without
-/// a model (null) it is refused with 503, and Velmo keeps its local result. The client must outlive the
-/// endpoint.
+/// POST /api/process: {"text", "systemPrompt"} becomes {"text"}, rewritten by the model under the prompt.
+/// Without a model (null) it is refused with 503, and Velmo keeps its local result. The client must outlive
+/// the endpoint.
 [[nodiscard]] Endpoint processEndpoint(const ChatClient *chat);
 
 } // namespace velmo::localservice
