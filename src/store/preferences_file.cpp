@@ -71,6 +71,8 @@ public:
             return codeOfErrno();
         const auto end = Clock::now() + kPatience;
         while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
+            if (errno != EWOULDBLOCK && errno != EINTR)
+                return codeOfErrno();
             if (Clock::now() >= end)
                 return SQLITE_BUSY;
             std::this_thread::sleep_for(10ms);
