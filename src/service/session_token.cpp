@@ -1,0 +1,112 @@
+#include "service/session_token.h"
+
+#include "base/log.h"
+#include "base/utf8.h"
+#include "platform/keychain.h"
+
+#include <QStringDecoder>
+#include <QThreadPool>
+
+namespace velmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a read begun ahead serves. A dictation begins another with its recording and again while a long one goes
+/// on; upload, processing and normalisation after it end within their limits of 35, 15 and 3 s.
+constexpr auto kDictation = 60s;
+
+std::optional<QString> textOf(const QByteArray &secret) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder(secret);
+    if (decoder.hasError() || text.isEmpty())
+        return std::nullopt;
+    return text;
+}
+
+} // namespace
+
+SessionToken::SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock)
+    : m_keychain(keychain), m_account(std::move(account)), m_worker(worker), m_clock(clock) {}
+
+SessionToken::~SessionToken() {
+    m_worker.waitForDone();
+}
+
+std::optional<QString> SessionToken::read() {
+    for (;;) {
+        const int session = this->session();
+        const auto begun = prepared();
+        Token token = begun ? begun->get() : readKeychain();
+        const std::lock_guard lock(m_mutex);
+        if (m_isForgotten)
+            return std::nullopt;
+        if (m_session == session)
+            return token;
+    }
+}
+
+void SessionToken::prepare() {
+    auto task = std::make_shared<std::packaged_task<Token()>>([this] { return readKeychain(); });
+    {
+        const std::lock_guard lock(m_mutex);
+        m_prepared = Prepared{task->get_future().share(), m_clock.uptime()};
+    }
+    m_worker.start([task] { (*task)(); });
+}
+
+int SessionToken::store(const QString &token) {
+    auto outcome = m_keychain.remove(m_account);
+    if (outcome)
+        outcome = m_keychain.add(m_account, utf8(token));
+    note(outcome ? QString() : outcome.error().reason);
+    return beginSession(false);
+}
+
+void SessionToken::forget() {
+    beginSession(true);
+    m_worker.start([this] {
+        const auto outcome = m_keychain.remove(m_account);
+        note(outcome ? QString() : outcome.error().reason);
+    });
+}
+
+int SessionToken::session() const {
+    const std::lock_guard lock(m_mutex);
+    return m_session;
+}
+
+std::optional<std::shared_future<std::optional<QString>>> SessionToken::prepared() const {
+    const std::lock_guard lock(m_mutex);
+    if (!m_prepared || m_clock.uptime() - m_prepared->begun >= kDictation)
+        return std::nullopt;
+    return m_prepared->token;
+}
+
+std::optional<QString> SessionToken::readKeychain() {
+    const auto secret = m_keychain.read(m_account);
+    note(secret ? QString() : secret.error().reason);
+    return secret && *secret ? textOf(**secret) : std::nullopt;
+}
+
+int SessionToken::beginSession(bool isForgotten) {
+    const std::lock_guard lock(m_mutex);
+    ++m_session;
+    m_isForgotten = isForgotten;
+    m_prepared.reset();
+    return m_session;
+}
+
+void SessionToken::note(const QString &failure) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_lastFailure == failure)
+            return;
+        m_lastFailure = failure;
+    }
+    if (!failure.isEmpty())
+        log(LogTag::Auth, QStringLiteral("The session token is out of reach: ") + failure);
+}
+
+} // namespace velmo

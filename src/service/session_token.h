@@ -1,0 +1,69 @@
+#pragma once
+
+#include "base/main_queue.h"
+
+#include <QString>
+#include <future>
+#include <mutex>
+#include <optional>
+
+class QThreadPool;
+
+namespace velmo {
+
+class Keychain;
+
+/// The token of the session, kept in the keychain and nowhere else. Every read asks the keychain, except that one
+/// begun ahead for a dictation serves all requests of that dictation. Any thread, where not said otherwise.
+class SessionToken {
+public:
+    /// All of them outlive the token. The worker has one thread, so that what is asked of the keychain happens in
+    /// order; the queue gives the time.
+    SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock);
+    SessionToken(const SessionToken &) = delete;
+    SessionToken &operator=(const SessionToken &) = delete;
+    /// Waits until the keychain has done what it was asked for.
+    ~SessionToken();
+
+    /// The token as it is now; nothing where there is none, the keychain has no answer or the text is empty. Waits for
+    /// the keychain, at most a second; not on the main thread.
+    [[nodiscard]] std::optional<QString> read();
+
+    /// Begins to read.
+    void prepare();
+
+    /// Puts a new token in the place of the old, which begins a session; answers its number. Waits for the keychain;
+    /// on the worker.
+    int store(const QString &token);
+
+    /// Removes the token. Reads from here on find nothing, even if the keychain takes its time or refuses.
+    void forget();
+
+    /// Grows with every `store` and `forget`: what was begun under another number belongs to another session.
+    [[nodiscard]] int session() const;
+
+private:
+    using Token = std::optional<QString>;
+    struct Prepared {
+        std::shared_future<Token> token;
+        std::chrono::nanoseconds begun;
+    };
+
+    [[nodiscard]] std::optional<std::shared_future<Token>> prepared() const;
+    [[nodiscard]] Token readKeychain();
+    int beginSession(bool isForgotten);
+    void note(const QString &failure);
+
+    Keychain &m_keychain;
+    const QString m_account;
+    QThreadPool &m_worker;
+    const MainQueue &m_clock;
+
+    mutable std::mutex m_mutex; // of what follows
+    int m_session = 0;
+    bool m_isForgotten = false;
+    std::optional<Prepared> m_prepared;
+    QString m_lastFailure; // one that goes on is logged once
+};
+
+} // namespace velmo
