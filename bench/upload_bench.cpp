@@ -24,7 +24,7 @@ const TranscriptionSettings &settings() {
 /// A file of a minute's length, in the page cache as a recording just written is.
 QString recording() {
     static const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("recording.wav"));
+    QString path = directory.filePath(QStringLiteral("recording.wav"));
     QFile file(path);
     if (!file.exists() && file.open(QIODevice::WriteOnly))
         file.write(QByteArray(44 + 60 * 16000 * 2, '\x55'));

@@ -50,7 +50,7 @@ protected:
 
     /// A file of that many bytes, none like its neighbour.
     [[nodiscard]] QString recording(qsizetype size, const QString &name = QStringLiteral("a.wav")) const {
-        const QString path = directory.filePath(name);
+        QString path = directory.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes(size));
