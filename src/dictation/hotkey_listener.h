@@ -17,11 +17,11 @@ class FnKeyInterceptor;
 class Preferences;
 
 /// Turns presses of the trigger key into the two gestures. Holding the key records for as long as it is held
-/// (push-to-talk); two quick taps start a recording that lasts until the next release (hands-free). The fallback
-/// hot key Control+Shift+A toggles.
+/// (push-to-talk); two quick taps start a recording that lasts until the next release (hands-free). The
+/// fallback hot key Control+Shift+A toggles.
 ///
-/// It only asks for recordings to start and stop; whoever carries that out tells it with `recordingEnded` when a
-/// recording ended in another way. Main thread; all times are on the clock of MainQueue::uptime.
+/// It only asks for recordings to start and stop; whoever carries that out tells it with `recordingEnded`
+/// when a recording ended in another way. Main thread; all times are on the clock of MainQueue::uptime.
 class HotkeyListener final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isUsingFnHotkey READ isUsingFnHotkey NOTIFY isUsingFnHotkeyChanged)
@@ -52,13 +52,14 @@ public:
 
     void fnDown(std::chrono::nanoseconds time);
     void fnUp(std::chrono::nanoseconds time);
-    /// Another key or a mouse button went down while the trigger key is held. Before push-to-talk has begun the
-    /// press was part of a shortcut and is forgotten, a tap before it too. Once a recording runs it goes on.
+    /// Another key or a mouse button went down while the trigger key is held. Before push-to-talk has begun
+    /// the press was part of a shortcut and is forgotten, a tap before it too. Once a recording runs it goes
+    /// on.
     void combinationUsed();
     void toggleFromHotkey();
 
-    /// A recording ended, or one that was asked for did not begin, by whatever way: the next press starts afresh.
-    /// Does nothing when the gesture has ended already.
+    /// A recording ended, or one that was asked for did not begin, by whatever way: the next press starts
+    /// afresh. Does nothing when the gesture has ended already.
     void recordingEnded();
 
     [[nodiscard]] bool isUsingFnHotkey() const { return m_isUsingFnHotkey; }
@@ -68,10 +69,11 @@ public:
     std::function<void()> onStopRecording;
     std::function<void(bool granted)> onPermissionStatusChanged;
 
-    /// The trigger key went down and may become a gesture: time to open the microphone, so that words spoken with
-    /// the press are not lost. Called again with the second press of a double tap.
+    /// The trigger key went down and may become a gesture: time to open the microphone, so that words spoken
+    /// with the press are not lost. Called again with the second press of a double tap.
     std::function<void(std::chrono::nanoseconds time)> onPress;
-    /// Nothing of the presses since `onPress` is wanted any more: they were no gesture, or its recording is over.
+    /// Nothing of the presses since `onPress` is wanted any more: they were no gesture, or its recording is
+    /// over.
     std::function<void()> onPressDropped;
 
 Q_SIGNALS:

@@ -6,8 +6,8 @@ namespace velmo {
 
 class Preferences;
 
-/// Which keys can start a dictation. A key is named as XKB names its position ("RCTL"), so the choice survives
-/// a change of layout.
+/// Which keys can start a dictation. A key is named as XKB names its position ("RCTL"), so the choice
+/// survives a change of layout.
 
 /// Right Control: on nearly every keyboard, seldom used, and no character is written with it.
 inline constexpr QStringView kDefaultTriggerKey = u"RCTL";
