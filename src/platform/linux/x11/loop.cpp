@@ -1,12 +1,27 @@
 #include "platform/linux/x11/loop.h"
 
 #include <algorithm>
-#include <array>
+#include <future>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace velmo::x11 {
+
+namespace {
+
+/// Tells a waiting thread whether its task ran, once the task has run or was dropped.
+struct Outcome {
+    std::promise<bool> told;
+    bool hasRun = false;
+
+    Outcome() = default;
+    Outcome(const Outcome &) = delete;
+    Outcome &operator=(const Outcome &) = delete;
+    ~Outcome() { told.set_value(hasRun); }
+};
+
+} // namespace
 
 Loop::Loop(Connection &connection)
     : m_connection(connection), m_wake(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
@@ -31,9 +46,21 @@ void Loop::stop() {
 void Loop::post(Task task) {
     {
         const std::lock_guard lock(m_mutex);
+        if (m_hasEnded)
+            return;
         m_tasks.push_back(std::move(task));
     }
     eventfd_write(m_wake, 1);
+}
+
+bool Loop::runAndWait(const Task &task) {
+    auto outcome = std::make_shared<Outcome>();
+    auto hasRun = outcome->told.get_future();
+    post([&task, outcome = std::move(outcome)] {
+        task();
+        outcome->hasRun = true;
+    });
+    return hasRun.get();
 }
 
 Loop::Timer Loop::after(std::chrono::milliseconds delay, Task task) {
@@ -42,13 +69,27 @@ Loop::Timer Loop::after(std::chrono::milliseconds delay, Task task) {
     return timer;
 }
 
+void Loop::addSource(int descriptor, Task handle) {
+    m_sources[descriptor] = std::make_shared<const Task>(std::move(handle));
+}
+
 void Loop::run() {
     while (m_runs && !xcb_connection_has_error(m_connection.xcb())) {
         runTasks();
         runTimers();
         handleEvents();
+        handleSources();
+        handleEvents(); // a source may have waited for an answer, which takes in events too
         wait();
     }
+    end();
+}
+
+void Loop::end() {
+    std::vector<Task> dropped;
+    const std::lock_guard lock(m_mutex);
+    m_hasEnded = true;
+    dropped.swap(m_tasks);
 }
 
 void Loop::runTasks() {
@@ -84,6 +125,15 @@ void Loop::handleEvents() {
     }
 }
 
+void Loop::handleSources() {
+    const auto sources = m_sources; // handling one may add or remove others
+    for (const auto &[descriptor, handle] : sources) {
+        const auto current = m_sources.find(descriptor);
+        if (current != m_sources.end() && current->second == handle)
+            (*handle)();
+    }
+}
+
 void Loop::dispatch(const xcb_generic_event_t &event) {
     for (const EventHandler &handler : m_handlers)
         handler(event);
@@ -92,11 +142,13 @@ void Loop::dispatch(const xcb_generic_event_t &event) {
 void Loop::wait() {
     if (!m_runs)
         return;
-    std::array<pollfd, 2> sources = {
+    std::vector<pollfd> descriptors = {
         pollfd{xcb_get_file_descriptor(m_connection.xcb()), POLLIN, 0},
         pollfd{m_wake, POLLIN, 0},
     };
-    poll(sources.data(), sources.size(), millisecondsToNextTimer());
+    for (const auto &source : m_sources)
+        descriptors.push_back(pollfd{source.first, POLLIN, 0});
+    poll(descriptors.data(), descriptors.size(), millisecondsToNextTimer());
     eventfd_t posted = 0;
     eventfd_read(m_wake, &posted);
 }
