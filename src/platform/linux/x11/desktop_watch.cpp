@@ -1,0 +1,102 @@
+#include "platform/linux/x11/desktop_watch.h"
+
+#include "platform/linux/x11/xkb.h"
+
+#include <algorithm>
+
+namespace velmo::x11 {
+
+namespace {
+
+/// Begins to listen for other layouts and other names of keys.
+/// @return the kind of the events; 0, which is none, without the extension.
+int selectKeyboardChanges(Connection &connection) {
+    xcb_connection_t *xcb = connection.xcb();
+    const auto *extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
+    if (!extension || !extension->present)
+        return 0;
+    const Owned<xcb_xkb_use_extension_reply_t> used(xcb_xkb_use_extension_reply(
+        xcb, xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr));
+    constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
+                                XCB_XKB_EVENT_TYPE_NAMES_NOTIFY;
+    constexpr uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
+    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
+    return extension->first_event;
+}
+
+} // namespace
+
+std::unique_ptr<DesktopWatch> DesktopWatch::open(const QString &display) {
+    auto connection = Connection::open(display);
+    if (!connection)
+        return nullptr;
+    const ServerClock clock = ServerClock::measure(**connection);
+    const auto devices = InputDevices::open(**connection);
+    if (!devices)
+        return nullptr;
+    return std::unique_ptr<DesktopWatch>(new DesktopWatch(std::move(*connection), clock, *devices));
+}
+
+DesktopWatch::DesktopWatch(std::unique_ptr<Connection> connection, const ServerClock &clock,
+                           const InputDevices &devices)
+    : m_connection(std::move(connection)),
+      m_clock(clock),
+      m_devices(devices),
+      m_xkbEvent(selectKeyboardChanges(*m_connection)),
+      m_loop(*m_connection) {
+    const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection->xcb(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
+    m_keyboard = KeyboardMap::read(*m_connection);
+    m_loop.addHandler([this](const xcb_generic_event_t &event) { handle(event); });
+    m_loop.start();
+}
+
+void DesktopWatch::run(const Loop::Task &task) {
+    if (!m_loop.runAndWait(task))
+        task();
+}
+
+void DesktopWatch::remove(Observer *observer) {
+    m_observers.erase(std::remove(m_observers.begin(), m_observers.end(), observer), m_observers.end());
+}
+
+void DesktopWatch::catchUp() {
+    // Events that happened before are sent before the answer.
+    const Owned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection->xcb(), xcb_get_input_focus(m_connection->xcb()), nullptr));
+    m_loop.handleEvents();
+}
+
+void DesktopWatch::handle(const xcb_generic_event_t &event) {
+    if (const auto input = m_devices.rawInput(event)) {
+        m_devices.note(*input);
+        for (Observer *observer : m_observers)
+            observer->inputMoved(*input);
+    } else if (m_devices.isChange(event)) {
+        m_devices.refresh();
+        for (Observer *observer : m_observers)
+            observer->devicesChanged();
+    } else if (kindOf(event) == XCB_PROPERTY_NOTIFY) {
+        for (Observer *observer : m_observers)
+            observer->rootPropertyChanged(as<xcb_property_notify_event_t>(event).atom);
+    } else if (kindOf(event) == XCB_MAPPING_NOTIFY || (m_xkbEvent != 0 && kindOf(event) == m_xkbEvent)) {
+        scheduleKeyboardRead();
+    }
+}
+
+/// One change of layout is several events, and keys that a program injects are two changes, forth and back.
+void DesktopWatch::scheduleKeyboardRead() {
+    if (!std::exchange(m_isKeyboardReadScheduled, true))
+        m_loop.post([this] { readKeyboard(); });
+}
+
+void DesktopWatch::readKeyboard() {
+    m_isKeyboardReadScheduled = false;
+    const auto previous = std::exchange(m_keyboard, KeyboardMap::read(*m_connection));
+    if (m_keyboard == previous)
+        return;
+    for (Observer *observer : m_observers)
+        observer->keyboardChanged();
+}
+
+} // namespace velmo::x11
