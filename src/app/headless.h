@@ -18,6 +18,7 @@ public:
 class NoWorkspace final : public Workspace {
 public:
     [[nodiscard]] std::optional<QString> frontmostApplicationName() const override { return std::nullopt; }
+    void setActivationHandler(ActivationHandler) override {}
 };
 
 class Silence final : public SoundPlayer {

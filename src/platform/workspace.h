@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace velmo {
@@ -16,6 +17,12 @@ public:
     /// The name, as people know it, of the application that has focus; nothing when none has or it is
     /// unnamed. Main thread; answers from what is known already and never waits for another program.
     [[nodiscard]] virtual std::optional<QString> frontmostApplicationName() const = 0;
+
+    /// Told, as a task of the main queue, whenever an application comes to the front.
+    using ActivationHandler = std::function<void(bool isThisApplication)>;
+
+    /// Replaces the handler; an empty one ends the notices. Main thread.
+    virtual void setActivationHandler(ActivationHandler handler) = 0;
 };
 
 } // namespace velmo

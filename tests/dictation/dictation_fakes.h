@@ -29,6 +29,7 @@ struct FakeMicrophonePermission final : MicrophonePermission {
 struct FakeWorkspace final : Workspace {
     std::optional<QString> name = QStringLiteral("Writer");
     [[nodiscard]] std::optional<QString> frontmostApplicationName() const override { return name; }
+    void setActivationHandler(ActivationHandler) override {}
 };
 
 struct FakeSounds final : SoundPlayer {
