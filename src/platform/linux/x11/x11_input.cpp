@@ -1,0 +1,49 @@
+#include "platform/linux/x11/x11_input.h"
+
+#include "platform/linux/x11/accessibility.h"
+#include "platform/linux/x11/active_application.h"
+#include "platform/linux/x11/hotkey.h"
+#include "platform/linux/x11/keyboard_keys.h"
+#include "platform/linux/x11/mouse_monitor.h"
+#include "platform/linux/x11/trigger_tap.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <xcb/xtest.h>
+
+namespace velmo {
+
+namespace {
+
+bool canInject(x11::DesktopWatch *watch) {
+    if (!watch)
+        return false;
+    const auto *extension = xcb_get_extension_data(watch->connection().xcb(), &xcb_test_id);
+    return extension && extension->present;
+}
+
+} // namespace
+
+X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places) {
+    const std::shared_ptr<x11::DesktopWatch> watch = x11::DesktopWatch::open(places.display);
+    X11Input input;
+    input.permission = std::make_unique<x11::Accessibility>(watch != nullptr, canInject(watch.get()),
+                                                            QProcessEnvironment::systemEnvironment());
+    input.tap = std::make_unique<x11::TriggerTap>(
+        queue, watch, x11::TriggerTap::Places{places.display, places.keyGuardProgram});
+    input.hotkey = std::make_unique<x11::Hotkeys>(queue, watch, places.display);
+    input.mouse = std::make_unique<x11::MouseMonitor>(queue, watch);
+    input.keys = std::make_unique<x11::Keys>(watch);
+    input.workspace = std::make_unique<x11::ActiveApplication>(queue, watch);
+    return input;
+}
+
+QString keyGuardProgram() {
+    const QDir here(QCoreApplication::applicationDirPath());
+    const QString beside = here.filePath(QStringLiteral("velmo-key-guard"));
+    return QFileInfo::exists(beside) ? beside
+                                     : here.filePath(QStringLiteral("../libexec/velmo/velmo-key-guard"));
+}
+
+} // namespace velmo

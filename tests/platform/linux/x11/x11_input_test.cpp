@@ -1,0 +1,258 @@
+#include "platform/linux/x11/x11_input.h"
+
+#include "key_stage.h"
+#include "platform/linux/x11/accessibility.h"
+#include "support/manual_main_queue.h"
+#include "support/xvfb.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+using testing::waitUntil;
+namespace key = testing::key;
+
+class X11InputTest : public ::testing::Test {
+protected:
+    [[nodiscard]] bool waitFor(const std::function<bool()> &condition) {
+        return waitUntil([&] {
+            queue.runPosted();
+            return condition();
+        });
+    }
+
+    testing::Xvfb server;
+    testing::ManualMainQueue queue;
+    X11Input input = makeX11Input(queue, {server.display(), {}});
+};
+
+// The fallback hot key
+
+constexpr Hotkey kHotkey{'a', KeyFlag::Control | KeyFlag::Shift};
+
+class HotkeyTest : public X11InputTest {
+protected:
+    [[nodiscard]] auto registerHotkey() {
+        return input.hotkey->registerHotkey(kHotkey, [this] { ++presses; });
+    }
+
+    testing::Hands hands{server.display()};
+    std::atomic<int> presses = 0;
+};
+
+TEST_F(HotkeyTest, WorksUnderEveryStateOfTheLocks) {
+    const auto registration = registerHotkey();
+    ASSERT_TRUE(registration);
+    int expected = 0;
+    for (const uint8_t lock : {key::capsLock, key::numLock, key::capsLock, key::numLock}) {
+        hands.chord({key::leftControl, key::leftShift, key::letterA});
+        ++expected;
+        EXPECT_TRUE(waitFor([&] { return presses == expected; })) << "before lock key " << int(lock);
+        hands.tap(lock);
+    }
+}
+
+TEST_F(HotkeyTest, FollowsTheLayout) {
+    const auto registration = registerHotkey();
+    ASSERT_TRUE(registration);
+    EXPECT_EQ(server.start(QStringLiteral("setxkbmap"), {QStringLiteral("fr")})->outputUntilEnd(), "");
+    EXPECT_TRUE(waitFor([&] {
+        hands.chord({key::leftControl, key::leftShift, key::frenchA});
+        return presses > 0;
+    }));
+    testing::OtherApplication application(server.display());
+    hands.chord({key::leftControl, key::leftShift, key::letterA}); // writes "Q" now
+    EXPECT_TRUE(waitFor([&] { return application.seen().contains(u"shiftcontrol+38"); }));
+}
+
+TEST_F(HotkeyTest, IsRefusedWhenAnotherApplicationHasTheKeyAndGivenBackWhenDropped) {
+    {
+        testing::OtherApplication application(server.display());
+        application.grabKey(key::letterA);
+        const auto registration = registerHotkey();
+        ASSERT_FALSE(registration);
+        EXPECT_EQ(registration.error(), 10); // BadAccess
+    }
+    EXPECT_TRUE(waitFor([this] { return registerHotkey().has_value(); })); // its end takes a moment
+    testing::OtherApplication application(server.display());
+    hands.chord({key::leftControl, key::leftShift, key::letterA});
+    EXPECT_TRUE(waitFor([&] { return application.seen().contains(u"shiftcontrol+38"); }));
+    EXPECT_EQ(presses, 0);
+}
+
+// Mouse and keys
+
+TEST_F(X11InputTest, TellsWhereTheMouseIsClicked) {
+    testing::Hands hands(server.display());
+    QPoint clicked;
+    const auto watch = input.mouse->watch([&](QPoint position) { clicked = position; });
+    hands.click({600, 300});
+    EXPECT_TRUE(waitFor([&] { return !clicked.isNull(); }));
+    EXPECT_EQ(clicked, QPoint(600, 300));
+}
+
+TEST_F(X11InputTest, KnowsKeysByTheirPlace) {
+    const auto trigger = input.keys->keyAt(key::rightControl);
+    ASSERT_TRUE(trigger);
+    EXPECT_EQ(trigger->name, QStringLiteral("RCTL"));
+    EXPECT_EQ(trigger->symbol, 0xffe4U);
+    EXPECT_EQ(input.keys->keyAt(key::letterA)->name, QStringLiteral("AC01"));
+    EXPECT_FALSE(input.keys->keyAt(4000));
+}
+
+// Windows
+
+struct ApplicationCase {
+    const char *label;
+    QByteArray windowClass; ///< Instance and class, each ended by NUL.
+    const char *hint;       ///< Property by which a toolkit tells its desktop file; may be null.
+    const char *hintedFile;
+    const char *name;
+};
+
+class WorkspaceTest : public X11InputTest, public ::testing::WithParamInterface<ApplicationCase> {
+protected:
+    static void SetUpTestSuite() {
+        // The library reads these once in a process.
+        qputenv("XDG_DATA_HOME", data().path().toUtf8());
+        qputenv("XDG_DATA_DIRS", "/nonexistent");
+        QDir(data().path()).mkpath(QStringLiteral("applications"));
+        writeDesktopFile("org.example.Letters", "Name=Letters\nExec=/bin/true %U\n");
+        writeDesktopFile("painter", "Name=Paint Studio\nExec=/bin/true\nStartupWMClass=Painter-2.0\n");
+        writeDesktopFile("tables", "Name=Tables\nExec=/bin/echo --new\n");
+    }
+
+    static QTemporaryDir &data() {
+        static QTemporaryDir directory;
+        return directory;
+    }
+
+    static void writeDesktopFile(const char *id, const QByteArray &lines) {
+        QFile file(data().filePath(QStringLiteral("applications/%1.desktop").arg(QLatin1StringView(id))));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("[Desktop Entry]\nType=Application\n" + lines);
+    }
+
+    void activate(xcb_window_t window) {
+        x11::Connection &x = *connection;
+        xcb_change_property(x.xcb(), XCB_PROP_MODE_REPLACE, x.root(), x.atom("_NET_ACTIVE_WINDOW"),
+                            XCB_ATOM_WINDOW, 32, 1, &window);
+        xcb_flush(x.xcb());
+    }
+
+    xcb_window_t createWindow(const QByteArray &windowClass) {
+        const xcb_window_t window = connection->createWindow(XCB_EVENT_MASK_NO_EVENT);
+        setText(window, "WM_CLASS", "STRING", windowClass);
+        return window;
+    }
+
+    void setText(xcb_window_t window, const char *property, const char *type, const QByteArray &text) {
+        x11::Connection &x = *connection;
+        xcb_change_property(x.xcb(), XCB_PROP_MODE_REPLACE, window, x.atom(property), x.atom(type), 8,
+                            static_cast<uint32_t>(text.size()), text.constData());
+    }
+
+    std::unique_ptr<x11::Connection> connection = std::move(*x11::Connection::open(server.display()));
+};
+
+TEST_P(WorkspaceTest, CallsApplicationsAsPeopleDo) {
+    const xcb_window_t window = createWindow(GetParam().windowClass);
+    if (GetParam().hint)
+        setText(window, GetParam().hint, "UTF8_STRING", GetParam().hintedFile);
+    setText(window, "_NET_WM_NAME", "UTF8_STRING", "Åpen fil");
+    activate(window);
+    const QString name = QString::fromUtf8(GetParam().name);
+    EXPECT_TRUE(waitFor([&] { return input.workspace->frontmostApplicationName() == name; }))
+        << input.workspace->frontmostApplicationName().value_or(QString()).toStdString();
+}
+
+QByteArray windowClass(const char *instance, const char *className) {
+    return QByteArray(instance) + '\0' + className + '\0';
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, WorkspaceTest,
+    ::testing::Values(
+        ApplicationCase{"ToolkitNamesTheFile", windowClass("x", "X"), "_KDE_NET_WM_DESKTOP_FILE",
+                        "org.example.Letters", "Letters"},
+        ApplicationCase{"OtherToolkitNamesTheFile", windowClass("x", "X"), "_GTK_APPLICATION_ID", "painter",
+                        "Paint Studio"},
+        ApplicationCase{"FileNamesTheClass", windowClass("p", "painter-2.0"), nullptr, "", "Paint Studio"},
+        ApplicationCase{"FileIsCalledAsTheClass", windowClass("l", "letters"), nullptr, "", "Letters"},
+        ApplicationCase{"FileStartsTheProgram", windowClass("echo", "Echo"), nullptr, "", "Tables"},
+        ApplicationCase{"NoFile", windowClass("xyz", "Xyz"), nullptr, "", "Xyz"},
+        ApplicationCase{"OnlyATitle", "", nullptr, "", "Åpen fil"}),
+    [](const auto &info) { return info.param.label; });
+
+TEST_F(WorkspaceTest, TellsWhenThisOrAnotherApplicationComesToTheFront) {
+    std::vector<bool> activations;
+    input.workspace->setActivationHandler([&](bool isThis) { activations.push_back(isThis); });
+    const auto own = createWindow(windowClass("velmo", "Velmo"));
+    const auto process = static_cast<uint32_t>(getpid());
+    xcb_change_property(connection->xcb(), XCB_PROP_MODE_REPLACE, own, connection->atom("_NET_WM_PID"),
+                        XCB_ATOM_CARDINAL, 32, 1, &process);
+    activate(createWindow(windowClass("other", "Other")));
+    EXPECT_TRUE(waitFor([&] { return activations.size() == 1; }));
+    activate(own);
+    EXPECT_TRUE(waitFor([&] { return activations.size() == 2; }));
+    activate(XCB_WINDOW_NONE);
+    EXPECT_TRUE(waitFor([&] { return !input.workspace->frontmostApplicationName(); }));
+    EXPECT_EQ(activations, std::vector({false, true}));
+}
+
+// Where nothing can be done
+
+TEST(X11InputWithoutDisplay, SaysSoInEveryPart) {
+    testing::ManualMainQueue queue;
+    const X11Input input = makeX11Input(queue, {QStringLiteral(":98765"), {}});
+    EXPECT_FALSE(input.tap->start(QStringLiteral("RCTL"), [](const TapEvent &) { return TapAnswer::Pass; }));
+    EXPECT_FALSE(input.hotkey->registerHotkey(kHotkey, [] {}));
+    EXPECT_FALSE(input.mouse->watch([](QPoint) {}));
+    EXPECT_FALSE(input.keys->keyAt(key::letterA));
+    EXPECT_FALSE(input.workspace->frontmostApplicationName());
+    EXPECT_FALSE(input.permission->isTrusted());
+}
+
+struct SessionCase {
+    const char *name;
+    bool canObserve;
+    bool canInject;
+    const char *sessionType;
+    const char *waylandDisplay;
+    const char *reason; ///< How it begins; empty when the permission is there.
+};
+class Sessions : public ::testing::TestWithParam<SessionCase> {};
+
+TEST_P(Sessions, DecideWhatIsPermitted) {
+    const SessionCase &row = GetParam();
+    QProcessEnvironment environment;
+    environment.insert(QStringLiteral("XDG_SESSION_TYPE"), QLatin1StringView(row.sessionType));
+    environment.insert(QStringLiteral("WAYLAND_DISPLAY"), QLatin1StringView(row.waylandDisplay));
+    const x11::Accessibility permission(row.canObserve, row.canInject, environment);
+    const QLatin1StringView reason(row.reason);
+    EXPECT_EQ(permission.isTrusted(), reason.isEmpty());
+    EXPECT_EQ(permission.reason().left(reason.size()), reason);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Sessions,
+    ::testing::Values(SessionCase{"X11", true, true, "x11", "", ""},
+                      SessionCase{"UnnamedSession", true, true, "", "", ""},
+                      SessionCase{"X11WithANestedCompositor", true, true, "x11", "wayland-1", ""},
+                      SessionCase{"Wayland", true, true, "wayland", "wayland-0", "A Wayland session"},
+                      SessionCase{"WaylandUnnamed", true, true, "", "wayland-0", "A Wayland session"},
+                      SessionCase{"NoDisplay", false, false, "", "", "There is no X display"},
+                      SessionCase{"NoInjection", true, false, "x11", "",
+                                  "The X display does not let Velmo type"}),
+    [](const auto &info) { return info.param.name; });
+
+} // namespace
+
+} // namespace velmo
