@@ -1,12 +1,8 @@
 #include "support/xvfb.h"
 
-#include <QCoreApplication>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
-#include <thread>
-
-using namespace std::chrono_literals;
 
 namespace velmo::testing {
 
@@ -24,17 +20,6 @@ QProcessEnvironment environmentFor(const QString &display) {
 }
 
 } // namespace
-
-bool waitUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        QCoreApplication::processEvents();
-        std::this_thread::sleep_for(2ms);
-    }
-    return true;
-}
 
 DisplayProgram::DisplayProgram(const QString &display, const QString &program, const QStringList &arguments) {
     m_process.setProcessEnvironment(environmentFor(display));

@@ -1,18 +1,13 @@
 #pragma once
 
+#include "support/wait_until.h"
+
 #include <QProcess>
 #include <QString>
 #include <QStringList>
-#include <chrono>
-#include <functional>
 #include <memory>
 
 namespace velmo::testing {
-
-/// Waits, with the event loop running, until the condition holds; false when it does not within a time that
-/// is long even on a busy machine.
-[[nodiscard]] bool waitUntil(const std::function<bool()> &condition,
-                             std::chrono::milliseconds limit = std::chrono::seconds(30));
 
 /// A program on a private display. It is killed with the object, and when the test itself is.
 class DisplayProgram {
