@@ -1,0 +1,196 @@
+#include "platform/linux/pulse/microphone.h"
+
+#include "base/qt_main_queue.h"
+#include "dictation/audio_recorder.h"
+#include "platform/linux/pulse/connection.h"
+#include "platform/linux/sndfile_recording_files.h"
+#include "support/log_capture.h"
+#include "support/pulse_server.h"
+#include "support/wait_until.h"
+#include "support/wave_file.h"
+
+#include <QDir>
+#include <csignal>
+#include <gmock/gmock.h>
+#include <numeric>
+
+using namespace std::chrono_literals;
+using ::testing::IsEmpty;
+
+namespace velmo {
+
+namespace {
+
+using testing::PulseServer;
+
+/// A recorder on a real sound server.
+class PulseMicrophoneTest : public ::testing::Test {
+protected:
+    PulseMicrophoneTest() {
+        recorder.onMicrophoneLost = [this] { isLost = true; };
+    }
+
+    [[nodiscard]] QString errorOfStart() {
+        const auto started = recorder.startRecording();
+        EXPECT_THAT(QDir(directory.path()).entryList(QDir::Files), IsEmpty());
+        return started ? QString() : started.error().description;
+    }
+
+    /// Starts, and waits until something is heard.
+    void startHearing() {
+        const auto started = recorder.startRecording();
+        ASSERT_TRUE(started) << started.error().description.toStdString();
+        ASSERT_TRUE(hearsAgain());
+    }
+
+    /// Whether a level comes that was not there before; it is above 0 for anything but silence.
+    [[nodiscard]] bool hearsAgain(float atLeast = 0) {
+        std::optional<float> heard;
+        recorder.onAudioLevel = [&](float level) {
+            if (level >= atLeast)
+                heard = level;
+        };
+        const bool hears = testing::waitUntil([&] { return heard.has_value() || isLost; });
+        recorder.onAudioLevel = nullptr;
+        return hears && heard;
+    }
+
+    [[nodiscard]] testing::WaveFile stop() {
+        const QString path = recorder.stopRecording().value_or(QString());
+        const auto recording = testing::readWave(path);
+        recorder.deleteRecording(path);
+        return recording;
+    }
+
+    testing::LogCapture log;
+    QtMainQueue queue;
+    QTemporaryDir directory;
+    std::unique_ptr<Microphone> microphone =
+        makePulseMicrophone(std::make_shared<pulse::Connection>(), queue);
+    std::unique_ptr<RecordingFiles> files = makeSndfileRecordingFiles();
+    AudioRecorder recorder{{queue, *microphone, *files}, directory.path()};
+    bool isLost = false;
+};
+
+/// How loud each 20 ms of it are.
+std::vector<double> envelope(const testing::WaveFile &wave) {
+    std::vector<double> values;
+    const auto step = static_cast<std::size_t>(wave.sampleRate / 50);
+    for (std::size_t at = 0; at + step <= wave.samples.size(); at += step)
+        values.push_back(testing::loudness(std::span(wave.samples).subspan(at, step)));
+    return values;
+}
+
+/// How well the sound is found anywhere in the recording: 1 where it is there exactly, about 0 where it is not.
+double likeness(const testing::WaveFile &sound, const testing::WaveFile &recording) {
+    const auto wanted = envelope(sound);
+    const auto heard = envelope(recording);
+    double best = 0;
+    for (std::size_t at = 0; at + wanted.size() <= heard.size(); ++at) {
+        const std::span part(heard.data() + at, wanted.size());
+        const double both = std::inner_product(wanted.begin(), wanted.end(), part.begin(), 0.0);
+        const double each = std::sqrt(std::inner_product(wanted.begin(), wanted.end(), wanted.begin(), 0.0) *
+                                      std::inner_product(part.begin(), part.end(), part.begin(), 0.0));
+        best = std::max(best, each > 0 ? both / each : 0);
+    }
+    return best;
+}
+
+TEST_F(PulseMicrophoneTest, RecordsWhatIsSpoken) {
+    PulseServer server(PulseServer::virtualMicrophone());
+    server.wakeMicrophone();
+    const QString speech =
+        testing::speechFile(directory, QStringLiteral("The quick brown fox jumps over the lazy dog."));
+    recorder.press(queue.uptime());
+    startHearing();
+    server.play(speech);
+    EXPECT_TRUE(hearsAgain()) << "the last word is through";
+    const auto recording = stop();
+    EXPECT_TRUE(log.lines().first().endsWith(QStringLiteral("(16kHz mono, input: 48000Hz 2ch)")));
+    EXPECT_EQ(recording.sampleRate, 16000);
+    const auto spoken = testing::readWave(speech);
+    EXPECT_GT(likeness(spoken, recording), 0.9);
+    EXPECT_GT(*std::max_element(recording.samples.begin(), recording.samples.end()), 0.1F);
+}
+
+TEST_F(PulseMicrophoneTest, SaysThatThereIsNoServer) {
+    qputenv("PULSE_SERVER", "unix:/nowhere");
+    EXPECT_EQ(errorOfStart(), QStringLiteral("The sound server could not be reached."));
+    recorder.press(queue.uptime());
+    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    startHearing(); // what comes up later is found
+}
+
+TEST_F(PulseMicrophoneTest, SaysThatThereIsNoMicrophone) {
+    PulseServer server({});
+    EXPECT_EQ(errorOfStart(), QStringLiteral("No microphone was found."));
+    server.control({QStringLiteral("load-module"), QStringLiteral("module-always-sink")});
+    EXPECT_EQ(errorOfStart(), QStringLiteral("No microphone was found.")) << "only the dummy output's sound";
+}
+
+TEST_F(PulseMicrophoneTest, GivesAHangingServerUp) {
+    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    startHearing();
+    server.signal(SIGSTOP);
+    EXPECT_GT(stop().samples.size(), 0U) << "stopping waits for nobody";
+    EXPECT_EQ(errorOfStart(), QStringLiteral("The sound server did not answer."));
+    server.signal(SIGCONT);
+    startHearing();
+}
+
+TEST_F(PulseMicrophoneTest, GoesOnWithTheNewDefault) {
+    PulseServer server(PulseServer::virtualMicrophone());
+    server.wakeMicrophone();
+    startHearing();
+    server.control({QStringLiteral("load-module"), QStringLiteral("module-sine-source"),
+                    QStringLiteral("source_name=tone"), QStringLiteral("rate=44100")});
+    server.control({QStringLiteral("set-default-source"), QStringLiteral("tone")});
+    EXPECT_TRUE(hearsAgain(0.5F)) << "the tone of the new default, in the format of the first one";
+    server.control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
+    EXPECT_TRUE(hearsAgain());
+    server.control({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});
+    server.control({QStringLiteral("unload-module"), QStringLiteral("module-null-sink")});
+    EXPECT_TRUE(hearsAgain(0.5F)) << "unplugged, the tone is what is left";
+    const auto recording = stop();
+    EXPECT_FALSE(isLost);
+    EXPECT_GT(testing::loudness(std::span(recording.samples).last(800)), 0.1);
+}
+
+struct Loss {
+    const char *name;
+    QString logged;
+    void (*cause)(PulseServer &server);
+};
+
+class PulseMicrophoneLossTest : public PulseMicrophoneTest, public ::testing::WithParamInterface<Loss> {};
+
+TEST_P(PulseMicrophoneLossTest, EndsTheRecordingWithWhatWasHeard) {
+    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    startHearing();
+    GetParam().cause(server);
+    EXPECT_TRUE(testing::waitUntil([this] { return isLost; }));
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Recorder] Microphone lost: ") + GetParam().logged));
+    const auto recording = stop();
+    EXPECT_EQ(recording.sampleRate, 16000);
+    EXPECT_GT(testing::loudness(recording.samples), 0.1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Causes, PulseMicrophoneLossTest,
+    ::testing::Values(
+        Loss{"Unplugged", QStringLiteral("No microphone was found."),
+             [](PulseServer &server) {
+                 server.control({QStringLiteral("unload-module"), QStringLiteral("module-sine-source")});
+             }},
+        Loss{"OnlyTheDummyOutputLeft", QStringLiteral("No microphone was found."),
+             [](PulseServer &server) {
+                 server.control({QStringLiteral("load-module"), QStringLiteral("module-always-sink")});
+                 server.control({QStringLiteral("unload-module"), QStringLiteral("module-sine-source")});
+             }},
+        Loss{"ServerKilled", QStringLiteral("The sound server could not be reached."),
+             [](PulseServer &server) { server.signal(SIGKILL); }}),
+    [](const auto &info) { return info.param.name; });
+
+} // namespace
+
+} // namespace velmo
