@@ -2,18 +2,11 @@
 
 #include "dictation/level_monitor.h"
 #include "dictation/overlay_display.h"
-#include "platform/microphone_permission.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
 
 /// The parts of a dictation that a command line has no use for: nothing to see, nothing to hear, nobody to ask.
 namespace velmo::headless {
-
-class GrantedMicrophone final : public MicrophonePermission {
-public:
-    [[nodiscard]] Status status() const override { return Status::Granted; }
-    void request(Answer answer) override { answer(true); }
-};
 
 class NoWorkspace final : public Workspace {
 public:

@@ -52,6 +52,8 @@ RecordingManager::RecordingManager(const Collaborators &collaborators) : m_with(
 void RecordingManager::startRecording() {
     if (m_state != State::idle) {
         log(LogTag::Flow, QStringLiteral("Can't start — state is ") + nameOf(m_state));
+        if (m_state != State::recording)
+            Q_EMIT startFailed();
         return;
     }
     const auto status = m_with.microphone.status();
@@ -69,6 +71,7 @@ void RecordingManager::beginRecording(bool granted) {
         m_with.queue.post(m_lifetime.guard([this] {
             setErrorMessage(
                 QStringLiteral("Microphone access denied. Check System Settings > Privacy > Microphone."));
+            Q_EMIT startFailed();
         }));
         return;
     }
@@ -82,7 +85,10 @@ void RecordingManager::beginRecording(bool granted) {
     }
     const QString message = QStringLiteral("Failed to start recording: ") + started.error().description;
     log(LogTag::Flow, message);
-    m_with.queue.post(m_lifetime.guard([this, message] { setErrorMessage(message); }));
+    m_with.queue.post(m_lifetime.guard([this, message] {
+        setErrorMessage(message);
+        Q_EMIT startFailed();
+    }));
 }
 
 void RecordingManager::recordingStarted() {

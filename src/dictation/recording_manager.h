@@ -83,6 +83,8 @@ Q_SIGNALS:
     void lastTranscriptionChanged();
     void errorMessageChanged();
     void activeAppNameChanged();
+    /// A start that was asked for led to no recording, and none runs.
+    void startFailed();
 
 private:
     /// What the later steps of one dictation know about it.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/main_queue.h"
+
 #include <QString>
 #include <optional>
 
@@ -30,6 +32,21 @@ public:
     virtual ~Account() = default;
 
     [[nodiscard]] virtual bool isLoggedIn() const = 0;
+};
+
+/// Brings dictionary, snippets and statistics in step with the service. Main thread.
+class Synchronisation {
+public:
+    Synchronisation() = default;
+    Synchronisation(const Synchronisation &) = delete;
+    Synchronisation &operator=(const Synchronisation &) = delete;
+    virtual ~Synchronisation() = default;
+
+    /// Begins a full synchronisation; nothing while nobody is signed in. Returns at once.
+    virtual void syncAll() = 0;
+
+    /// When a list was pushed last; none before that.
+    [[nodiscard]] virtual std::optional<Date> lastSyncDate() const = 0;
 };
 
 /// Counts dictations at the service.

@@ -7,6 +7,7 @@
 #include "app/output.h"
 #include "dictation/recording_manager.h"
 #include "platform/audio_length.h"
+#include "platform/linux/granted_microphone_permission.h"
 #include "store/history_store.h"
 
 #include <QEventLoop>
@@ -57,7 +58,7 @@ private:
     FileRecorder m_recorder;
     FileDictationHistory m_history;
     CollectedText m_text;
-    headless::GrantedMicrophone m_microphone;
+    GrantedMicrophonePermission m_microphone;
     headless::NoWorkspace m_workspace;
     headless::Silence m_silence;
     headless::NoLevels m_levels;

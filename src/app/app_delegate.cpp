@@ -1,0 +1,94 @@
+#include "app/app_delegate.h"
+
+#include "base/log.h"
+#include "dictation/armed_capture.h"
+#include "dictation/hotkey_listener.h"
+#include "dictation/recording_manager.h"
+#include "platform/workspace.h"
+#include "service/account.h"
+#include "store/preference_keys.h"
+#include "store/preferences.h"
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+constexpr QLatin1StringView kFnUsage{"AppleFnUsageType"};
+constexpr qint64 kDoesNothing = 0;
+
+/// A synchronisation this young is good enough (a product decision).
+constexpr auto kFreshSync = 30s;
+
+} // namespace
+
+AppDelegate::AppDelegate(const Collaborators &collaborators) : m_with(collaborators) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    takeTriggerKey();
+    connectListener();
+    m_with.hotkeyListener.setupFnKey();
+    m_with.hotkeyListener.registerFallbackHotkey();
+    connectRecordingManager();
+    if (m_with.account.isLoggedIn()) {
+        log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on launch..."));
+        m_with.synchronisation.syncAll();
+    }
+    m_with.workspace.setActivationHandler([this](bool isThisApplication) {
+        if (isThisApplication)
+            appDidBecomeActive();
+    });
+    log(LogTag::VelmoMac, QStringLiteral("Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"));
+}
+
+void AppDelegate::applicationWillTerminate() {
+    m_with.hotkeyListener.stopListening();
+    m_with.workspace.setActivationHandler({});
+    giveTriggerKeyBack();
+}
+
+void AppDelegate::appDidBecomeActive() {
+    if (!m_with.account.isLoggedIn())
+        return;
+    const auto last = m_with.synchronisation.lastSyncDate();
+    if (last && m_with.queue.now() - *last < kFreshSync)
+        return;
+    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on app activation..."));
+    m_with.synchronisation.syncAll();
+}
+
+void AppDelegate::takeTriggerKey() {
+    const qint64 previous = m_with.keyboardPreferences.integer(kFnUsage).value_or(kDoesNothing);
+    m_with.preferences.set(keys::previousFnUsage, previous);
+    m_with.keyboardPreferences.set(kFnUsage, kDoesNothing);
+    log(LogTag::VelmoMac, QStringLiteral("Emoji picker disabled (was: %1, now: 0)").arg(previous));
+}
+
+void AppDelegate::giveTriggerKeyBack() {
+    const qint64 previous = m_with.preferences.integer(keys::previousFnUsage).value_or(kDoesNothing);
+    m_with.keyboardPreferences.set(kFnUsage, previous);
+    log(LogTag::VelmoMac, QStringLiteral("Emoji picker restored (value: %1)").arg(previous));
+}
+
+void AppDelegate::connectListener() {
+    HotkeyListener &listener = m_with.hotkeyListener;
+    listener.onStartRecording = m_lifetime.guard([this] { m_with.recordingManager.startRecording(); });
+    listener.onStopRecording = m_lifetime.guard([this] { m_with.recordingManager.stopRecording(); });
+    listener.onPress =
+        m_lifetime.guard([this](std::chrono::nanoseconds at) { m_with.armedCapture.press(at); });
+    listener.onPressDropped = m_lifetime.guard([this] { m_with.armedCapture.drop(); });
+}
+
+/// However a recording ends or fails to begin, the next press of the trigger works at once.
+void AppDelegate::connectRecordingManager() {
+    RecordingManager &manager = m_with.recordingManager;
+    connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
+        if (manager.state() != State::recording)
+            m_with.hotkeyListener.recordingEnded();
+    });
+    connect(&manager, &RecordingManager::startFailed, this,
+            [this] { m_with.hotkeyListener.recordingEnded(); });
+}
+
+} // namespace velmo

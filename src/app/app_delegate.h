@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/lifetime.h"
+#include "base/main_queue.h"
+
+#include <QObject>
+
+namespace velmo {
+
+class Account;
+class ArmedCapture;
+class HotkeyListener;
+class Preferences;
+class RecordingManager;
+class Synchronisation;
+class Workspace;
+
+/// The life of the desktop application from launch to termination: connects the trigger key to the dictation, keeps a
+/// signed-in user's data in step, and gives back at the end what it took at the start. Main thread.
+class AppDelegate final : public QObject {
+    Q_OBJECT
+public:
+    /// Whom the delegate works with; all of them outlive it.
+    struct Collaborators {
+        MainQueue &queue;
+        Preferences &preferences;
+        Preferences &keyboardPreferences; ///< The domain that holds what the trigger key does by itself.
+        RecordingManager &recordingManager;
+        HotkeyListener &hotkeyListener;
+        ArmedCapture &armedCapture;
+        Workspace &workspace;
+        Account &account;
+        Synchronisation &synchronisation;
+    };
+
+    explicit AppDelegate(const Collaborators &collaborators);
+
+    void applicationDidFinishLaunching();
+    /// Once, on every orderly way out: quitting, SIGTERM, the end of the session.
+    void applicationWillTerminate();
+
+    /// Another look at the person's data when they come back to the application, at most every 30 seconds.
+    void appDidBecomeActive();
+
+private:
+    void takeTriggerKey();
+    void giveTriggerKeyBack();
+    void connectListener();
+    void connectRecordingManager();
+
+    Collaborators m_with;
+    Lifetime m_lifetime;
+};
+
+} // namespace velmo

@@ -1,0 +1,148 @@
+#include "app/app_delegate.h"
+
+#include "dictation/armed_capture.h"
+#include "dictation/dictation_fakes.h"
+#include "dictation/hotkey_listener.h"
+#include "dictation/recording_manager.h"
+#include "dictation/trigger_fakes.h"
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "support/log_capture.h"
+#include "support/manual_main_queue.h"
+#include "support/qt_printing.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+struct ActivatedWorkspace final : Workspace {
+    ActivationHandler activated;
+    [[nodiscard]] std::optional<QString> frontmostApplicationName() const override { return std::nullopt; }
+    void setActivationHandler(ActivationHandler handler) override { activated = std::move(handler); }
+};
+
+struct FakeSynchronisation final : Synchronisation {
+    int syncs = 0;
+    std::optional<Date> last;
+    void syncAll() override { ++syncs; }
+    [[nodiscard]] std::optional<Date> lastSyncDate() const override { return last; }
+};
+
+struct FakeArmedCapture final : ArmedCapture {
+    bool armed = false;
+    void press(std::chrono::nanoseconds) override { armed = true; }
+    void drop() override { armed = false; }
+};
+
+class AppDelegateTest : public ::testing::Test {
+protected:
+    testing::LogCapture log;
+    testing::ManualMainQueue queue;
+    MemoryPreferences preferences;
+    MemoryPreferences keyboardPreferences;
+    testing::FakeMicrophonePermission microphone;
+    ActivatedWorkspace workspace;
+    testing::FakeSounds sounds;
+    testing::FakeRecorder recorder;
+    testing::FakeTranscriber transcriber;
+    testing::FakeTextProcessing processor;
+    testing::FakeInsertion insertion;
+    testing::FakeLevelMonitor levels;
+    testing::FakeOverlay overlay;
+    testing::FakeHistory history;
+    testing::FakeAccount account;
+    FakeSynchronisation synchronisation;
+    FakeArmedCapture armedCapture;
+    testing::FakeAccessibilityPermission permission;
+    testing::FakeEventTap tap;
+    testing::FakeGlobalHotkey hotkey;
+    RecordingManager manager{{queue, preferences, microphone, workspace, sounds, recorder, transcriber,
+                              processor, insertion, levels, overlay, history, account, account}};
+    HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
+    AppDelegate delegate{{queue, preferences, keyboardPreferences, manager, listener, armedCapture, workspace,
+                          account, synchronisation}};
+};
+
+TEST_F(AppDelegateTest, LaunchesInOrderAndGivesBackWhatItTook) {
+    keyboardPreferences.set(QStringLiteral("AppleFnUsageType"), qint64(1));
+    delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(keyboardPreferences.integer(QStringLiteral("AppleFnUsageType")), 0);
+    delegate.applicationWillTerminate();
+
+    EXPECT_EQ(log.lines(),
+              (QStringList{
+                  QStringLiteral("🎙️ [Velmo Mac] Emoji picker disabled (was: 1, now: 0)"),
+                  QStringLiteral("🎙️ [FnKey] Event tap active — bare Fn suppression enabled"),
+                  QStringLiteral("🎙️ [Hotkey] Fn key event tap active (in-process)"),
+                  QStringLiteral("🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"),
+                  QStringLiteral("🔄 [Velmo Mac] Auto-syncing on launch..."),
+                  QStringLiteral(
+                      "🎙️ [Velmo Mac] Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"),
+                  QStringLiteral("🎙️ [Velmo Mac] Emoji picker restored (value: 1)"),
+              }));
+    EXPECT_EQ(synchronisation.syncs, 1);
+    EXPECT_EQ(keyboardPreferences.integer(QStringLiteral("AppleFnUsageType")), 1);
+    EXPECT_TRUE(tap.key.isNull());
+    EXPECT_FALSE(hotkey.pressed);
+    EXPECT_FALSE(workspace.activated);
+}
+
+TEST_F(AppDelegateTest, SynchronisesOnActivationAtMostEveryThirtySeconds) {
+    delegate.applicationDidFinishLaunching();
+    workspace.activated(false);
+    EXPECT_EQ(synchronisation.syncs, 1);
+    workspace.activated(true);
+    EXPECT_EQ(synchronisation.syncs, 2);
+    synchronisation.last = queue.now() - 29s;
+    workspace.activated(true);
+    EXPECT_EQ(synchronisation.syncs, 2);
+    queue.advance(1s);
+    workspace.activated(true);
+    EXPECT_EQ(synchronisation.syncs, 3);
+    account.loggedIn = false;
+    queue.advance(60s);
+    workspace.activated(true);
+    EXPECT_EQ(synchronisation.syncs, 3);
+}
+
+TEST_F(AppDelegateTest, FreesTheTriggerHoweverARecordingEnds) {
+    delegate.applicationDidFinishLaunching();
+    hotkey.pressed();
+    queue.runPosted();
+    EXPECT_EQ(manager.state(), State::recording);
+    EXPECT_EQ(listener.recordingMode(), RecordingMode::handsFree);
+    manager.cancelRecording();
+    queue.runPosted();
+    EXPECT_EQ(listener.recordingMode(), RecordingMode::none);
+
+    recorder.failure = QStringLiteral("No microphone found.");
+    hotkey.pressed();
+    queue.runPosted();
+    EXPECT_EQ(listener.recordingMode(), RecordingMode::none);
+
+    recorder.failure.reset();
+    hotkey.pressed();
+    queue.advance(1s);
+    hotkey.pressed();
+    queue.runPosted();
+    EXPECT_EQ(manager.state(), State::transcribing);
+    hotkey.pressed(); // refused: the last dictation is not done
+    queue.runPosted();
+    EXPECT_EQ(listener.recordingMode(), RecordingMode::none);
+}
+
+TEST_F(AppDelegateTest, ListensFromThePressOfTheTriggerOn) {
+    delegate.applicationDidFinishLaunching();
+    listener.fnDown(queue.uptime());
+    EXPECT_TRUE(armedCapture.armed);
+    listener.combinationUsed();
+    EXPECT_FALSE(armedCapture.armed);
+}
+
+} // namespace
+
+} // namespace velmo
