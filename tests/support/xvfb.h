@@ -20,7 +20,7 @@ public:
     [[nodiscard]] QProcess &process() { return m_process; }
     void write(const QByteArray &input);
     /// All of what it prints until it ends; fails the test when it does not end.
-    [[nodiscard]] QByteArray outputUntilEnd();
+    QByteArray outputUntilEnd();
     void signal(int number) const;
 
 private:
@@ -30,7 +30,10 @@ private:
 /// A private X server, one screen of 1280 × 800, no window manager until one is asked for.
 class Xvfb {
 public:
-    Xvfb();
+    explicit Xvfb(const QStringList &moreArguments = {});
+    Xvfb(const Xvfb &) = delete;
+    Xvfb &operator=(const Xvfb &) = delete;
+    ~Xvfb();
 
     [[nodiscard]] const QString &display() const { return m_display; } ///< ":7"
     void startWindowManager();
