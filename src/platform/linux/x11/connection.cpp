@@ -28,6 +28,11 @@ Connection::~Connection() {
     xcb_disconnect(m_xcb);
 }
 
+bool Connection::has(xcb_extension_t &extension) const {
+    const auto *data = xcb_get_extension_data(m_xcb, &extension);
+    return data && data->present;
+}
+
 xcb_atom_t Connection::atom(const QByteArray &name) {
     if (const auto known = m_atoms.constFind(name); known != m_atoms.cend())
         return *known;

@@ -46,6 +46,9 @@ public:
     [[nodiscard]] xcb_connection_t *xcb() const { return m_xcb; }
     [[nodiscard]] xcb_window_t root() const { return m_screen->root; }
 
+    /// Whether the server knows the extension. A request of one that it does not know ends the connection.
+    [[nodiscard]] bool has(xcb_extension_t &extension) const;
+
     /// The number of a name on this server; the server is asked the first time. 0 when the connection is lost.
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name);
     /// The name of a number; empty when there is none.
