@@ -85,11 +85,16 @@ protected:
         auth->onSignedIn = [this] { ++signedIn; };
     }
 
+    /// Lets what is under way come up to its answer, which still waits for the main thread.
+    void awaitAnswers() {
+        worker.waitForDone();
+        http.waitUntilIdle();
+    }
+
     /// Runs everything that is under way to its end. A step can hand over to another thread a few times.
     void settle() {
         for (int hop = 0; hop < 8; ++hop) {
-            worker.waitForDone();
-            http.waitUntilIdle();
+            awaitAnswers();
             queue.runPosted();
         }
     }

@@ -324,8 +324,6 @@ TEST_F(AuthManagerTest, KeepsTheSessionUnlessTheServiceSaysItIsOver) {
 TEST_F(AuthManagerTest, ForgetsTheSessionAtOnceEvenIfTheKeychainRefuses) {
     signIn();
     keychain.failure = u"The keyring is locked."_s;
-    server.answer(kRefresh, 401, "");
-    auth->refreshUser(); // belongs to the session before the sign-out
     auth->signOut();
     EXPECT_EQ(token(), std::nullopt);
     settle();
@@ -338,6 +336,33 @@ TEST_F(AuthManagerTest, ForgetsTheSessionAtOnceEvenIfTheKeychainRefuses) {
     log.clear();
     signIn();
     EXPECT_EQ(token(), u"t-1"_s);
+}
+
+TEST_F(AuthManagerTest, ChangesNothingForASessionThatIsOver) {
+    signIn();
+    for (const auto &late : {reply(401, ""), reply(200, R"({"user":{"id":"u2"}})")}) {
+        server.react(kRefresh, {late});
+        auth->refreshUser();
+        awaitAnswers();
+        auth->signOut();
+        settle();
+        EXPECT_EQ(preferences.data(keys::user), std::nullopt);
+        EXPECT_EQ(auth->currentUser(), std::nullopt);
+        EXPECT_EQ(log.lines().filter(u"expired"_s), QStringList());
+    }
+
+    startAttempt();
+    std::exchange(web.complete, {})(u"velmo://auth?id_token=id"_s);
+    queue.runPosted(); // the exchange goes out
+    awaitAnswers();
+    queue.runPosted(); // the token is stored
+    worker.waitForDone();
+    auth->signOut();
+    settle();
+    EXPECT_FALSE(auth->isLoggedIn());
+    EXPECT_FALSE(auth->isLoading());
+    EXPECT_EQ(preferences.data(keys::user), std::nullopt);
+    EXPECT_EQ(storedToken(), QByteArray());
 }
 
 TEST_F(AuthManagerTest, ReadsTheTokenAfreshButOncePerDictation) {
