@@ -3,6 +3,7 @@
 #include "app/commands/clean.h"
 #include "app/commands/defaults.h"
 #include "app/commands/dictate.h"
+#include "app/desktop_application.h"
 #include "app/output.h"
 
 #include <array>
@@ -19,9 +20,11 @@ const std::array kCommands = {
 };
 
 QString overview() {
-    QString text = QStringLiteral("Usage: velmo COMMAND [ARGUMENTS]\n\n"
-                                  "Velmo types what you say.\n\n"
-                                  "Commands:\n");
+    QString text = QStringLiteral(
+        "Usage: velmo [COMMAND [ARGUMENTS]]\n\n"
+        "Velmo types what you say. Without a command it runs in your desktop session: hold the trigger\n"
+        "key (Right Control) and speak, or press Control+Shift+A to start and stop.\n\n"
+        "Commands:\n");
     for (const Command &command : kCommands) {
         text += QStringLiteral("  %1 %2\n      %3\n")
                     .arg(QString(command.name), QString(command.usage), QString(command.summary));
@@ -44,7 +47,7 @@ int usageError(const QString &message) {
 
 int runCommandLine(Composition &composition, const QStringList &arguments) {
     if (arguments.isEmpty())
-        return usageError(QStringLiteral("velmo: a command is missing"));
+        return runDesktopApplication(composition);
     const QString &first = arguments.first();
     if (first == u"--help" || first == u"-h") {
         print(overview());

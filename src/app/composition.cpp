@@ -22,12 +22,12 @@ Part &ensure(std::unique_ptr<Part> &part, Make make) {
     return *part;
 }
 
-QString preferencesPath() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/velmo/preferences.sqlite");
-}
-
 } // namespace
+
+QString preferencesPath(const QString &domain) {
+    return QStringLiteral("%1/velmo/%2.sqlite")
+        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation), domain);
+}
 
 Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {}
 Composition::~Composition() = default;
@@ -37,7 +37,9 @@ MainQueue &Composition::mainQueue() {
 }
 
 Preferences &Composition::preferences() {
-    return ensure(m_preferences, [] { return std::make_unique<SqlitePreferences>(preferencesPath()); });
+    return ensure(m_preferences, [] {
+        return std::make_unique<SqlitePreferences>(preferencesPath(QStringLiteral("preferences")));
+    });
 }
 
 HistoryStore &Composition::historyStore() {
@@ -50,6 +52,10 @@ Account &Composition::account() {
 }
 
 StatisticsReporter &Composition::statistics() {
+    return m_account;
+}
+
+Synchronisation &Composition::synchronisation() {
     return m_account;
 }
 

@@ -15,6 +15,9 @@ class Preferences;
 class TextProcessing;
 class Transcriber;
 
+/// The file that holds a preference domain of this user.
+[[nodiscard]] QString preferencesPath(const QString &domain);
+
 /// The parts list: builds each component once, from real parts, when it is first asked for, and is the only
 /// place that knows which parts those are. Main thread.
 class Composition {
@@ -30,6 +33,7 @@ public:
     HistoryStore &historyStore();
     Account &account();
     StatisticsReporter &statistics();
+    Synchronisation &synchronisation();
     HttpClient &httpClient();
     Transcriber &transcriptionClient();
     TextProcessing &textProcessor();

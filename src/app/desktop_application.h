@@ -1,0 +1,11 @@
+#pragma once
+
+namespace velmo {
+
+class Composition;
+
+/// Runs the desktop application until it is asked to end, and answers the exit status. Log lines go to standard
+/// output.
+int runDesktopApplication(Composition &composition);
+
+} // namespace velmo

@@ -1,0 +1,106 @@
+#include "app/desktop_composition.h"
+
+#include "app/app_delegate.h"
+#include "app/composition.h"
+#include "app/headless.h"
+#include "dictation/audio_level_provider.h"
+#include "dictation/audio_recorder.h"
+#include "dictation/hotkey_listener.h"
+#include "dictation/recording_manager.h"
+#include "dictation/recording_paths.h"
+#include "dictation/text_inserter.h"
+#include "platform/linux/canberra/sound_player.h"
+#include "platform/linux/granted_microphone_permission.h"
+#include "platform/linux/pulse/connection.h"
+#include "platform/linux/pulse/microphone.h"
+#include "platform/linux/sndfile_audio_length.h"
+#include "platform/linux/sndfile_recording_files.h"
+#include "platform/linux/x11/x11_input.h"
+#include "platform/linux/x11/x11_insertion.h"
+#include "store/history_store.h"
+#include "store/sqlite_preferences.h"
+
+#include <QDir>
+
+namespace velmo {
+
+namespace {
+
+/// The domain in which the desktop keeps what the trigger key does by itself.
+const QString kKeyboardDomain = QStringLiteral("com.apple.HIToolbox");
+
+X11InsertionOptions insertionOptions(const AccessibilityPermission &permission) {
+    X11InsertionOptions options;
+    options.mayInject = permission.isTrusted();
+    return options;
+}
+
+} // namespace
+
+/// In an order in which each part may use those before it.
+struct DesktopComposition::Parts {
+    Parts(Composition &composition, X11Input display, std::unique_ptr<X11Insertion> insertionParts)
+        : x11(std::move(display)),
+          insertion(std::move(insertionParts)),
+          keyboardPreferences(preferencesPath(kKeyboardDomain)),
+          connection(std::make_shared<pulse::Connection>()),
+          microphone(makePulseMicrophone(connection, composition.mainQueue())),
+          recorder({composition.mainQueue(), *microphone, *recordingFiles}, QDir::tempPath()),
+          levelMeter(composition.mainQueue(), recorder),
+          textInserter({composition.mainQueue(), insertion->clipboard(), insertion->primarySelection(),
+                        insertion->keyInjector(), insertion->focusedWindow()}),
+          recordingManager({composition.mainQueue(), composition.preferences(), microphonePermission,
+                            *x11.workspace, *sounds, recorder, composition.transcriptionClient(),
+                            composition.textProcessor(), textInserter, levelMeter, overlay,
+                            composition.historyStore(), composition.account(), composition.statistics()}),
+          hotkeyListener(
+              {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
+          appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
+                       recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
+                       composition.synchronisation()}) {
+        recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
+        removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
+    }
+
+    X11Input x11;
+    std::unique_ptr<X11Insertion> insertion;
+    SqlitePreferences keyboardPreferences;
+    std::shared_ptr<pulse::Connection> connection;
+    std::unique_ptr<Microphone> microphone;
+    std::unique_ptr<RecordingFiles> recordingFiles = makeSndfileRecordingFiles();
+    AudioRecorder recorder;
+    AudioLevelProvider levelMeter;
+    GrantedMicrophonePermission microphonePermission;
+    std::unique_ptr<SoundPlayer> sounds = makeCanberraSoundPlayer(makeSndfileAudioLength());
+    headless::NoOverlay overlay;
+    TextInserter textInserter;
+    RecordingManager recordingManager;
+    HotkeyListener hotkeyListener;
+    AppDelegate appDelegate;
+};
+
+Result<std::unique_ptr<DesktopComposition>, QString> DesktopComposition::open(Composition &composition) {
+    X11Input x11 = makeX11Input(composition.mainQueue(), {QString(), keyGuardProgram()});
+    auto insertion = X11Insertion::open(composition.mainQueue(), insertionOptions(*x11.permission));
+    if (!insertion)
+        return failed(insertion.error());
+    auto parts = std::make_unique<Parts>(composition, std::move(x11), std::move(*insertion));
+    return std::unique_ptr<DesktopComposition>(new DesktopComposition(std::move(parts)));
+}
+
+DesktopComposition::DesktopComposition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+DesktopComposition::~DesktopComposition() = default;
+
+RecordingManager &DesktopComposition::recordingManager() {
+    return m_parts->recordingManager;
+}
+
+TextInserter &DesktopComposition::textInserter() {
+    return m_parts->textInserter;
+}
+
+AppDelegate &DesktopComposition::appDelegate() {
+    return m_parts->appDelegate;
+}
+
+} // namespace velmo

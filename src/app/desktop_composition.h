@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/result.h"
+
+#include <QString>
+#include <memory>
+
+namespace velmo {
+
+class AppDelegate;
+class Composition;
+class RecordingManager;
+class TextInserter;
+
+/// The parts list of the desktop application: what it has beyond the parts of every `velmo`, which are the
+/// composition's: keys, microphone, sounds and the cursor of other applications. Main thread.
+class DesktopComposition {
+public:
+    /// Takes hold of the display; the failure is a sentence. The composition outlives what is made.
+    [[nodiscard]] static Result<std::unique_ptr<DesktopComposition>, QString> open(Composition &composition);
+    DesktopComposition(const DesktopComposition &) = delete;
+    DesktopComposition &operator=(const DesktopComposition &) = delete;
+    ~DesktopComposition();
+
+    RecordingManager &recordingManager();
+    TextInserter &textInserter();
+    AppDelegate &appDelegate();
+
+private:
+    struct Parts;
+    explicit DesktopComposition(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace velmo

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QSocketNotifier>
+#include <functional>
+
+namespace velmo {
+
+/// Turns the signals that ask a program to end (SIGTERM, SIGINT, SIGHUP) into a call in the event loop, so that it ends
+/// in order. Made before any thread is started: threads inherit that the signals are not for them. Main thread.
+class TerminationSignals {
+public:
+    TerminationSignals();
+    TerminationSignals(const TerminationSignals &) = delete;
+    TerminationSignals &operator=(const TerminationSignals &) = delete;
+    ~TerminationSignals();
+
+    std::function<void()> onTerminate;
+
+private:
+    int m_descriptor;
+    QSocketNotifier m_notifier;
+};
+
+} // namespace velmo
