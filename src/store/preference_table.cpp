@@ -1,6 +1,7 @@
 #include "store/preference_table.h"
 
 #include "base/utf8.h"
+#include "store/sqlite_transaction.h"
 
 namespace velmo {
 
@@ -75,26 +76,6 @@ struct BindValue {
     }
 };
 
-/// A write transaction, taken back at the end of its scope unless it was committed.
-class Transaction {
-public:
-    explicit Transaction(const SqliteConnection &connection) : m_connection(connection) {}
-    Transaction(const Transaction &) = delete;
-    Transaction &operator=(const Transaction &) = delete;
-    ~Transaction() {
-        if (sqlite3_get_autocommit(m_connection.get()) == 0)
-            (void)m_connection.run("ROLLBACK");
-    }
-
-    /// Takes the write lock at once: a transaction that begins by reading cannot get it any more when another
-    /// process writes in between.
-    [[nodiscard]] SqliteCode begin() const { return m_connection.run("BEGIN IMMEDIATE"); }
-    [[nodiscard]] SqliteCode commit() const { return m_connection.run("COMMIT"); }
-
-private:
-    const SqliteConnection &m_connection;
-};
-
 SqliteCode okWhenDone(SqliteCode code) {
     return code == SQLITE_DONE ? SQLITE_OK : code;
 }
@@ -163,7 +144,7 @@ Result<std::map<QString, PreferenceValue>, SqliteCode> PreferenceTable::all() co
 }
 
 SqliteCode PreferenceTable::change(const QString &key, const Preferences::Change &change) const {
-    const Transaction transaction(m_connection);
+    const SqliteTransaction transaction(m_connection);
     if (const SqliteCode code = transaction.begin(); code != SQLITE_OK)
         return code;
     if (m_connection.fileHasMoved())
