@@ -10,19 +10,25 @@
 
 namespace velmo::localservice {
 
+using Headers = std::vector<std::pair<QByteArray, QByteArray>>;
+
 /// A request that has arrived whole, within the limits, and from this machine.
 struct Request {
-    std::vector<std::pair<QByteArray, QByteArray>> headers;
+    Headers headers;
     QByteArray body;
+    QByteArray query;            ///< What stands after the "?" of the address, as it was sent.
+    bool isFromLoopback = false; ///< The connection comes from a loopback address.
 
     /// The value of the header of that name (upper and lower case are the same), or nothing.
     [[nodiscard]] std::optional<QByteArray> header(QByteArrayView name) const;
 };
 
-/// What a request is answered with: a status and a JSON object.
+/// What a request is answered with: a status and a JSON object, or a page for a person.
 struct Reply {
     int status = 200;
     QJsonObject body;
+    Headers headers = {};
+    QByteArray page = {}; ///< HTML in UTF-8; empty: the JSON object is sent.
 };
 
 /// Why something asked for is not done: the HTTP status to answer with, and a sentence for the person.

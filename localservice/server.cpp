@@ -3,6 +3,7 @@
 #include "base/json.h"
 #include "connection_threads.h"
 #include "request_checks.h"
+#include "this_machine.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -52,12 +53,27 @@ void prepare(httplib::Request &request) {
 
 void write(httplib::Response &response, const Reply &reply) {
     response.status = reply.status;
-    response.set_content(json::compact(reply.body).toStdString(), "application/json");
+    // What is answered is one person's, and means what it is declared to be.
+    response.set_header("Cache-Control", "no-store");
+    response.set_header("X-Content-Type-Options", "nosniff");
+    for (const auto &[name, value] : reply.headers)
+        response.set_header(name.toStdString(), value.toStdString());
+    if (reply.page.isEmpty())
+        response.set_content(json::compact(reply.body).toStdString(), "application/json");
+    else
+        response.set_content(reply.page.toStdString(), "text/html; charset=utf-8");
+}
+
+QByteArray queryOf(const std::string &target) {
+    const size_t mark = target.find('?');
+    return mark == std::string::npos ? QByteArray() : QByteArray::fromStdString(target.substr(mark + 1));
 }
 
 Request requestFrom(const httplib::Request &request, QByteArray body) {
     Request taken;
     taken.body = std::move(body);
+    taken.query = queryOf(request.target);
+    taken.isFromLoopback = isLoopbackAddress(request.remote_addr);
     for (const auto &[name, value] : request.headers) {
         const bool isSetAside = name == kSetAsideContentType;
         taken.headers.emplace_back(isSetAside ? QByteArray("Content-Type") : QByteArray::fromStdString(name),

@@ -52,4 +52,10 @@ bool isOriginOfThisMachine(const std::string &origin, const std::string &localAd
     return false;
 }
 
+bool isLoopbackAddress(const std::string &address) {
+    const QString text = QString::fromStdString(address);
+    const QString mapped = QStringLiteral("::ffff:");
+    return isLoopbackHost(text.startsWith(mapped) ? text.sliced(mapped.size()) : text);
+}
+
 } // namespace velmo::localservice

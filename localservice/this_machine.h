@@ -14,4 +14,8 @@ namespace velmo::localservice {
 /// for. "null" and schemes other than http and https are foreign.
 [[nodiscard]] bool isOriginOfThisMachine(const std::string &origin, const std::string &localAddress);
 
+/// Whether the numeric address of a peer is a loopback address, also in the form that a socket for both versions of
+/// the protocol shows ("::ffff:127.0.0.1").
+[[nodiscard]] bool isLoopbackAddress(const std::string &address);
+
 } // namespace velmo::localservice

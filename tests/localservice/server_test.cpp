@@ -75,6 +75,22 @@ TEST(Server, TakesRequestsOfThisMachine) {
     EXPECT_TRUE(connection.readAll().endsWith("{\"length\":0}"));
 }
 
+TEST(Server, SendsPagesAndHeaders) {
+    const RunningServer server({{"GET", "/page", [](const Request &request) {
+                                     return Reply{303,
+                                                  {},
+                                                  {{"Location", "velmo://x"}},
+                                                  request.isFromLoopback ? request.query : "from afar"};
+                                 }}});
+    auto client = server.client();
+    const auto reply = client.Get("/page?a=%20b&c");
+    EXPECT_EQ(reply->status, 303);
+    EXPECT_EQ(reply->get_header_value("Location"), "velmo://x");
+    EXPECT_EQ(reply->get_header_value("Content-Type"), "text/html; charset=utf-8");
+    EXPECT_EQ(reply->get_header_value("Cache-Control"), "no-store");
+    EXPECT_EQ(reply->body, "a=%20b&c");
+}
+
 TEST(Server, LimitsTheBody) {
     ServerLimits limits;
     limits.body = 100'000;

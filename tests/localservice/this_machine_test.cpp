@@ -25,4 +25,11 @@ TEST(ThisMachine, JudgesOrigins) {
         EXPECT_FALSE(isOriginOfThisMachine(origin, "127.0.0.1")) << origin;
 }
 
+TEST(ThisMachine, KnowsPeersOnLoopback) {
+    for (const char *address : {"127.0.0.1", "127.3.2.1", "::1", "::ffff:127.0.0.1"})
+        EXPECT_TRUE(isLoopbackAddress(address)) << address;
+    for (const char *address : {"", "192.168.1.7", "::ffff:192.168.1.7", "::2", "fe80::1"})
+        EXPECT_FALSE(isLoopbackAddress(address)) << address;
+}
+
 } // namespace velmo::localservice
