@@ -1,3 +1,4 @@
+#include "account_service.h"
 #include "chat_client.h"
 #include "engine_pool.h"
 #include "health_endpoint.h"
@@ -137,10 +138,14 @@ int serve(const Options &options) {
         print(stderr, QStringLiteral("Anyone who can reach %1 can use this service.").arg(options.host));
 
     EnginePool engines(*kind);
+    AccountDatabase database(options.dataDirectory);
+    Accounts accounts(database);
     server.add(healthEndpoint(engines));
     server.add(transcribeEndpoint(engines));
     server.add(processEndpoint(chat->get()));
     server.add(normalizeEndpoint(chat->get()));
+    for (Endpoint &endpoint : accountServiceEndpoints(database, accounts))
+        server.add(std::move(endpoint));
     return serveUntilStopped(server, engines, addressOf(options.host, *port));
 }
 

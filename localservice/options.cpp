@@ -3,6 +3,8 @@
 #include "openai_server.h"
 
 #include <QCommandLineParser>
+#include <QDir>
+#include <QStandardPaths>
 #include <arpa/inet.h>
 #include <array>
 #include <netinet/in.h>
@@ -45,11 +47,17 @@ struct Parser {
     QCommandLineOption chatModel{QStringLiteral("chat-model"),
                                  QStringLiteral("Model to ask that server for."), QStringLiteral("name")};
 
+    QCommandLineOption dataDirectory{
+        QStringLiteral("data-dir"),
+        QStringLiteral("Directory for accounts and what they keep in step. Default: velmo-local-service in "
+                       "$XDG_DATA_HOME."),
+        QStringLiteral("directory")};
+
     Parser() {
         line.setApplicationDescription(
-            QStringLiteral("Turns recordings into text for Velmo, on this machine."));
-        line.addOptions(
-            {port, host, speechUrl, speechModel, detectLanguage, chatUrl, chatModel, help, version});
+            QStringLiteral("Turns recordings into text for Velmo and keeps its accounts, on this machine."));
+        line.addOptions({port, host, dataDirectory, speechUrl, speechModel, detectLanguage, chatUrl,
+                         chatModel, help, version});
     }
 };
 
@@ -86,6 +94,17 @@ std::optional<QString> readUrl(const Parser &parser, const QCommandLineOption &o
     return std::nullopt;
 }
 
+std::optional<QString> readDataDirectory(const Parser &parser, QString &directory) {
+    directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                QStringLiteral("/velmo-local-service");
+    if (!parser.line.isSet(parser.dataDirectory))
+        return std::nullopt;
+    if (parser.line.value(parser.dataDirectory).isEmpty())
+        return QStringLiteral("--data-dir takes a directory.");
+    directory = QDir().absoluteFilePath(parser.line.value(parser.dataDirectory));
+    return std::nullopt;
+}
+
 } // namespace
 
 Result<Options, QString> parseOptions(const QStringList &arguments) {
@@ -107,6 +126,8 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
     if (const auto wrong = readUrl(parser, parser.speechUrl, "/v1/audio/transcriptions", options.speechUrl))
         return failed(*wrong);
     if (const auto wrong = readUrl(parser, parser.chatUrl, "/v1/chat/completions", options.chatUrl))
+        return failed(*wrong);
+    if (const auto wrong = readDataDirectory(parser, options.dataDirectory))
         return failed(*wrong);
     options.speechModel = parser.line.value(parser.speechModel);
     options.detectLanguage = parser.line.isSet(parser.detectLanguage);

@@ -16,6 +16,7 @@ struct Options {
     bool detectLanguage = false; ///< The speech server listens for the language instead of being told it.
     QString chatUrl;             ///< Of POST /v1/chat/completions; empty: no language model.
     QString chatModel;           ///< Empty: the server's own choice.
+    QString dataDirectory;       ///< Absolute; of the accounts.
     bool help = false;
     bool version = false;
 };
