@@ -2,8 +2,10 @@
 #include "localservice/spoken.h"
 #include "localservice/upload_form.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <csignal>
 #include <gtest/gtest.h>
 
@@ -49,7 +51,9 @@ QStringList words(const char *text) {
 } // namespace
 
 TEST(Program, EndsGracefully) {
-    Program program(words("--port 0"));
+    const QTemporaryDir data;
+    Program program(
+        {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--data-dir"), data.path()});
     const int port = program.waitUntilReady();
     ASSERT_NE(port, 0) << program.errors().constData();
     RawConnection connection(port);
@@ -65,13 +69,23 @@ TEST(Program, EndsGracefully) {
     other.send("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n");
     EXPECT_TRUE(other.readAll().endsWith("{\"status\":\"ok\"}"));
 
+    RawConnection signingIn(port);
+    signingIn.send("GET /auth/authorize?state=secret HTTP/1.1\r\nHost: localhost\r\n\r\n");
+    EXPECT_TRUE(signingIn.readAll().startsWith("HTTP/1.1 400"));
+    RawConnection synchronising(port);
+    synchronising.send(
+        "GET /api/sync/stats HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer secret\r\n\r\n");
+    EXPECT_TRUE(synchronising.readAll().startsWith("HTTP/1.1 401"));
+    EXPECT_TRUE(QFile::exists(data.filePath(QStringLiteral("accounts.sqlite"))));
+
     program.signal(SIGTERM);
 
     EXPECT_TRUE(connection.readAll().contains("secret"));
     EXPECT_EQ(program.exitStatus(), 0);
     const QByteArray errors = program.errors();
     EXPECT_TRUE(errors.contains("POST /api/transcribe 200 ")) << errors.constData();
-    EXPECT_FALSE(errors.contains("secret")) << "what was said does not go into the log";
+    EXPECT_TRUE(errors.contains("GET /auth/authorize 400 ")) << errors.constData();
+    EXPECT_FALSE(errors.contains("secret")) << "neither words nor tokens go into the log";
 }
 
 TEST(Program, SaysThatItsPortIsTaken) {
