@@ -6,6 +6,7 @@
 #include "platform/linux/sndfile_recording_files.h"
 #include "support/log_capture.h"
 #include "support/manual_main_queue.h"
+#include "support/small_disk.h"
 #include "support/wave_file.h"
 
 #include <QDir>
@@ -184,6 +185,31 @@ TEST_F(AudioRecorderTest, LeavesNothingBehindOfAFailedStart) {
 TEST_F(AudioRecorderTest, ClosesTheMicrophoneWhenNoFileCanBeMade) {
     AudioRecorder nowhere({queue, microphone, *files}, directory.filePath(QStringLiteral("absent")));
     EXPECT_FALSE(nowhere.startRecording());
+    EXPECT_FALSE(microphone.isOpen());
+}
+
+TEST_F(AudioRecorderTest, GoesOnWhileTheDiskIsFull) {
+    const testing::SmallDisk disk;
+    if (!disk.isMounted())
+        GTEST_SKIP() << "mounting takes root or user namespaces";
+    AudioRecorder onDisk({queue, microphone, *files}, disk.path(QString()));
+    const auto path = onDisk.startRecording();
+    ASSERT_TRUE(path);
+    microphone.deliver(1s, 0.2F);
+    disk.fill();
+    microphone.deliver(2s, 0.2F);
+    disk.empty();
+    microphone.deliver(1s, 0.2F);
+    ASSERT_TRUE(onDisk.stopRecording());
+    const auto samples = testing::readWave(*path).samples;
+    EXPECT_GE(samples.size(), 30000U) << "before and after";
+    EXPECT_LT(samples.size(), 64000U);
+    EXPECT_EQ(log.lines().filter(QStringLiteral("lacks samples: The disk is full.")).size(), 1);
+
+    disk.fill();
+    const auto refused = onDisk.startRecording();
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().description, QStringLiteral("The disk is full."));
     EXPECT_FALSE(microphone.isOpen());
 }
 
