@@ -1,4 +1,5 @@
 #include "account_service.h"
+#include "base/standard_streams.h"
 #include "chat_client.h"
 #include "engine_pool.h"
 #include "health_endpoint.h"
@@ -171,6 +172,7 @@ int run(const QStringList &arguments) {
 } // namespace velmo::localservice
 
 int main(int argc, char **argv) {
+    velmo::occupyStandardStreams();
     // A reader or a client that went away is an answer of write(), not the end of the process.
     std::signal(SIGPIPE, SIG_IGN);
     const sigset_t signals = velmo::localservice::stopSignals();

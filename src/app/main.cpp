@@ -3,6 +3,7 @@
 #include "app/composition.h"
 #include "app/output.h"
 #include "base/log.h"
+#include "base/standard_streams.h"
 #include "service/service_origin.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <unistd.h>
 
 int main(int argc, char **argv) {
+    velmo::occupyStandardStreams();
     // A reader that went away is an answer of write(), not the end of the process.
     std::signal(SIGPIPE, SIG_IGN);
 
