@@ -62,8 +62,8 @@ public:
     /// A recording has begun (or goes on): whatever an upload will need can be got ready. Returns at once.
     virtual void prepare() = 0;
 
-    /// Any thread; the completion comes exactly once: for a file that is missing, too small or cannot be opened
-    /// before this returns, on the caller's thread; for everything else on another thread. The file is read,
+    /// Any thread; the completion comes exactly once: for a file that is missing, too small, too large or
+    /// cannot be opened before this returns, on the caller's thread; for everything else on another thread. The file is read,
     /// never removed; once this has returned it may be.
     virtual void transcribe(const QString &path, const TranscriptionSettings &settings,
                             Completion completion) = 0;

@@ -18,6 +18,9 @@ using Clock = std::chrono::steady_clock;
 
 /// A WAVE file below this holds less than 0.03 s of sound.
 constexpr qint64 kSmallestRecording = 1000;
+/// More than two hours of our own recordings, and more than services take. A body is held in memory, where what is
+/// larger may not fit.
+constexpr qint64 kLargestRecording = 256LL * 1024 * 1024;
 constexpr qint64 kKilobyte = 1024;
 constexpr qsizetype kLoggedCharacters = 50;
 
@@ -33,6 +36,9 @@ OpenRecording openRecording(const QString &path) {
         return failed(TranscriptionError::fileTooSmall());
     }
     log(LogTag::Tx, QStringLiteral("File size: %1 bytes").arg(info.size()));
+    if (info.size() > kLargestRecording)
+        return failed(
+            TranscriptionError::networkError(QStringLiteral("The recording is too large to upload.")));
     auto file = std::make_shared<QFile>(path);
     if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failed(TranscriptionError::fileNotFound());

@@ -172,6 +172,8 @@ TEST_F(TranscriptionClientTest, CompletesLocalFailuresAtOnce) {
     for (int i = 0; i < 100; ++i)
         ASSERT_TRUE(QDir().mkpath(folder + QStringLiteral("/entry%1").arg(i)));
     const QString folderSize = QString::number(QFileInfo(folder).size());
+    const QString film = recording(0, QStringLiteral("film.m4a"));
+    ASSERT_TRUE(QFile::resize(film, 268'435'457));
     struct Row {
         QString path;
         Case which;
@@ -181,6 +183,7 @@ TEST_F(TranscriptionClientTest, CompletesLocalFailuresAtOnce) {
         {directory.filePath(QStringLiteral("missing.wav")), Case::fileNotFound, {}},
         {recording(999), Case::fileTooSmall, {QStringLiteral("🎙️ [Tx] File too small: 999 bytes")}},
         {folder, Case::fileNotFound, {QStringLiteral("🎙️ [Tx] File size: %1 bytes").arg(folderSize)}},
+        {film, Case::networkError, {QStringLiteral("🎙️ [Tx] File size: 268435457 bytes")}},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.path.toStdString());
