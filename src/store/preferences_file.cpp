@@ -178,6 +178,7 @@ SqliteCode PreferencesFile::ensure() const {
 }
 
 SqliteCode PreferencesFile::setAside() const {
+    keepPrivate(); // a damaged file still holds what was dictated
     const QByteArray name = freeNameFor(m_path);
     if (::rename(m_path.constData(), name.constData()) != 0)
         return codeOfErrno();
