@@ -8,6 +8,7 @@
 #include "store/sqlite_preferences.h"
 #include "text/text_processor.h"
 
+#include <QDir>
 #include <QStandardPaths>
 
 namespace velmo {
@@ -22,11 +23,16 @@ Part &ensure(std::unique_ptr<Part> &part, Make make) {
     return *part;
 }
 
+/// A relative XDG_CONFIG_HOME does not count (XDG Base Directory Specification); Qt would take it.
+QString configDirectory() {
+    const QString location = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return QDir::isAbsolutePath(location) ? location : QDir::homePath() + QStringLiteral("/.config");
+}
+
 } // namespace
 
 QString preferencesPath(const QString &domain) {
-    return QStringLiteral("%1/velmo/%2.sqlite")
-        .arg(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation), domain);
+    return QStringLiteral("%1/velmo/%2.sqlite").arg(configDirectory(), domain);
 }
 
 Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {}
