@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace velmo {
 
@@ -101,6 +102,13 @@ TEST_F(DictateTest, SaysWhyThereIsNoText) {
     program.setEnvironment(QStringLiteral("VELMO_SERVICE_URL"), testing::ScriptedServer::refusingOrigin());
     EXPECT_EQ(program.run({QStringLiteral("dictate"), wave(1)}).messages(),
               QStringList{QStringLiteral("Network error: Could not connect to the server.")});
+}
+
+TEST_F(DictateTest, DoesNotWaitForTheWriterOfAPipe) {
+    const QString pipe = files.filePath(QStringLiteral("pipe.wav"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    EXPECT_EQ(program.run({QStringLiteral("dictate"), pipe}).messages(),
+              QStringList{QStringLiteral("Recording too short")});
 }
 
 TEST_F(DictateTest, RefusesWordsItDoesNotKnow) {

@@ -1,6 +1,7 @@
 #include "platform/linux/sndfile_audio_length.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <sndfile.h>
 
 namespace velmo {
@@ -10,6 +11,8 @@ namespace {
 class SndfileAudioLength final : public AudioLength {
 public:
     [[nodiscard]] std::optional<double> seconds(const QString &path) const override {
+        if (!QFileInfo(path).isFile())
+            return std::nullopt; // opening a pipe would wait for its writer
         SF_INFO info{};
         SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &info);
         if (!file)
