@@ -54,6 +54,7 @@ struct Parser {
         QStringLiteral("directory")};
 
     Parser() {
+        line.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
         line.setApplicationDescription(
             QStringLiteral("Turns recordings into text for Velmo and keeps its accounts, on this machine."));
         line.addOptions({port, host, dataDirectory, speechUrl, speechModel, detectLanguage, chatUrl,

@@ -19,6 +19,8 @@ const std::array kCommands = {
     defaultsCommand(),
 };
 
+constexpr QLatin1StringView kVersionOption{"--version"};
+
 QString overview() {
     QString text = QStringLiteral(
         "Usage: velmo [COMMAND [ARGUMENTS]]\n\n"
@@ -38,6 +40,10 @@ QString overview() {
     return text;
 }
 
+int printVersion() {
+    return print(QStringLiteral("velmo " VELMO_VERSION "\n")) ? exit_status::success : exit_status::failure;
+}
+
 int usageError(const QString &message) {
     printError(message + QStringLiteral("\nTry 'velmo --help'."));
     return exit_status::usage;
@@ -53,13 +59,12 @@ int runCommandLine(Composition &composition, const QStringList &arguments) {
         print(overview());
         return exit_status::success;
     }
-    if (first == u"--version") {
-        print(QStringLiteral("velmo %1\n").arg(QStringLiteral(VELMO_VERSION)));
-        return exit_status::success;
-    }
+    if (first == kVersionOption)
+        return printVersion();
     for (const Command &command : kCommands) {
         if (first == command.name)
-            return command.run(composition, arguments.sliced(1));
+            return arguments.value(1) == kVersionOption ? printVersion()
+                                                        : command.run(composition, arguments.sliced(1));
     }
     if (first.startsWith(u'-'))
         return usageError(QStringLiteral("velmo: unknown option '%1'").arg(first));

@@ -6,6 +6,8 @@ namespace velmo {
 
 CommandOptions::CommandOptions(const Command &command) : m_command(command) {
     m_parser.setApplicationDescription(QString(command.summary));
+    // A file whose name begins with a dash is one wrong option, not one for each of its letters.
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
 }
 
@@ -18,7 +20,7 @@ std::optional<int> CommandOptions::read(const QStringList &arguments) {
     // Without declared operands Qt writes a usage line of its own; the command's is put in its place.
     QString help = m_parser.helpText();
     help.replace(0, help.indexOf(u'\n'),
-                 QStringLiteral("Usage: %1 [OPTIONS] %2").arg(program, QString(m_command.usage)));
+                 QStringLiteral("Usage: %1 %2").arg(program, QString(m_command.usage)));
     print(help);
     return exit_status::success;
 }

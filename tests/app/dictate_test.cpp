@@ -113,9 +113,11 @@ TEST_F(DictateTest, DoesNotWaitForTheWriterOfAPipe) {
 
 TEST_F(DictateTest, RefusesWordsItDoesNotKnow) {
     EXPECT_EQ(program.run({QStringLiteral("dictate")}).status, 2);
-    const auto run = program.run({QStringLiteral("dictate"), QStringLiteral("--loud"), wave(1)});
-    EXPECT_EQ(run.status, 2);
-    EXPECT_TRUE(run.messages().at(0).contains(QLatin1String("loud")));
+    for (const QString &option : {QStringLiteral("--loud"), QStringLiteral("-loud.wav")}) {
+        const auto run = program.run({QStringLiteral("dictate"), option, wave(1)});
+        EXPECT_EQ(run.status, 2);
+        EXPECT_TRUE(run.messages().at(0).contains(QLatin1String("'loud")));
+    }
     EXPECT_EQ(server.requests().size(), 0U);
     EXPECT_TRUE(
         program.run({QStringLiteral("dictate"), QStringLiteral("--help")}).output.contains("FILE..."));
