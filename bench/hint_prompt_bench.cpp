@@ -3,29 +3,58 @@
 #include "store/dictionary_words.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
+#include "text/hallucination_filter.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-QString storedDictionary(int count) {
-    QStringList words;
-    words.reserve(count);
-    for (int i = 0; i < count; ++i)
-        words.append(QStringLiteral("Ordbokord%1").arg((i * 7919) % count));
-    return velmo::serialiseDictionary(words);
+/// A dictionary of as many words as the benchmark is run with.
+class HintPromptBench : public benchmark::Fixture {
+public:
+    void SetUp(const benchmark::State &state) override {
+        const auto count = static_cast<int>(state.range(0));
+        QStringList words;
+        words.reserve(count);
+        for (int i = 0; i < count; ++i)
+            words.append(QStringLiteral("Ordbokord%1").arg((i * 7919) % count));
+        preferences.set(velmo::keys::dictionary, velmo::serialiseDictionary(words));
+    }
+
+protected:
+    velmo::MemoryPreferences preferences;
+    const QStringList languages = {QStringLiteral("no"), QStringLiteral("en")};
+};
+
+/// From the stored text to the prompt, at the end of the first recording after a change of the dictionary.
+BENCHMARK_DEFINE_F(HintPromptBench, first)(benchmark::State &state) {
+    for (auto _ : state)
+        benchmark::DoNotOptimize(velmo::HintPrompt(preferences).current(languages));
+    state.SetComplexityN(state.range(0));
 }
 
-/// From the stored text to the prompt, as at the end of every recording.
-void hintPrompt(benchmark::State &state) {
-    velmo::MemoryPreferences preferences;
-    preferences.set(velmo::keys::dictionary, storedDictionary(static_cast<int>(state.range(0))));
-    const QStringList languages = {QStringLiteral("no"), QStringLiteral("en")};
+/// At the end of every other recording, once the stored text has been read.
+BENCHMARK_DEFINE_F(HintPromptBench, next)(benchmark::State &state) {
+    const velmo::HintPrompt hints(preferences);
     for (auto _ : state)
-        benchmark::DoNotOptimize(velmo::buildHintPrompt(preferences, languages));
+        benchmark::DoNotOptimize(hints.current(languages));
+}
+
+/// Whether a text echoes such a prompt, which is asked twice for every dictation.
+BENCHMARK_DEFINE_F(HintPromptBench, isEcho)(benchmark::State &state) {
+    const auto prompt = velmo::HintPrompt(preferences).current(languages);
+    const QString text = QStringLiteral("Møtet begynner klokka ti i morgen, og Ordbokord17 er med.");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(velmo::isPromptEcho(text, prompt));
     state.SetComplexityN(state.range(0));
+}
+
+void sizes(benchmark::internal::Benchmark *benchmark) {
+    benchmark->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 }
 
 } // namespace
 
-BENCHMARK(hintPrompt)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK_REGISTER_F(HintPromptBench, first)->Apply(sizes)->Complexity();
+BENCHMARK_REGISTER_F(HintPromptBench, next)->Apply(sizes);
+BENCHMARK_REGISTER_F(HintPromptBench, isEcho)->Apply(sizes)->Complexity();

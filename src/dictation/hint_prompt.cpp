@@ -5,8 +5,8 @@
 #include "base/log.h"
 #include "dictation/language_words.h"
 #include "store/dictionary_words.h"
+#include "store/preference_keys.h"
 
-#include <QSet>
 #include <algorithm>
 #include <vector>
 
@@ -16,61 +16,60 @@ namespace {
 
 constexpr std::size_t kFewestWords = 3;
 
-/// A set of words that knows canonically equal spellings as one and keeps the first.
-class HintWords {
-public:
-    void add(const QString &word, QString composedWord) {
-        if (m_known.contains(composedWord))
-            return;
-        m_known.insert(composedWord);
-        m_words.push_back({word, std::move(composedWord)});
-    }
-
-    [[nodiscard]] std::size_t count() const { return m_words.size(); }
-
-    [[nodiscard]] QString joinedInOrder() {
-        std::sort(m_words.begin(), m_words.end(), [](const Word &left, const Word &right) {
-            return precedesByCodePoints(left.composed, right.composed);
-        });
-        QString text;
-        for (const Word &word : m_words) {
-            if (!text.isNull())
-                text += QLatin1String(", ");
-            text += word.spelling;
-        }
-        return text;
-    }
-
-private:
-    struct Word {
-        QString spelling;
-        QString composed;
-    };
-    std::vector<Word> m_words;
-    QSet<QString> m_known;
+struct Word {
+    QString spelling;
+    QString composed;
 };
+using WordList = std::vector<Word>;
 
-void addDictionary(HintWords &hints, const Preferences &preferences, const QStringList &languages) {
-    for (const QString &word : dictionaryWords(preferences)) {
-        QString composedWord = composed(word);
-        const bool isForeign = isListedWord(composedWord) && !isListedWord(composedWord, languages);
-        if (!isForeign)
-            hints.add(word, std::move(composedWord));
+/// In order; of canonically equal spellings the first stays.
+void sortWithoutDuplicates(WordList &words) {
+    std::stable_sort(words.begin(), words.end(), [](const Word &left, const Word &right) {
+        return precedesByCodePoints(left.composed, right.composed);
+    });
+    const auto areEqual = [](const Word &left, const Word &right) { return left.composed == right.composed; };
+    words.erase(std::unique(words.begin(), words.end(), areEqual), words.end());
+}
+
+QString joined(const WordList &words) {
+    QString text;
+    for (const Word &word : words) {
+        if (!text.isNull())
+            text += QLatin1String(", ");
+        text += word.spelling;
     }
+    return text;
+}
+
+bool isForeign(const QString &composedWord, const QStringList &languages) {
+    return isListedWord(composedWord) && !isListedWord(composedWord, languages);
 }
 
 } // namespace
 
-std::optional<QString> buildHintPrompt(const Preferences &preferences, const QStringList &languages) {
-    HintWords hints;
-    addDictionary(hints, preferences, languages);
-    for (const QString &word : learnedWords(preferences, languages))
-        hints.add(word, composed(word));
-    if (hints.count() < kFewestWords)
+std::optional<QString> HintPrompt::current(const QStringList &languages) const {
+    const QStringList source = QStringList{m_preferences.string(keys::dictionary).value_or(QString()),
+                                           m_preferences.string(keys::learnedWords).value_or(QString())} +
+                               languages;
+    const auto words = m_words.of(source, [&] { return wordsFor(languages); });
+    if (words->count < kFewestWords)
         return std::nullopt;
     log(LogTag::Prompt, QStringLiteral("%1 hint words for languages: %2")
-                            .arg(QString::number(hints.count()), languages.join(QLatin1String(", "))));
-    return hints.joinedInOrder();
+                            .arg(QString::number(words->count), languages.join(QLatin1String(", "))));
+    return words->joined;
+}
+
+HintPrompt::Words HintPrompt::wordsFor(const QStringList &languages) const {
+    WordList words;
+    for (const QString &word : dictionaryWords(m_preferences)) {
+        QString composedWord = composed(word);
+        if (!isForeign(composedWord, languages))
+            words.push_back({word, std::move(composedWord)});
+    }
+    for (const QString &word : learnedWords(m_preferences, languages))
+        words.push_back({word, composed(word)});
+    sortWithoutDuplicates(words);
+    return {words.size(), joined(words)};
 }
 
 } // namespace velmo

@@ -85,12 +85,21 @@ const QHash<QString, WordSet> &lists() {
     return lists;
 }
 
+/// Most words of a dictionary are in none of the lists, which one look-up tells.
+const WordSet &allWords() {
+    static const WordSet words = [] {
+        WordSet all;
+        for (const WordSet &list : lists())
+            all.unite(list);
+        return all;
+    }();
+    return words;
+}
+
 } // namespace
 
 bool isListedWord(const QString &composedWord) {
-    const auto &all = lists();
-    return std::any_of(all.begin(), all.end(),
-                       [&](const WordSet &list) { return list.contains(composedWord); });
+    return allWords().contains(composedWord);
 }
 
 bool isListedWord(const QString &composedWord, const QStringList &languages) {

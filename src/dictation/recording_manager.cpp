@@ -2,7 +2,6 @@
 
 #include "base/characters.h"
 #include "base/log.h"
-#include "dictation/hint_prompt.h"
 #include "dictation/level_monitor.h"
 #include "dictation/overlay_display.h"
 #include "dictation/recorder.h"
@@ -45,7 +44,8 @@ QString textSummary(const QString &text, const QString &details) {
 
 } // namespace
 
-RecordingManager::RecordingManager(const Collaborators &collaborators) : m_with(collaborators) {}
+RecordingManager::RecordingManager(const Collaborators &collaborators)
+    : m_with(collaborators), m_hintPrompt(collaborators.preferences) {}
 
 // Starting
 
@@ -157,7 +157,7 @@ TranscriptionSettings RecordingManager::buildTranscriptionSettings() const {
     TranscriptionSettings settings;
     settings.language = primaryLanguage(m_with.preferences);
     settings.languages = selectedLanguagesText(m_with.preferences);
-    settings.prompt = buildHintPrompt(m_with.preferences, languageCodes(settings.languages));
+    settings.prompt = m_hintPrompt.current(languageCodes(settings.languages));
     return settings;
 }
 

@@ -3,6 +3,7 @@
 #include "base/lifetime.h"
 #include "base/main_queue.h"
 #include "dictation/dictation_state.h"
+#include "dictation/hint_prompt.h"
 #include "service/transcription.h"
 
 #include <QObject>
@@ -115,6 +116,7 @@ private:
     [[nodiscard]] QString sinceStop(const Dictation &dictation) const;
 
     Collaborators m_with;
+    HintPrompt m_hintPrompt;
     State m_state = State::idle;
     QString m_lastTranscription;
     QString m_errorMessage;

@@ -18,9 +18,9 @@ struct Case {
     const char *prompt; // nullptr: none
 };
 
-class HintPrompt : public ::testing::TestWithParam<Case> {};
+class HintPromptOf : public ::testing::TestWithParam<Case> {};
 
-TEST_P(HintPrompt, HoldsTheWordsToExpect) {
+TEST_P(HintPromptOf, HoldsTheWordsToExpect) {
     const testing::LogCapture log;
     MemoryPreferences preferences;
     if (GetParam().dictionary)
@@ -28,8 +28,8 @@ TEST_P(HintPrompt, HoldsTheWordsToExpect) {
     if (GetParam().learned)
         preferences.set(keys::learnedWords, QString::fromUtf8(GetParam().learned));
 
-    const auto prompt =
-        buildHintPrompt(preferences, QString::fromUtf8(GetParam().languages).split(QLatin1Char(',')));
+    const HintPrompt hints(preferences);
+    const auto prompt = hints.current(QString::fromUtf8(GetParam().languages).split(QLatin1Char(',')));
 
     EXPECT_EQ(prompt.value_or(QStringLiteral("none")),
               QString::fromUtf8(GetParam().prompt ? GetParam().prompt : "none"));
@@ -37,7 +37,7 @@ TEST_P(HintPrompt, HoldsTheWordsToExpect) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Cases, HintPrompt,
+    Cases, HintPromptOf,
     ::testing::Values(
         Case{"nothing", nullptr, nullptr, "no", nullptr},
         Case{"two_words", R"([{"word":"a"},{"word":"b"}])", nullptr, "no", nullptr},
@@ -63,6 +63,25 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"no_array_of_objects", R"([{"word":"a"},{"word":"b"},{"word":"c"},"d"])", nullptr, "no",
              nullptr}),
     [](const auto &info) { return std::string(info.param.name); });
+
+TEST(HintPromptTest, FollowsEveryChange) {
+    const testing::LogCapture log;
+    MemoryPreferences preferences;
+    const HintPrompt hints(preferences);
+    const auto now = [&](const char *language) {
+        return hints.current({QString::fromUtf8(language)}).value_or(QString());
+    };
+    preferences.set(keys::dictionary,
+                    QStringLiteral(R"([{"word":"fika"},{"word":"b"},{"word":"a"},{"word":"c"}])"));
+    EXPECT_EQ(now("no"), QStringLiteral("a, b, c"));
+    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika"));
+    preferences.set(keys::learnedWords, QStringLiteral(R"({"sv":["mysa"]})"));
+    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika, mysa"));
+    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika, mysa"));
+    preferences.remove(keys::dictionary);
+    EXPECT_EQ(now("sv"), QString());
+    EXPECT_EQ(log.lines().size(), 4);
+}
 
 } // namespace
 
