@@ -151,7 +151,8 @@ void PreferencesFile::keepPrivate() const {
     for (const char *suffix : {"", kWal, kShm}) {
         const QByteArray path = m_path + suffix;
         struct stat status {};
-        if (::stat(path.constData(), &status) == 0 && (status.st_mode & 077) != 0)
+        const bool isFile = ::stat(path.constData(), &status) == 0 && S_ISREG(status.st_mode);
+        if (isFile && (status.st_mode & 077) != 0)
             ::chmod(path.constData(), kPrivateFile);
     }
 }
