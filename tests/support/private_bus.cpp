@@ -1,12 +1,13 @@
 #include "support/private_bus.h"
 
+#include "support/wait_until.h"
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QFile>
 #include <csignal>
 #include <stdexcept>
 #include <sys/prctl.h>
-#include <thread>
 
 namespace velmo::testing {
 
@@ -58,11 +59,7 @@ bool PrivateBus::waitForName(const QString &name) const {
     bool isOwned = false;
     {
         const QDBusConnection connection = QDBusConnection::connectToBus(m_address, connectionName);
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-        while (!isOwned && std::chrono::steady_clock::now() < deadline) {
-            isOwned = connection.interface()->isServiceRegistered(name);
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
+        isOwned = waitUntil([&] { return connection.interface()->isServiceRegistered(name); });
     }
     QDBusConnection::disconnectFromBus(connectionName);
     return isOwned;

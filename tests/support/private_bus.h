@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] const QString &address() const { return m_address; }
 
-    /// Waits (a minute at most) until somebody owns the name.
+    /// Waits until somebody owns the name; false when nobody does for long.
     [[nodiscard]] bool waitForName(const QString &name) const;
 
 private:

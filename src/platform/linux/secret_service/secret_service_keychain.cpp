@@ -1,6 +1,7 @@
 #include "platform/linux/secret_service/secret_service_keychain.h"
 
 #include "platform/linux/secret_service/deadline.h"
+#include "platform/linux/session_bus_presence.h"
 
 #include <libsecret/secret.h>
 
@@ -38,13 +39,17 @@ KeychainFailure lockedFailure() {
     return {QStringLiteral("The keyring is locked.")};
 }
 
+KeychainFailure absentFailure() {
+    return {QStringLiteral("This session has no keyring.")};
+}
+
 KeychainFailure failureOf(const CallError &error, const Deadline &deadline) {
     if (deadline.isOver())
         return {QStringLiteral("The keyring does not answer.")};
     if (error.isLocked())
         return lockedFailure();
     if (error.isAbsence())
-        return {QStringLiteral("This session has no keyring.")};
+        return absentFailure();
     return {QStringLiteral("The keyring failed: ") + error.message()};
 }
 
@@ -58,6 +63,8 @@ OwnedTable attributesOf(const QString &account) {
 /// The service is the process's own copy with one session, made at first use: a session for every call would pile up
 /// in the keyring.
 Result<OwnedObject<SecretService>, KeychainFailure> service(const Deadline &deadline) {
+    if (!hasSessionBus())
+        return failed(absentFailure());
     CallError error;
     // GLib ends the whole process with a bus that goes away, unless told not to.
     const OwnedObject<GDBusConnection> bus(
