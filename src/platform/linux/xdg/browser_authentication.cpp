@@ -1,0 +1,48 @@
+#include "platform/linux/xdg/browser_authentication.h"
+
+#include "base/log.h"
+
+namespace velmo {
+
+using Kind = WebAuthenticationFailure::Kind;
+
+BrowserAuthentication::BrowserAuthentication(UrlOpener &opener, WithoutBrowser withoutBrowser)
+    : m_opener(opener), m_withoutBrowser(withoutBrowser) {}
+
+void BrowserAuthentication::start(const QString &address, const QString &callbackScheme,
+                                  Completion completion) {
+    ++m_session;
+    m_callbackScheme = callbackScheme;
+    m_completion = std::move(completion);
+    m_opener.open(address, m_lifetime.guard([this, session = m_session](bool opened) {
+        browserAnswered(session, opened);
+    }));
+}
+
+void BrowserAuthentication::cancel() {
+    end(failed(WebAuthenticationFailure{Kind::Cancelled, QString()}));
+}
+
+void BrowserAuthentication::deliver(const QString &address) {
+    const bool isAwaited = m_completion && address.startsWith(m_callbackScheme + u':', Qt::CaseInsensitive);
+    if (isAwaited)
+        end(address);
+    else
+        log(LogTag::Auth, QStringLiteral("Ignored a callback that nobody waits for"));
+}
+
+void BrowserAuthentication::browserAnswered(int session, bool opened) {
+    if (opened || session != m_session || !m_completion)
+        return;
+    if (m_withoutBrowser == WithoutBrowser::GoesOn)
+        log(LogTag::Auth, QStringLiteral("No browser could be opened"));
+    else
+        end(failed(WebAuthenticationFailure{Kind::NotStarted, QString()}));
+}
+
+void BrowserAuthentication::end(const Outcome &outcome) {
+    if (const auto completion = std::exchange(m_completion, {}))
+        completion(outcome);
+}
+
+} // namespace velmo

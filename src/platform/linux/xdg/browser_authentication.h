@@ -1,0 +1,38 @@
+#pragma once
+
+#include "base/lifetime.h"
+#include "platform/url_opener.h"
+#include "platform/web_authentication.h"
+
+namespace velmo {
+
+/// An authentication in the person's own browser. The browser hands the page's answer to the desktop, the desktop to
+/// whatever program is registered for the scheme, and that one, by `deliver`, to us.
+class BrowserAuthentication final : public WebAuthentication {
+public:
+    /// Where no browser can be opened, either the session ends as not started or it goes on, because the person is told
+    /// the address and may open it elsewhere.
+    enum class WithoutBrowser { Ends, GoesOn };
+
+    /// The opener outlives the authentication.
+    BrowserAuthentication(UrlOpener &opener, WithoutBrowser withoutBrowser);
+
+    void start(const QString &address, const QString &callbackScheme, Completion completion) override;
+    void cancel() override;
+
+    /// An address of a scheme of ours, from outside. One that no session waits for is ignored, with a log line.
+    void deliver(const QString &address);
+
+private:
+    void browserAnswered(int session, bool opened);
+    void end(const Outcome &outcome);
+
+    UrlOpener &m_opener;
+    const WithoutBrowser m_withoutBrowser;
+    int m_session = 0;
+    QString m_callbackScheme;
+    Completion m_completion; ///< While a session runs.
+    Lifetime m_lifetime;
+};
+
+} // namespace velmo

@@ -1,0 +1,84 @@
+#include "platform/linux/xdg/url_scheme_handler.h"
+
+#include "velmo_desktop_entry.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+namespace velmo {
+
+namespace {
+
+const QString kEntryName = QStringLiteral("velmo.desktop");
+
+/// A word of an Exec line: quoted, as the desktop entry format wants it, with what is special inside the quotes escaped
+/// and percent signs doubled. The backslashes of that are escaped once more, as in every string of the format.
+QString quoted(const QString &word) {
+    QString text;
+    for (const QChar character : word) {
+        if (QStringView(u"\"`$\\").contains(character))
+            text += QStringLiteral("\\\\");
+        text += character == u'\\' ? QStringLiteral("\\\\") : QString(character);
+        if (character == u'%')
+            text += character;
+    }
+    return u'"' + text + u'"';
+}
+
+QString userFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/applications");
+}
+
+/// Another folder than the user's that holds the entry: a package installed it.
+bool isInstalledForAll() {
+    const QStringList folders =
+        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation).sliced(1);
+    return std::any_of(folders.begin(), folders.end(), [](const QString &folder) {
+        return QFile::exists(folder + QStringLiteral("/applications/") + kEntryName);
+    });
+}
+
+QByteArray contentOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+Result<void, QString> write(const QString &path, const QByteArray &content) {
+    QSaveFile file(path);
+    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
+        file.write(content) != content.size() || !file.commit())
+        return failed(QStringLiteral("Could not write %1: %2").arg(path, file.errorString()));
+    return {};
+}
+
+} // namespace
+
+QString desktopEntry(const QString &program) {
+    QString entry = QString::fromUtf8(kDesktopEntry);
+    return entry.replace(QStringLiteral("Exec=velmo "), QStringLiteral("Exec=%1 ").arg(quoted(program)));
+}
+
+Result<void, QString> UrlSchemeHandler::install(const QString &program) {
+    const QString path = userFolder() + u'/' + kEntryName;
+    const QByteArray content = desktopEntry(program).toUtf8();
+    if (isInstalledForAll() || contentOf(path) == content)
+        return {};
+    if (auto written = write(path, content); !written)
+        return written;
+    registerEntry(userFolder());
+    return {};
+}
+
+void UrlSchemeHandler::registerEntry(const QString &folder) {
+    m_process = std::make_unique<DetachedProcess>(
+        QStringLiteral("update-desktop-database"), QStringList{folder}, [this](bool) {
+            m_process = std::make_unique<DetachedProcess>(
+                QStringLiteral("xdg-mime"),
+                QStringList{QStringLiteral("default"), kEntryName, QStringLiteral("x-scheme-handler/velmo")},
+                [](bool) {});
+        });
+}
+
+} // namespace velmo
