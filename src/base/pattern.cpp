@@ -120,9 +120,8 @@ QString Pattern::replaced(const QString &text, const Replacement &replacement) c
         result += replacement(search);
         copied = search.end();
     }
-    if (copied == 0 && result.isEmpty())
-        return text;
-    if (search.gaveUp())
+    const bool isUnchanged = copied == 0 && result.isEmpty();
+    if (isUnchanged || search.gaveUp())
         return text;
     result += QStringView(text).sliced(copied);
     return result;

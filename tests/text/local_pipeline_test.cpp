@@ -145,6 +145,15 @@ INSTANTIATE_TEST_SUITE_P(
                       Said{"scandinavian_i", u"jeg bor i Oslo"_s, u"Jeg bor i Oslo"_s, u"sv"_s}),
     rowName);
 
+// ICU bounds its stack, and a pattern that keeps a state for each blank would give up here.
+TEST(LocalPathOfLongTexts, ReachesAcrossAnyNumberOfBlanks) {
+    const MemoryPreferences preferences;
+    const QString blanks(300'000, u' ');
+    EXPECT_EQ(LocalTextPath(preferences)
+                  .process(u"emoji fire emoji"_s + blanks + u"heart ja"_s + blanks + u"ja"_s, u"no"_s),
+              u"🔥 ❤️ ja"_s);
+}
+
 TEST(LocalPathTrace, TellsEachPassAndWhatItLeft) {
     const MemoryPreferences preferences(
         {{keys::snippets, u"[{\"trigger\":\"mvh\",\"expansion\":\"Hilsen\"}]"_s}});

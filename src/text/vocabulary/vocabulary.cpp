@@ -14,6 +14,11 @@ namespace {
 constexpr char32_t kFirstCompoundLetter = 0x110000; // behind the last code point
 constexpr char32_t kUnknownLetter = 0xFFFFFFFF;     // a compound letter that no word of the list has
 
+/// Neither case nor the way a letter is written counts.
+QString foldedForm(QStringView word) {
+    return composed(lowerCased(word));
+}
+
 /// The letters of a word as a set of 64 bits. An edit takes at most one letter away and adds at most one, so
 /// two words within n edits differ in at most 2n bits.
 quint64 signatureOf(const std::vector<char32_t> &letters) {
@@ -56,16 +61,23 @@ Vocabulary::Vocabulary(const QStringList &words) : m_words(words) {
 }
 
 void Vocabulary::add(QStringView word) {
-    const QString folded = composed(lowerCased(word));
-    for (const QStringView character : characters(folded)) {
-        if (letterOf(character) == kUnknownLetter)
-            m_compoundLetters.insert(character.toString(), kFirstCompoundLetter + m_compoundLetters.size());
-    }
-    Letters letters = lettersOf(word);
+    const QString folded = foldedForm(word);
+    Letters letters;
+    for (const QStringView character : characters(folded))
+        letters.push_back(ensureLetterOf(character));
     SameLength &bucket = m_byLength[letters.size()];
     bucket.signatures.push_back(signatureOf(letters));
     bucket.words.push_back(static_cast<qsizetype>(m_letters.size()));
     m_letters.push_back(std::move(letters));
+}
+
+char32_t Vocabulary::ensureLetterOf(QStringView character) {
+    char32_t letter = letterOf(character);
+    if (letter == kUnknownLetter) {
+        letter = kFirstCompoundLetter + static_cast<char32_t>(m_compoundLetters.size());
+        m_compoundLetters.insert(character.toString(), letter);
+    }
+    return letter;
 }
 
 char32_t Vocabulary::letterOf(QStringView character) const {
@@ -79,7 +91,7 @@ char32_t Vocabulary::letterOf(QStringView character) const {
 }
 
 Vocabulary::Letters Vocabulary::lettersOf(QStringView word) const {
-    const QString folded = composed(lowerCased(word));
+    const QString folded = foldedForm(word);
     Letters letters;
     for (const QStringView character : characters(folded))
         letters.push_back(letterOf(character));

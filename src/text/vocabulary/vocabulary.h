@@ -42,6 +42,8 @@ private:
     [[nodiscard]] char32_t letterOf(QStringView character) const;
     [[nodiscard]] Letters lettersOf(QStringView word) const;
     void add(QStringView word);
+    /// The letter of a character of the list; a compound one that is new is given a number.
+    [[nodiscard]] char32_t ensureLetterOf(QStringView character);
     void search(const SameLength &bucket, const Letters &letters, quint64 signature, Best &best) const;
 
     QStringList m_words;
