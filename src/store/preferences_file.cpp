@@ -7,17 +7,12 @@
 #include <QFileInfo>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 namespace velmo {
 
 namespace {
-
-using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
 
 constexpr mode_t kPrivateFile = 0600;
 constexpr mode_t kPrivateDirectory = 0700;
@@ -25,64 +20,24 @@ constexpr mode_t kPrivateDirectory = 0700;
 constexpr const char *kWal = "-wal";
 constexpr const char *kShm = "-shm";
 constexpr const char *kJournal = "-journal";
-
-/// The reason of a failed system call in SQLite's words.
-SqliteCode codeOfErrno() {
-    switch (errno) {
-    case ENOSPC:
-    case EDQUOT:
-        return SQLITE_FULL;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return SQLITE_READONLY;
-    default:
-        return SQLITE_CANTOPEN;
-    }
-}
+constexpr const char *kLock = ".lock";
 
 bool exists(const QByteArray &path) {
     struct stat status {};
     return ::stat(path.constData(), &status) == 0;
 }
 
+QByteArray directoryOf(const QByteArray &path) {
+    return path.left(path.lastIndexOf('/'));
+}
+
 /// Makes the directory and those it needs; what exists stays as it is.
 void makeDirectories(const QByteArray &path) {
     if (path.isEmpty() || exists(path))
         return;
-    makeDirectories(path.left(path.lastIndexOf('/')));
+    makeDirectories(directoryOf(path));
     ::mkdir(path.constData(), kPrivateDirectory);
 }
-
-/// An exclusive lock between processes and threads. The file stays: removing it would let two hold "the" lock.
-class FileLock {
-public:
-    explicit FileLock(const QByteArray &path)
-        : m_descriptor(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, kPrivateFile)) {}
-    FileLock(const FileLock &) = delete;
-    FileLock &operator=(const FileLock &) = delete;
-    ~FileLock() {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
-    }
-
-    [[nodiscard]] SqliteCode acquire() const {
-        if (m_descriptor < 0)
-            return codeOfErrno();
-        const auto end = Clock::now() + kPatience;
-        while (::flock(m_descriptor, LOCK_EX | LOCK_NB) != 0) {
-            if (errno != EWOULDBLOCK && errno != EINTR)
-                return codeOfErrno();
-            if (Clock::now() >= end)
-                return SQLITE_BUSY;
-            std::this_thread::sleep_for(10ms);
-        }
-        return SQLITE_OK;
-    }
-
-private:
-    int m_descriptor;
-};
 
 bool isIntact(const SqliteConnection &connection) {
     const auto report = connection.answer("PRAGMA quick_check(1)");
@@ -139,11 +94,21 @@ PreferencesFile::PreferencesFile(const QString &path) {
     // A link, as people who keep their settings elsewhere make, is followed here once, as SQLite does: the file
     // itself is what is renamed and what the others lie beside.
     const QFileInfo file(path);
-    m_path = QFile::encodeName(file.exists() ? file.canonicalFilePath() : file.absoluteFilePath());
+    const QString target = file.canonicalFilePath(); // empty where there is no file
+    m_path = QFile::encodeName(target.isEmpty() ? file.absoluteFilePath() : target);
 }
 
 bool PreferencesFile::exists() const {
     return velmo::exists(m_path) || (errno != ENOENT && errno != ENOTDIR);
+}
+
+Result<std::optional<FileLock>, SqliteCode> PreferencesFile::holdInPlace() const {
+    auto lock = FileLock::acquire(m_path + kLock, FileLock::Kind::Shared, kPatience);
+    if (lock)
+        return std::optional(std::move(*lock));
+    if (lock.error() == SQLITE_BUSY)
+        return failed(lock.error());
+    return std::nullopt; // where there can be no lock file, nobody can exchange the file either
 }
 
 void PreferencesFile::keepPrivate() const {
@@ -158,10 +123,10 @@ void PreferencesFile::keepPrivate() const {
 }
 
 SqliteCode PreferencesFile::ensure() const {
-    makeDirectories(m_path.left(m_path.lastIndexOf('/')));
-    const FileLock lock(m_path + ".lock");
-    if (const SqliteCode code = lock.acquire(); code != SQLITE_OK)
-        return code;
+    makeDirectories(directoryOf(m_path));
+    const auto lock = FileLock::acquire(m_path + kLock, FileLock::Kind::Exclusive, kPatience);
+    if (!lock)
+        return lock.error();
     const auto content = thoroughContentOf(m_path); // again: another process may have been here first
     if (!content)
         return content.error();

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "store/sqlite_code.h"
+#include "store/file_lock.h"
 
 #include <QByteArray>
 #include <QString>
 #include <chrono>
+#include <optional>
 
 namespace velmo {
 
@@ -22,6 +23,12 @@ public:
     [[nodiscard]] const QByteArray &path() const { return m_path; }
     /// Also when it may not be looked at.
     [[nodiscard]] bool exists() const;
+
+    /// Keeps the file from being exchanged while the result lives. SQLite opens a log later than its file, and
+    /// removes it, by name: a connection that got one file with the log of another, or removed a log that had come
+    /// to belong to another, would lose what others committed. So this is held from before a connection opens the
+    /// file until it has read from it, and while one that removes the log is closed.
+    [[nodiscard]] Result<std::optional<FileLock>, SqliteCode> holdInPlace() const;
 
     /// Takes the access of other users away where somebody gave it to them.
     void keepPrivate() const;

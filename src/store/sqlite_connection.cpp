@@ -78,6 +78,10 @@ Result<SqliteStatement, SqliteCode> SqliteConnection::prepare(const char *sql) c
     return owned;
 }
 
+void SqliteConnection::keepLogOnClose(bool keep) const {
+    sqlite3_db_config(get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, keep ? 1 : 0, nullptr);
+}
+
 bool SqliteConnection::fileHasMoved() const {
     int moved = 0;
     sqlite3_file_control(get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);

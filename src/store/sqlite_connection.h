@@ -71,6 +71,10 @@ public:
 
     [[nodiscard]] Result<SqliteStatement, SqliteCode> prepare(const char *sql) const;
 
+    /// Whether closing the last connection to the file leaves its write-ahead log where it is. By default SQLite then
+    /// copies the log into the file and removes it, by name.
+    void keepLogOnClose(bool keep) const;
+
     /// Whether the path no longer names the file this connection has open.
     [[nodiscard]] bool fileHasMoved() const;
 

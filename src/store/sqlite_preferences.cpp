@@ -13,11 +13,15 @@ using Table = std::unique_ptr<PreferenceTable>;
 /// Null where the file is absent or empty.
 Result<Table, SqliteCode> openTable(const PreferencesFile &file, Access access,
                                     std::chrono::milliseconds patience) {
+    const auto hold = file.holdInPlace();
+    if (!hold)
+        return failed(hold.error());
     if (!file.exists())
         return nullptr;
     auto connection = SqliteConnection::open(file.path(), access, patience);
     if (!connection)
         return failed(connection.error());
+    connection->keepLogOnClose(true);
     const auto content = PreferenceTable::contentOf(*connection);
     if (!content)
         return failed(content.error());
@@ -46,16 +50,22 @@ bool lacksIndex(SqliteCode code) {
 
 /// A commit hands its pages to the system and is done; the checkpointer alone deals with the disk.
 SqliteCode leaveDiskToCheckpointer(const SqliteConnection &connection) {
-    sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     return connection.run("PRAGMA synchronous = OFF; PRAGMA wal_autocheckpoint = 0");
 }
 
 } // namespace
 
 SqlitePreferences::SqlitePreferences(const QString &path, std::chrono::milliseconds patience)
-    : m_file(path), m_patience(patience), m_checkpointer(m_file.path()) {}
+    : m_file(path), m_patience(patience), m_checkpointer(m_file) {}
 
-SqlitePreferences::~SqlitePreferences() = default;
+SqlitePreferences::~SqlitePreferences() {
+    m_writer.reset();
+    m_checkpointer.finish();
+    const auto hold = m_file.holdInPlace();
+    if (m_reader && hold)
+        m_reader->connection().keepLogOnClose(false); // who leaves last puts all into the one file
+    m_reader.reset();
+}
 
 std::optional<PreferenceValue> SqlitePreferences::value(const QString &key) const {
     return read<std::optional<PreferenceValue>>(

@@ -53,12 +53,10 @@ private:
     mutable Table m_reader;
     mutable SqliteCode m_lastReadCode = 0; // a failure that goes on is logged once
 
-    // Between the two connections: the writer goes first and leaves the log, this brings it to the disk, the reader
-    // goes last and tidies up.
-    WalCheckpointer m_checkpointer;
-
     std::mutex m_writeMutex; // of m_writer
     Table m_writer;
+
+    WalCheckpointer m_checkpointer;
 };
 
 } // namespace velmo

@@ -29,21 +29,28 @@ SqliteCode copyAndEmptyLog(const SqliteConnection &connection) {
     return sqlite3_wal_checkpoint_v2(connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
 }
 
-SqliteCode checkpointOf(const QByteArray &file) {
+SqliteCode checkpointOf(const PreferencesFile &file) {
+    const auto hold = file.holdInPlace();
+    if (!hold)
+        return hold.error();
+    if (!file.exists())
+        return SQLITE_OK; // removed by somebody, and its log with it
     const auto connection =
-        SqliteConnection::open(file, SqliteConnection::Access::ReadWrite, kReaderPatience);
+        SqliteConnection::open(file.path(), SqliteConnection::Access::ReadWrite, kReaderPatience);
     if (!connection)
         return connection.error();
-    // FULL is the library's default, said here because everything rests on it. The first read opens the log.
+    // FULL is the library's default, said here because everything rests on it. The read opens the log.
     const SqliteCode code = connection->run("PRAGMA synchronous = FULL; SELECT count(*) FROM sqlite_schema");
     return code == SQLITE_OK ? copyAndEmptyLog(*connection) : code;
 }
 
 } // namespace
 
-WalCheckpointer::WalCheckpointer(QByteArray file) : m_file(std::move(file)) {}
+WalCheckpointer::WalCheckpointer(PreferencesFile file) : m_file(std::move(file)) {}
 
-WalCheckpointer::~WalCheckpointer() = default;
+WalCheckpointer::~WalCheckpointer() {
+    finish();
+}
 
 void WalCheckpointer::noteChange() {
     const std::lock_guard lock(m_mutex);
@@ -51,6 +58,13 @@ void WalCheckpointer::noteChange() {
     if (!m_thread.joinable())
         m_thread = std::jthread([this](const std::stop_token &stop) { run(stop); });
     m_wake.notify_one();
+}
+
+void WalCheckpointer::finish() {
+    if (!m_thread.joinable())
+        return;
+    m_thread.request_stop();
+    m_thread.join();
 }
 
 void WalCheckpointer::run(const std::stop_token &stop) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include "store/preferences_file.h"
+
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -16,20 +17,22 @@ namespace velmo {
 /// could reach the disk out of order and bring an old page back.
 class WalCheckpointer {
 public:
-    explicit WalCheckpointer(QByteArray file);
+    explicit WalCheckpointer(PreferencesFile file);
     WalCheckpointer(const WalCheckpointer &) = delete;
     WalCheckpointer &operator=(const WalCheckpointer &) = delete;
-    /// Waits until the last change is on the disk.
     ~WalCheckpointer();
 
     /// Something was committed. Any thread; the first call starts the thread.
     void noteChange();
 
+    /// Waits until the last change is on the disk. None may come later.
+    void finish();
+
 private:
     void run(const std::stop_token &stop);
     [[nodiscard]] bool checkpoint();
 
-    QByteArray m_file;
+    PreferencesFile m_file;
     int m_lastCode = 0; // of the thread: a failure that goes on is logged once
     std::mutex m_mutex; // of m_changed and the start of the thread
     std::condition_variable_any m_wake;
