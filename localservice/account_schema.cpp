@@ -91,10 +91,18 @@ SqliteCode ensureTables(const SqliteConnection &connection) {
     return code == SQLITE_OK ? transaction.commit() : code;
 }
 
+/// What is half damaged could still be written to, and would seem to have lost accounts.
+SqliteCode expectIntact(const SqliteConnection &connection) {
+    const SqliteCode code = expect(connection, "PRAGMA quick_check(1)", "ok");
+    return code == SQLITE_NOTADB ? SQLITE_CORRUPT : code;
+}
+
 } // namespace
 
 SqliteCode prepareAccounts(const SqliteConnection &connection) {
-    const SqliteCode code = ensureTables(connection);
+    SqliteCode code = ensureTables(connection);
+    if (code == SQLITE_OK)
+        code = expectIntact(connection);
     return code == SQLITE_OK ? connection.run(kSettings) : code;
 }
 

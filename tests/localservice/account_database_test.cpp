@@ -55,6 +55,25 @@ TEST(AccountDatabase, OutlivesTheServiceAndIsPrivate) {
     EXPECT_EQ(again.send("GET", "/api/sync/dictionary", token)->body, kPulled);
 }
 
+TEST(AccountDatabase, DoesNotWriteToAFileThatIsHalfDamaged) {
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("accounts.sqlite"));
+    {
+        RunningAccounts service(directory.path());
+        ASSERT_NE(service.signIn("kari@example.org"), "");
+    }
+    QByteArray content = contentOf(path);
+    constexpr qsizetype page = 4096;
+    ASSERT_GT(content.size(), 3 * page);
+    content.replace(2 * page, page, QByteArray(page, 'x')); // neither the header nor the list of tables
+    write(path, content);
+
+    RunningAccounts service(directory.path());
+    EXPECT_EQ(service.signIn("kari@example.org"), "");
+    EXPECT_EQ(service.send("POST", "/api/auth/me", "token")->status, 503);
+    EXPECT_EQ(contentOf(path), content);
+}
+
 TEST(AccountDatabase, LeavesWhatItCannotUse) {
     struct Case {
         const char *name;
