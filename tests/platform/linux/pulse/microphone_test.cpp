@@ -23,6 +23,16 @@ namespace {
 
 using testing::PulseServer;
 
+bool isAnything(float) {
+    return true;
+}
+bool isSilence(float level) {
+    return level == 0;
+}
+bool isTone(float level) {
+    return level > 0.5F;
+}
+
 /// A recorder on a real sound server.
 class PulseMicrophoneTest : public ::testing::Test {
 protected:
@@ -40,19 +50,16 @@ protected:
     void startHearing() {
         const auto started = recorder.startRecording();
         ASSERT_TRUE(started) << started.error().description.toStdString();
-        ASSERT_TRUE(hearsAgain());
+        ASSERT_TRUE(hears(isAnything));
     }
 
-    /// Whether a level comes that was not there before; it is above 0 for anything but silence.
-    [[nodiscard]] bool hearsAgain(float atLeast = 0) {
-        std::optional<float> heard;
-        recorder.onAudioLevel = [&](float level) {
-            if (level >= atLeast)
-                heard = level;
-        };
-        const bool hears = testing::waitUntil([&] { return heard.has_value() || isLost; });
+    /// Whether a block of that loudness comes.
+    [[nodiscard]] bool hears(const std::function<bool(float level)> &wanted) {
+        bool isHeard = false;
+        recorder.onAudioLevel = [&](float level) { isHeard = isHeard || wanted(level); };
+        const bool isOver = testing::waitUntil([&] { return isHeard || isLost; });
         recorder.onAudioLevel = nullptr;
-        return hears && heard;
+        return isOver && isHeard;
     }
 
     [[nodiscard]] testing::WaveFile stop() {
@@ -104,7 +111,7 @@ TEST_F(PulseMicrophoneTest, RecordsWhatIsSpoken) {
     recorder.press(queue.uptime());
     startHearing();
     server.play(speech);
-    EXPECT_TRUE(hearsAgain()) << "the last word is through";
+    EXPECT_TRUE(hears(isSilence)) << "the last word is through";
     const auto recording = stop();
     EXPECT_TRUE(log.lines().first().endsWith(QStringLiteral("(16kHz mono, input: 48000Hz 2ch)")));
     EXPECT_EQ(recording.sampleRate, 16000);
@@ -145,12 +152,12 @@ TEST_F(PulseMicrophoneTest, GoesOnWithTheNewDefault) {
     server.control({QStringLiteral("load-module"), QStringLiteral("module-sine-source"),
                     QStringLiteral("source_name=tone"), QStringLiteral("rate=44100")});
     server.control({QStringLiteral("set-default-source"), QStringLiteral("tone")});
-    EXPECT_TRUE(hearsAgain(0.5F)) << "the tone of the new default, in the format of the first one";
+    EXPECT_TRUE(hears(isTone)) << "the tone of the new default, in the format of the first one";
     server.control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
-    EXPECT_TRUE(hearsAgain());
+    EXPECT_TRUE(hears(isSilence));
     server.control({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});
     server.control({QStringLiteral("unload-module"), QStringLiteral("module-null-sink")});
-    EXPECT_TRUE(hearsAgain(0.5F)) << "unplugged, the tone is what is left";
+    EXPECT_TRUE(hears(isTone)) << "unplugged, the tone is what is left";
     const auto recording = stop();
     EXPECT_FALSE(isLost);
     EXPECT_GT(testing::loudness(std::span(recording.samples).last(800)), 0.1);
