@@ -100,7 +100,7 @@ public:
     Http &operator=(const Http &) = delete;
     ~Http() override { ::close(m_stopEvent); }
 
-    void add(Endpoint endpoint);
+    void add(const Endpoint &endpoint);
     void extendBacklog() { ::listen(svr_sock_, SOMAXCONN); }
     void interrupt();
 
@@ -146,15 +146,16 @@ Server::Http::Http(const ServerLimits &limits) : m_limits(withRoomForHeaders(lim
             write(response, refusalReply({response.status, sentenceForStatus(response.status)}));
         return HandlerResponse::Handled;
     }));
-    set_exception_handler([](const httplib::Request &, httplib::Response &response, std::exception_ptr) {
-        write(response, refusalReply({500, sentenceForStatus(500)}));
-    });
+    set_exception_handler(
+        [](const httplib::Request &, httplib::Response &response, const std::exception_ptr &) {
+            write(response, refusalReply({500, sentenceForStatus(500)}));
+        });
     set_logger([this](const httplib::Request &request, const httplib::Response &response) {
         logExchange(request, response);
     });
 }
 
-void Server::Http::add(Endpoint endpoint) {
+void Server::Http::add(const Endpoint &endpoint) {
     const std::string path = endpoint.path.toStdString();
     m_endpoints.push_back(endpoint);
     if (endpoint.method == "GET") {
@@ -246,8 +247,8 @@ void Server::Http::interrupt() {
 Server::Server(const ServerLimits &limits) : m_http(std::make_unique<Http>(limits)) {}
 Server::~Server() = default;
 
-void Server::add(Endpoint endpoint) {
-    m_http->add(std::move(endpoint));
+void Server::add(const Endpoint &endpoint) {
+    m_http->add(endpoint);
 }
 
 Result<int, QString> Server::bind(const QString &address, int port) {

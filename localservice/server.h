@@ -27,7 +27,7 @@ public:
     ~Server();
 
     /// Before `run`.
-    void add(Endpoint endpoint);
+    void add(const Endpoint &endpoint);
 
     /// Takes the port (0: any free one) and answers its number, or a sentence why it cannot be had. From here
     /// on connections are accepted; they are served once `run` is.

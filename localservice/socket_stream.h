@@ -12,7 +12,7 @@ namespace velmo::localservice {
 struct ConnectionLimits {
     std::chrono::milliseconds idle{5000};     ///< Without a byte of the request.
     std::chrono::milliseconds receive{20000}; ///< For the whole request, however its bytes trickle in.
-    qint64 bytes = 1024 * 1024;               ///< Of the whole request, its headers among them.
+    qint64 bytes = 1024LL * 1024;             ///< Of the whole request, its headers among them.
     std::chrono::milliseconds send{10000};    ///< For the whole reply.
     std::chrono::milliseconds linger{3000};   ///< For the client to close after the reply.
     std::chrono::milliseconds afterStop{500}; ///< For the rest of a request when the service stops.
