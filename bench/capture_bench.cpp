@@ -92,7 +92,7 @@ void blockToFile(benchmark::State &state) {
     auto file = files->create(directory.filePath(QStringLiteral("recording.wav")));
     const CaptureFormat format{static_cast<int>(state.range(0)), 2};
     const auto writer = velmo::RecordingWriter::create(format, std::move(*file), [](float) {});
-    const std::vector<float> block(4096 * 2, 0.1F);
+    const std::vector<float> block(4096UL * 2, 0.1F);
     for (auto _ : state)
         writer->append(block);
 }

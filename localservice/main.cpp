@@ -145,8 +145,8 @@ int serve(const Options &options) {
     server.add(transcribeEndpoint(engines));
     server.add(processEndpoint(chat->get()));
     server.add(normalizeEndpoint(chat->get()));
-    for (Endpoint &endpoint : accountServiceEndpoints(database, accounts))
-        server.add(std::move(endpoint));
+    for (const Endpoint &endpoint : accountServiceEndpoints(database, accounts))
+        server.add(endpoint);
     return serveUntilStopped(server, engines, addressOf(options.host, *port));
 }
 

@@ -23,7 +23,7 @@ Part &ensure(std::unique_ptr<Part> &part, Make make) {
     return *part;
 }
 
-/// A relative XDG_CONFIG_HOME does not count (XDG Base Directory Specification); Qt would take it.
+/// A relative XDG_CONFIG_HOME does not count (a rule of the XDG base directories); Qt would take it.
 QString configDirectory() {
     const QString location = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
     return QDir::isAbsolutePath(location) ? location : QDir::homePath() + QStringLiteral("/.config");

@@ -36,7 +36,7 @@ StatisticsSync::~StatisticsSync() {
     m_exchange.waitForWorker();
 }
 
-void StatisticsSync::sync(Completion completion) {
+void StatisticsSync::sync(const Completion &completion) {
     withToken(
         [this, completion](const QString &token) {
             m_exchange.send(RequestKind::StatisticsPull, token, std::nullopt,
@@ -83,7 +83,7 @@ void StatisticsSync::pushLocal(const QString &token, const UsageTotals &local, c
                     });
 }
 
-void StatisticsSync::increment(qint64 words, Completion completion) {
+void StatisticsSync::increment(qint64 words, const Completion &completion) {
     withToken(
         [this, words, completion](const QString &token) {
             m_exchange.send(

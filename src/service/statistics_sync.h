@@ -24,10 +24,10 @@ public:
     ~StatisticsSync();
 
     /// Pulls the totals and, where this machine is ahead in any of them, pushes its own.
-    void sync(Completion completion);
+    void sync(const Completion &completion);
 
     /// Adds the words of one dictation to the account's.
-    void increment(qint64 words, Completion completion);
+    void increment(qint64 words, const Completion &completion);
 
 private:
     [[nodiscard]] UsageTotals localTotals() const;

@@ -68,7 +68,7 @@ void TextService::send(RequestKind kind, const QJsonObject &content, Completion 
         HttpRequest request =
             serviceRequest(kind, m_origin, senderOfText(m_tokens, m_preferences), {json::compact(content)});
         m_http.send(std::move(request),
-                    [worker = m_worker, completion, sent = Clock::now()](HttpOutcome outcome) {
+                    [worker = m_worker, completion, sent = Clock::now()](const HttpOutcome &outcome) {
                         const std::chrono::duration<double, std::milli> elapsed = Clock::now() - sent;
                         const TextAnswer answer = {textOf(outcome), elapsed.count()};
                         worker->start([completion, answer] { completion(answer); });

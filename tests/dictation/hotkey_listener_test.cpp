@@ -26,7 +26,7 @@ protected:
         listener.onPressDropped = [this] { calls.append(QStringLiteral("drop")); };
     }
 
-    void setUp() {
+    void listen() {
         listener.setupFnKey();
         listener.registerFallbackHotkey();
         calls.clear();
@@ -82,7 +82,7 @@ struct Gesture {
 class Gestures : public HotkeyListenerTest, public ::testing::WithParamInterface<Gesture> {};
 
 TEST_P(Gestures, AskForRecordings) {
-    setUp();
+    listen();
     perform(QLatin1StringView(GetParam().script));
     EXPECT_EQ(calls.join(u' '), QLatin1StringView(GetParam().calls));
     EXPECT_EQ(listener.recordingMode(), GetParam().mode);
@@ -153,7 +153,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &info) { return info.param.name; });
 
 TEST_F(HotkeyListenerTest, SaysWhatTheGesturesDo) {
-    setUp();
+    listen();
     perform(QStringLiteral("down 1200 up 1000 down 100 up 200 down 100 up 1000 down 100 up"));
     EXPECT_EQ(log.lines(),
               (QStringList{
@@ -166,7 +166,7 @@ TEST_F(HotkeyListenerTest, SaysWhatTheGesturesDo) {
 }
 
 TEST_F(HotkeyListenerTest, CountsFromWhenKeysMovedNotFromWhenItHeardOfIt) {
-    setUp();
+    listen();
     press(250ms);
     perform(QStringLiteral("49"));
     EXPECT_EQ(listener.recordingMode(), kNone);
@@ -228,7 +228,7 @@ TEST_F(HotkeyListenerTest, RegistersTheFallbackOnceItCan) {
 }
 
 TEST_F(HotkeyListenerTest, GivesEverythingBack) {
-    setUp();
+    listen();
     perform(QStringLiteral("down 100"));
     listener.stopListening();
     queue.advance(1s);
@@ -240,7 +240,7 @@ TEST_F(HotkeyListenerTest, GivesEverythingBack) {
 }
 
 TEST_F(HotkeyListenerTest, WatchesTheChosenKey) {
-    setUp();
+    listen();
     EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
     preferences.set(keys::triggerKey, QStringLiteral("FK13"));
     listener.triggerKeyChanged();

@@ -54,7 +54,7 @@ EngineKind heldEngines(Script &script, int instances = 1) {
         ++script.made;
         return std::make_unique<HeldEngine>(script);
     };
-    kind.prepare = [](Upload upload) -> Result<Speech, Refusal> {
+    kind.prepare = [](const Upload &upload) -> Result<Speech, Refusal> {
         Speech speech{upload, {}};
         speech.sound.samples.resize(upload.language.toUInt() * Sound::samplesPerSecond);
         return speech;
@@ -173,7 +173,7 @@ TEST(EnginePool, SaysWhyThereIsNoEngine) {
     kind.make = []() -> Result<std::unique_ptr<SpeechEngine>, QString> {
         return failed(QStringLiteral("No model."));
     };
-    kind.prepare = [](Upload upload) -> Result<Speech, Refusal> { return Speech{upload, {}}; };
+    kind.prepare = [](const Upload &upload) -> Result<Speech, Refusal> { return Speech{upload, {}}; };
     EnginePool pool(kind);
 
     EXPECT_EQ(pool.waitUntilReady().error(), QStringLiteral("No model."));

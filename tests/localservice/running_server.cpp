@@ -4,9 +4,10 @@
 
 namespace velmo::localservice::testing {
 
-RunningServer::RunningServer(std::vector<Endpoint> endpoints, const ServerLimits &limits) : m_server(limits) {
-    for (Endpoint &endpoint : endpoints)
-        m_server.add(std::move(endpoint));
+RunningServer::RunningServer(const std::vector<Endpoint> &endpoints, const ServerLimits &limits)
+    : m_server(limits) {
+    for (const Endpoint &endpoint : endpoints)
+        m_server.add(endpoint);
     m_port = m_server.bind(QStringLiteral("127.0.0.1"), 0).value_or(0);
     m_thread = std::thread([this] { m_server.run(); });
 }

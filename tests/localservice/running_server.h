@@ -12,7 +12,7 @@ namespace velmo::localservice::testing {
 /// A server on a free port of this machine for as long as it lives.
 class RunningServer {
 public:
-    explicit RunningServer(std::vector<Endpoint> endpoints, const ServerLimits &limits = {});
+    explicit RunningServer(const std::vector<Endpoint> &endpoints, const ServerLimits &limits = {});
     RunningServer(const RunningServer &) = delete;
     RunningServer &operator=(const RunningServer &) = delete;
     ~RunningServer();

@@ -9,7 +9,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 namespace velmo {

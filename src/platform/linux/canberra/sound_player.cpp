@@ -38,7 +38,7 @@ constexpr std::array kCueSounds = {
     CueSound{SoundCue::Funk, QLatin1StringView("dialog-warning")},
 };
 
-/// The theme's file of that name; empty when there is none. In the order of the Sound Theme Specification, by which an
+/// The theme's file of that name; empty when there is none. In the order freedesktop.org gives for sound themes, where an
 /// (empty) file "….disabled" switches a sound off.
 QString themeFile(QLatin1StringView name) {
     for (const char *extension : {"disabled", "oga", "ogg", "wav"}) {

@@ -7,8 +7,8 @@
 
 namespace velmo::x11 {
 
-/// Asks the desktop's clipboard manager to take over what we offer (SAVE_TARGETS of the clipboard manager
-/// specification of freedesktop.org). The manager then reads it like any other program. The loop's thread.
+/// Asks the desktop's clipboard manager to take over what we offer (SAVE_TARGETS, as freedesktop.org
+/// describes clipboard managers). The manager then reads it like any other program. The loop's thread.
 class ManagerRequest {
 public:
     using Done = std::function<void()>;

@@ -12,7 +12,7 @@ namespace {
 constexpr QLatin1StringView kMark("x-kde-passwordManagerHint");
 constexpr QByteArrayView kSecret("secret");
 
-// ICCCM 2.6.2 and 2.6.3, and the clipboard manager specification of freedesktop.org.
+// ICCCM 2.6.2 and 2.6.3, and what freedesktop.org says of clipboard managers.
 constexpr std::array<QByteArrayView, 7> kNotContents = {
     "TARGETS", "MULTIPLE", "TIMESTAMP", "DELETE", "INSERT_SELECTION", "INSERT_PROPERTY", "SAVE_TARGETS",
 };

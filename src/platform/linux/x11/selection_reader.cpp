@@ -103,10 +103,10 @@ void SelectionReader::takeTargets(const xcb_get_property_reply_t &list) {
         if (isNew && isContents(m_connection.nameOf(target)))
             targets.push_back(target);
     }
-    offer(std::move(targets));
+    offer(targets);
 }
 
-void SelectionReader::offer(std::vector<xcb_atom_t> targets) {
+void SelectionReader::offer(const std::vector<xcb_atom_t> &targets) {
     m_listed = true;
     for (const xcb_atom_t target : targets)
         m_formats.push_back({target, std::nullopt});

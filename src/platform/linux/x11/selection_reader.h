@@ -37,7 +37,7 @@ private:
     void pieceArrived();
     [[nodiscard]] Property takeProperty() const;
     void takeTargets(const xcb_get_property_reply_t &list);
-    void offer(std::vector<xcb_atom_t> targets);
+    void offer(const std::vector<xcb_atom_t> &targets);
     void begin(const xcb_get_property_reply_t &announcement);
     [[nodiscard]] bool append(const xcb_get_property_reply_t &piece);
     void complete();

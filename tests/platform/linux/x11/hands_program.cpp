@@ -21,7 +21,7 @@ int main(int argc, char **argv) {
         {QStringLiteral("tap"), [&](int code) { hands.tap(static_cast<uint8_t>(code)); }},
         {QStringLiteral("pause"), [](int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }},
     };
-    const QStringList words = application.arguments().mid(1);
+    const QStringList words = QCoreApplication::arguments().mid(1);
     for (qsizetype i = 0; i < words.size(); i += 2) {
         const auto action = actions.find(words[i]);
         if (action == actions.end() || i + 1 == words.size()) {

@@ -10,7 +10,7 @@
 int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     velmo::QtMainQueue queue;
-    const auto input = velmo::makeX11Input(queue, {QString(), application.arguments().value(1)});
+    const auto input = velmo::makeX11Input(queue, {QString(), QCoreApplication::arguments().value(1)});
     velmo::FnKeyInterceptor interceptor(*input.tap, queue, QStringLiteral("RCTL"));
     const auto say = [](const char *word) {
         std::puts(word);

@@ -92,9 +92,9 @@ TEST(DetachedProcess, SaysHowItEndedAndInheritsNoSignals) {
     sigset_t before;
     sigemptyset(&terminating);
     sigaddset(&terminating, SIGTERM);
-    sigprocmask(SIG_BLOCK, &terminating, &before);
+    pthread_sigmask(SIG_BLOCK, &terminating, &before);
     EXPECT_EQ(outcomeOf(u"sh"_s, {u"-c"_s, u"kill -TERM $$; exit 0"_s}), false);
-    sigprocmask(SIG_SETMASK, &before, nullptr);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 } // namespace velmo
