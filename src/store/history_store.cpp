@@ -35,6 +35,10 @@ void HistoryStore::remove(const QString &id) {
     save([id](QList<Entry> &entries) { removeId(entries, id); });
 }
 
+void HistoryStore::refresh() {
+    publish(edited(entriesIn(m_preferences.value(storageKey))));
+}
+
 std::optional<Date> HistoryStore::firstUseDate() const {
     return m_preferences.date(firstUseDateKey);
 }

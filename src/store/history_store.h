@@ -33,6 +33,9 @@ public:
     /// Removes every entry of that id.
     void remove(const QString &id);
 
+    /// The stored list may have been changed by another process: takes it over.
+    void refresh();
+
     [[nodiscard]] const QList<Entry> &entries() const { return m_entries; }
 
     /// When the first dictation was; nothing before it.

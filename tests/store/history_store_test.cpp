@@ -137,6 +137,20 @@ TEST_F(HistoryStoreTest, ChangesTheListAsItIsStoredNow) {
     EXPECT_THAT(texts(), ElementsAre("theirs"));
 }
 
+TEST_F(HistoryStoreTest, FollowsWhatAnotherProcessStored) {
+    store->add(u"a"_s, std::nullopt);
+    HistoryStore other(preferences, queue);
+    other.add(u"b"_s, std::nullopt);
+    const int before = changes;
+    store->refresh();
+    store->refresh();
+    EXPECT_THAT(texts(), ElementsAre("b", "a"));
+    EXPECT_EQ(changes, before + 1);
+    storeBytes("no JSON");
+    store->refresh();
+    EXPECT_THAT(texts(), ElementsAre("b", "a"));
+}
+
 TEST_F(HistoryStoreTest, ShowsNothingOfAnUnreadableHistoryAndReplacesItAtTheNextSave) {
     const struct {
         const char *stored;
