@@ -1,4 +1,5 @@
 #include "base/json.h"
+#include "base/utf8.h"
 #include "service/sync_merge.h"
 #include "service/synced_list.h"
 #include "store/dictionary_words.h"
@@ -20,11 +21,12 @@ const SyncedList::Lines kLines = {
 constexpr QLatin1StringView kWords{"words"};
 constexpr QLatin1StringView kDeletedWords{"deletedWords"};
 
+/// As they can be stored and sent on: half a surrogate pair is replaced.
 QStringList stringsOf(const QJsonValue &array) {
     QStringList strings;
     for (const QJsonValueConstRef element : array.toArray()) {
         if (element.isString())
-            strings.append(element.toString());
+            strings.append(wellFormed(element.toString()));
     }
     return strings;
 }

@@ -1,5 +1,6 @@
 #include "base/case_mapping.h"
 #include "base/json.h"
+#include "base/utf8.h"
 #include "service/sync_merge.h"
 #include "service/synced_list.h"
 #include "store/preference_keys.h"
@@ -17,12 +18,13 @@ const SyncedList::Lines kLines = {
 constexpr QLatin1StringView kSnippets{"snippets"};
 constexpr QLatin1StringView kTrigger{"trigger"};
 
-/// The object without the members that are no strings.
+/// The object without the members that are no strings; half a surrogate pair, which can be neither stored nor sent on,
+/// is replaced.
 QJsonObject stringsOf(const QJsonObject &object) {
     QJsonObject strings;
     for (auto member = object.begin(); member != object.end(); ++member) {
         if (member.value().isString())
-            strings.insert(member.key(), member.value());
+            strings.insert(member.key(), wellFormed(member.value().toString()));
     }
     return strings;
 }
@@ -40,7 +42,7 @@ QJsonArray objectsOf(const QJsonValue &array) {
     QJsonArray objects;
     for (const QJsonValueConstRef element : array.toArray()) {
         if (element.isObject())
-            objects.append(element);
+            objects.append(stringsOf(element.toObject()));
     }
     return objects;
 }

@@ -54,6 +54,8 @@ TEST(SyncMerge, BringsTheWordsOfBothSidesTogether) {
          u"2 local + 0 server → 2 union → 2 after 0 tombstones"_s},
         {"members of another kind", QString(), uR"({"words":["a",1,null],"deletedWords":[2]})"_s,
          uR"([{"word":"a"}])"_s, u"0 local + 1 server → 1 union → 1 after 0 tombstones"_s},
+        {"half a surrogate pair", QString(), uR"({"words":["a\ud800"]})"_s, u"[{\"word\":\"a\ufffd\"}]"_s,
+         u"0 local + 1 server → 1 union → 1 after 0 tombstones"_s},
         {"case and copies", uR"([{"word":"Oslo"},{"word":"oslo"},{"word":"Oslo"}])"_s,
          uR"({"words":["OSLO","Oslo"],"deletedWords":["oslo","oslo","x"]})"_s,
          uR"([{"word":"OSLO"},{"word":"Oslo"}])"_s, u"3 local + 2 server → 3 union → 2 after 2 tombstones"_s},
