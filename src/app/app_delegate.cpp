@@ -31,10 +31,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     m_with.hotkeyListener.setupFnKey();
     m_with.hotkeyListener.registerFallbackHotkey();
     connectRecordingManager();
-    if (m_with.account.isLoggedIn()) {
-        log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on launch..."));
-        m_with.synchronisation.syncAll();
-    }
+    m_with.account.whenRestored(m_lifetime.guard([this] { syncOnLaunch(); }));
     m_with.workspace.setActivationHandler([this](bool isThisApplication) {
         if (isThisApplication)
             appDidBecomeActive();
@@ -55,6 +52,14 @@ void AppDelegate::appDidBecomeActive() {
     if (last && m_with.queue.now() - *last < kFreshSync)
         return;
     log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on app activation..."));
+    m_with.synchronisation.syncAll();
+}
+
+/// A keyring takes its time to tell about the session, so this may come after the ready line.
+void AppDelegate::syncOnLaunch() {
+    if (!m_with.account.isLoggedIn())
+        return;
+    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on launch..."));
     m_with.synchronisation.syncAll();
 }
 

@@ -43,6 +43,7 @@ public:
     void appDidBecomeActive();
 
 private:
+    void syncOnLaunch();
     void takeTriggerKey();
     void giveTriggerKeyBack();
     void connectListener();

@@ -3,6 +3,7 @@
 #include "base/main_queue.h"
 
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace velmo {
@@ -32,6 +33,9 @@ public:
     virtual ~Account() = default;
 
     [[nodiscard]] virtual bool isLoggedIn() const = 0;
+
+    /// Calls back once it is known whether the session of the last run goes on; at once where it is.
+    virtual void whenRestored(std::function<void()> callback) { callback(); }
 };
 
 /// Brings dictionary, snippets and statistics in step with the service. Main thread.

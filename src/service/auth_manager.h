@@ -60,8 +60,7 @@ public:
     [[nodiscard]] std::optional<QString> authToken() override { return m_token.read(); }
     void prepareToken() override { m_token.prepare(); }
 
-    /// Calls back on the main thread once it is known whether the last session goes on; at once where it is.
-    void whenRestored(std::function<void()> callback);
+    void whenRestored(std::function<void()> callback) override;
 
     /// Begins an attempt to sign in, in the place of one that still runs.
     Q_INVOKABLE void signInWithApple();

@@ -13,7 +13,10 @@ namespace velmo {
 /// Keeps dictionary, snippets and statistics in step with the account of who is signed in. Every operation returns at
 /// once and ends in a log line; nothing is repeated, and no failure takes anything away from what is stored here.
 /// Published fields change on the main thread. Main thread.
-class SyncManager final : public QObject, public ListPushes, public StatisticsReporter {
+class SyncManager final : public QObject,
+                          public Synchronisation,
+                          public ListPushes,
+                          public StatisticsReporter {
     Q_OBJECT
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
 
@@ -37,7 +40,7 @@ public:
     [[nodiscard]] const QString &baseURL() const { return m_exchange.baseURL(); }
 
     /// Synchronises all three, each for itself; nothing while nobody is signed in.
-    Q_INVOKABLE void syncAll() { syncAll({}); }
+    Q_INVOKABLE void syncAll() override { syncAll({}); }
     /// @param completion takes whether every exchange of all three succeeded.
     void syncAll(Completion completion);
 
@@ -57,7 +60,7 @@ public:
     /// From the start of a full synchronisation until one of its lists has come to an end; others may still run.
     [[nodiscard]] bool isSyncing() const { return m_isSyncing; }
     /// When a list was pushed last; none before that.
-    [[nodiscard]] std::optional<Date> lastSyncDate() const { return m_lastSyncDate; }
+    [[nodiscard]] std::optional<Date> lastSyncDate() const override { return m_lastSyncDate; }
     /// The totals to show for the account; none before the first were pulled.
     [[nodiscard]] std::optional<qint64> serverTotalWords() const { return m_serverTotalWords; }
     [[nodiscard]] std::optional<qint64> serverTotalSessions() const { return m_serverTotalSessions; }
