@@ -54,8 +54,9 @@ public:
     /// Gives the name back.
     virtual ~ApplicationBus() = default;
 
-    /// Takes the name, for as long as this object lives, and hands what others ask to `requests`, which outlives it.
+    /// Takes the name and hands what others ask to `requests`, until it is given back.
     [[nodiscard]] virtual Claim claim(ApplicationRequests &requests) = 0;
+    virtual void release() = 0;
 
     /// Asks whoever goes by the name; returns at once. The answers come on the main thread. One that does not come in
     /// time is an outcome with a message.

@@ -41,45 +41,47 @@ class SessionBus::Parts {
 public:
     explicit Parts(const QString &name) : m_name(name), m_path(u'/' + QString(name).replace(u'.', u'/')) {}
 
-    ~Parts() {
-        if (!m_holdsName)
-            return;
-        QDBusConnection::sessionBus().unregisterService(m_name);
-        QDBusConnection::sessionBus().unregisterObject(m_path);
-    }
+    ~Parts() { release(); }
     Parts(const Parts &) = delete;
     Parts &operator=(const Parts &) = delete;
 
     Claim claim(ApplicationRequests &requests) {
         if (!isConnected())
             return Claim::NoBus;
-        new DesktopApplicationAdaptor(&m_exported, requests); // owned by what is exported
-        new CommandsAdaptor(&m_exported, requests);
+        auto exported = std::make_unique<QObject>();
+        new DesktopApplicationAdaptor(exported.get(), requests); // owned by what is exported
+        new CommandsAdaptor(exported.get(), requests);
         QDBusConnection bus = QDBusConnection::sessionBus();
         // First the object: whoever sees the name can call.
-        bus.registerObject(m_path, &m_exported);
+        bus.registerObject(m_path, exported.get());
         const auto reply =
             bus.interface()->registerService(m_name, QDBusConnectionInterface::DontQueueService,
                                              QDBusConnectionInterface::DontAllowReplacement);
-        m_holdsName = reply.value() == QDBusConnectionInterface::ServiceRegistered;
-        if (!m_holdsName)
-            bus.unregisterObject(m_path);
-        return m_holdsName ? Claim::Held : Claim::Taken;
+        if (reply.value() != QDBusConnectionInterface::ServiceRegistered)
+            return Claim::Taken;
+        m_exported = std::move(exported);
+        return Claim::Held;
+    }
+
+    void release() {
+        if (!m_exported)
+            return;
+        QDBusConnection::sessionBus().unregisterService(m_name);
+        m_exported.reset(); // which unregisters the object
     }
 
     void call(const QString &interface, const QString &method, const QVariantList &arguments,
               std::chrono::milliseconds patience, const Answer &answer) {
         if (!isConnected()) {
             QMetaObject::invokeMethod(
-                &m_exported, [answer] { answer(std::nullopt); }, Qt::QueuedConnection);
+                &m_calls, [answer] { answer(std::nullopt); }, Qt::QueuedConnection);
             return;
         }
         QDBusMessage message = QDBusMessage::createMethodCall(m_name, m_path, interface, method);
         message.setArguments(arguments);
         message.setAutoStartService(false); // only one that runs already is meant
         auto *watcher = new QDBusPendingCallWatcher(
-            QDBusConnection::sessionBus().asyncCall(message, static_cast<int>(patience.count())),
-            &m_exported);
+            QDBusConnection::sessionBus().asyncCall(message, static_cast<int>(patience.count())), &m_calls);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, answer] {
             watcher->deleteLater();
             answer(outcomeOf(watcher->reply()));
@@ -93,8 +95,8 @@ private:
 
     const QString m_name;
     const QString m_path;
-    QObject m_exported;
-    bool m_holdsName = false;
+    std::unique_ptr<QObject> m_exported; ///< While this process goes by the name.
+    QObject m_calls;                     ///< Owns the calls under way.
 };
 
 SessionBus::SessionBus(const QString &name) : m_parts(std::make_unique<Parts>(name)) {}
@@ -102,6 +104,10 @@ SessionBus::~SessionBus() = default;
 
 ApplicationBus::Claim SessionBus::claim(ApplicationRequests &requests) {
     return m_parts->claim(requests);
+}
+
+void SessionBus::release() {
+    m_parts->release();
 }
 
 void SessionBus::activate(Answer answer) {

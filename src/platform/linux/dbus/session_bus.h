@@ -22,6 +22,7 @@ public:
     ~SessionBus() override;
 
     [[nodiscard]] Claim claim(ApplicationRequests &requests) override;
+    void release() override;
     void activate(Answer answer) override;
     void open(const QStringList &addresses, Answer answer) override;
     void run(const QStringList &words, std::chrono::milliseconds patience, Answer answer) override;

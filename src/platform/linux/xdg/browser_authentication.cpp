@@ -6,9 +6,6 @@ namespace velmo {
 
 using Kind = WebAuthenticationFailure::Kind;
 
-BrowserAuthentication::BrowserAuthentication(UrlOpener &opener, WithoutBrowser withoutBrowser)
-    : m_opener(opener), m_withoutBrowser(withoutBrowser) {}
-
 void BrowserAuthentication::start(const QString &address, const QString &callbackScheme,
                                   Completion completion) {
     ++m_session;
@@ -34,7 +31,7 @@ void BrowserAuthentication::deliver(const QString &address) {
 void BrowserAuthentication::browserAnswered(int session, bool opened) {
     if (opened || session != m_session || !m_completion)
         return;
-    if (m_withoutBrowser == WithoutBrowser::GoesOn)
+    if (m_goesOnWithoutBrowser)
         log(LogTag::Auth, QStringLiteral("No browser could be opened"));
     else
         end(failed(WebAuthenticationFailure{Kind::NotStarted, QString()}));

@@ -10,12 +10,12 @@ namespace velmo {
 /// whatever program is registered for the scheme, and that one, by `deliver`, to us.
 class BrowserAuthentication final : public WebAuthentication {
 public:
-    /// Where no browser can be opened, either the session ends as not started or it goes on, because the person is told
-    /// the address and may open it elsewhere.
-    enum class WithoutBrowser { Ends, GoesOn };
-
     /// The opener outlives the authentication.
-    BrowserAuthentication(UrlOpener &opener, WithoutBrowser withoutBrowser);
+    explicit BrowserAuthentication(UrlOpener &opener) : m_opener(opener) {}
+
+    /// Sessions go on where no browser can be opened, and do not end as not started: the person is told the address and
+    /// may open it elsewhere.
+    void goOnWithoutBrowser() { m_goesOnWithoutBrowser = true; }
 
     void start(const QString &address, const QString &callbackScheme, Completion completion) override;
     void cancel() override;
@@ -28,7 +28,7 @@ private:
     void end(const Outcome &outcome);
 
     UrlOpener &m_opener;
-    const WithoutBrowser m_withoutBrowser;
+    bool m_goesOnWithoutBrowser = false;
     int m_session = 0;
     QString m_callbackScheme;
     Completion m_completion; ///< While a session runs.

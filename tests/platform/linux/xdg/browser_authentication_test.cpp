@@ -44,7 +44,7 @@ protected:
 };
 
 TEST_F(BrowserAuthenticationTest, TakesTheFirstAddressOfItsScheme) {
-    BrowserAuthentication authentication(opener, BrowserAuthentication::WithoutBrowser::Ends);
+    BrowserAuthentication authentication(opener);
     authentication.deliver(u"velmo://early"_s);
     start(authentication, u"a"_s);
     EXPECT_EQ(opener.opened, QStringList{u"https://id.example/a"_s});
@@ -59,7 +59,7 @@ TEST_F(BrowserAuthenticationTest, TakesTheFirstAddressOfItsScheme) {
 }
 
 TEST_F(BrowserAuthenticationTest, ReplacesTheSessionThatRuns) {
-    BrowserAuthentication authentication(opener, BrowserAuthentication::WithoutBrowser::Ends);
+    BrowserAuthentication authentication(opener);
     start(authentication, u"a"_s);
     start(authentication, u"b"_s);
     opener.answers[0](false);
@@ -69,10 +69,11 @@ TEST_F(BrowserAuthenticationTest, ReplacesTheSessionThatRuns) {
 }
 
 TEST_F(BrowserAuthenticationTest, EndsWithoutABrowserUnlessThePersonKnowsTheAddress) {
-    BrowserAuthentication strict(opener, BrowserAuthentication::WithoutBrowser::Ends);
+    BrowserAuthentication strict(opener);
     start(strict, u"a"_s);
     opener.answers[0](false);
-    BrowserAuthentication lenient(opener, BrowserAuthentication::WithoutBrowser::GoesOn);
+    BrowserAuthentication lenient(opener);
+    lenient.goOnWithoutBrowser();
     start(lenient, u"b"_s);
     opener.answers[1](false);
     lenient.deliver(u"velmo://x"_s);
