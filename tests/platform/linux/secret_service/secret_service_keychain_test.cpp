@@ -1,11 +1,8 @@
 #include "platform/linux/secret_service/secret_service_keychain.h"
 
 #include "support/private_bus.h"
+#include "support/private_keyring.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <optional>
 
@@ -15,69 +12,6 @@ using namespace std::chrono_literals;
 namespace velmo {
 
 namespace {
-
-/// A keyring of the test's own, on the private bus.
-class Keyring {
-public:
-    explicit Keyring(const testing::PrivateBus &bus) : m_bus(bus) { start(); }
-    Keyring(const Keyring &) = delete;
-    Keyring &operator=(const Keyring &) = delete;
-    ~Keyring() { end(); }
-
-    void restart() {
-        end();
-        start();
-    }
-
-    void lock() {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(u"org.freedesktop.secrets"_s, u"/org/freedesktop/secrets"_s,
-                                           u"org.freedesktop.Secret.Service"_s, u"Lock"_s);
-        call << QVariant::fromValue(QList{QDBusObjectPath(u"/org/freedesktop/secrets/collection/login"_s)});
-        {
-            const QDBusConnection connection = QDBusConnection::connectToBus(m_bus.address(), u"locks"_s);
-            EXPECT_EQ(connection.call(call).type(), QDBusMessage::ReplyMessage);
-        }
-        QDBusConnection::disconnectFromBus(u"locks"_s);
-    }
-
-    void stop() { ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP); }
-
-    /// Runs secret-tool, the way a person looks into the keyring.
-    [[nodiscard]] QString secretTool(const QStringList &arguments) const {
-        QProcess tool;
-        tool.setProcessChannelMode(QProcess::MergedChannels);
-        tool.start(u"secret-tool"_s, arguments);
-        tool.waitForFinished();
-        return QString::fromUtf8(tool.readAll());
-    }
-
-private:
-    void start() {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, m_home.path());
-        environment.insert(u"XDG_DATA_HOME"_s, m_home.path());
-        environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
-        m_daemon.setProcessEnvironment(environment);
-        m_daemon.setProcessChannelMode(QProcess::MergedChannels);
-        testing::endWithParent(m_daemon);
-        m_daemon.start(u"gnome-keyring-daemon"_s,
-                       {u"--foreground"_s, u"--unlock"_s, u"--components=secrets"_s});
-        m_daemon.write("\n"); // the password of the login keyring: empty
-        m_daemon.waitForBytesWritten();
-        m_daemon.closeWriteChannel();
-        ASSERT_TRUE(m_bus.waitForName(u"org.freedesktop.secrets"_s));
-    }
-
-    void end() {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-
-    const testing::PrivateBus &m_bus;
-    QTemporaryDir m_home;
-    QProcess m_daemon;
-};
 
 const QString kAccount = u"com.example.test"_s;
 const QString kNone = u"This session has no keyring."_s;
@@ -105,7 +39,7 @@ TEST(SecretServiceKeychain, SaysThatThereIsNoBusToFindAKeyringOn) {
 }
 
 TEST_F(SecretServiceKeychainTest, KeepsOneItemKnownByItsAccountAlone) {
-    Keyring keyring(*bus);
+    testing::PrivateKeyring keyring(*bus);
     SecretServiceKeychain keychain(u"Test"_s);
     EXPECT_EQ(keychain.read(kAccount), std::nullopt);
     EXPECT_TRUE(keychain.remove(kAccount));
@@ -126,7 +60,7 @@ TEST_F(SecretServiceKeychainTest, KeepsOneItemKnownByItsAccountAlone) {
 }
 
 TEST_F(SecretServiceKeychainTest, SaysThatAKeyringIsLockedAndAsksNobody) {
-    Keyring keyring(*bus);
+    testing::PrivateKeyring keyring(*bus);
     SecretServiceKeychain keychain(u"Test"_s);
     ASSERT_TRUE(keychain.add(kAccount, "token"));
     keyring.lock();
@@ -137,7 +71,7 @@ TEST_F(SecretServiceKeychainTest, SaysThatAKeyringIsLockedAndAsksNobody) {
 }
 
 TEST_F(SecretServiceKeychainTest, GivesAKeyringUpThatDoesNotAnswer) {
-    Keyring keyring(*bus);
+    testing::PrivateKeyring keyring(*bus);
     SecretServiceKeychain keychain(u"Test"_s, 200ms);
     ASSERT_TRUE(keychain.add(kAccount, "token"));
     keyring.stop();
