@@ -73,6 +73,7 @@ void showProgress(const QString &path, qsizetype number, qsizetype count) {
 
 /// One failure does not stop the others; with several files it is told which one failed.
 int dictateAll(Composition &composition, const QStringList &paths) {
+    composition.waitForSession(); // or the first dictation would not be counted for its person
     FileDictations dictations(composition);
     int status = exit_status::success;
     for (qsizetype i = 0; i < paths.size(); ++i) {
