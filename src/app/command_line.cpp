@@ -3,21 +3,34 @@
 #include "app/commands/clean.h"
 #include "app/commands/defaults.h"
 #include "app/commands/dictate.h"
+#include "app/commands/history.h"
+#include "app/commands/remote.h"
+#include "app/commands/sign_in.h"
+#include "app/commands/sign_out.h"
+#include "app/commands/sync.h"
 #include "app/desktop_application.h"
 #include "app/output.h"
 
-#include <array>
+#include <vector>
 
 namespace velmo {
 
 namespace {
 
-// In the order of the overview.
-const std::array kCommands = {
-    dictateCommand(),
-    cleanCommand(),
-    defaultsCommand(),
-};
+/// In the order of the overview.
+std::vector<Command> commands() {
+    std::vector<Command> all = {
+        dictateCommand(), cleanCommand(), historyCommand(),  signInCommand(),
+        signOutCommand(), syncCommand(),  defaultsCommand(),
+    };
+    const auto remote = remoteCommands();
+    all.insert(all.end(), remote.begin(), remote.end());
+    return all;
+}
+
+bool isOwnAddress(const QString &word) {
+    return word.startsWith(u"velmo:", Qt::CaseInsensitive);
+}
 
 constexpr QLatin1StringView kVersionOption{"--version"};
 
@@ -27,9 +40,9 @@ QString overview() {
         "Velmo types what you say. Without a command it runs in your desktop session: hold the trigger\n"
         "key (Right Control) and speak, or press Control+Shift+A to start and stop.\n\n"
         "Commands:\n");
-    for (const Command &command : kCommands) {
-        text += QStringLiteral("  %1 %2\n      %3\n")
-                    .arg(QString(command.name), QString(command.usage), QString(command.summary));
+    for (const Command &command : commands()) {
+        const QString words = (command.name + u' ' + command.usage).trimmed();
+        text += QStringLiteral("  %1\n      %2\n").arg(words, QString(command.summary));
     }
     text += QStringLiteral(
         "\nOptions:\n"
@@ -61,7 +74,9 @@ int runCommandLine(Composition &composition, const QStringList &arguments) {
     }
     if (first == kVersionOption)
         return printVersion();
-    for (const Command &command : kCommands) {
+    if (isOwnAddress(first))
+        return handAddressOver(composition, first);
+    for (const Command &command : commands()) {
         if (first == command.name)
             return arguments.value(1) == kVersionOption ? printVersion()
                                                         : command.run(composition, arguments.sliced(1));

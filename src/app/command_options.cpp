@@ -20,9 +20,16 @@ std::optional<int> CommandOptions::read(const QStringList &arguments) {
     // Without declared operands Qt writes a usage line of its own; the command's is put in its place.
     QString help = m_parser.helpText();
     help.replace(0, help.indexOf(u'\n'),
-                 QStringLiteral("Usage: %1 %2").arg(program, QString(m_command.usage)));
+                 QStringLiteral("Usage: %1 %2").arg(program, QString(m_command.usage)).trimmed());
     print(help);
     return exit_status::success;
+}
+
+std::optional<int> CommandOptions::readOptionsAlone(const QStringList &arguments) {
+    const auto status = read(arguments);
+    if (status || operands().isEmpty())
+        return status;
+    return usageError(QStringLiteral("unexpected argument '%1'").arg(operands().first()));
 }
 
 int CommandOptions::usageError(const QString &message) const {

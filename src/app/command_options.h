@@ -19,6 +19,9 @@ public:
     /// or lacks its value.
     [[nodiscard]] std::optional<int> read(const QStringList &arguments);
 
+    /// As `read`, for a command that takes no operands.
+    [[nodiscard]] std::optional<int> readOptionsAlone(const QStringList &arguments);
+
     [[nodiscard]] QStringList operands() const { return m_parser.positionalArguments(); }
     [[nodiscard]] bool isSet(const QString &option) const { return m_parser.isSet(option); }
     [[nodiscard]] QString value(const QString &option) const { return m_parser.value(option); }

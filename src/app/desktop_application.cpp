@@ -1,7 +1,10 @@
 #include "app/desktop_application.h"
 
 #include "app/app_delegate.h"
+#include "app/application_commands.h"
 #include "app/command.h"
+#include "app/commands/remote.h"
+#include "app/composition.h"
 #include "app/desktop_composition.h"
 #include "app/output.h"
 #include "app/termination_signals.h"
@@ -18,10 +21,17 @@ namespace {
 /// Ends the application in order: the text being pasted gets where it should, then the event loop ends. Asking twice
 /// changes nothing.
 std::function<void()> terminating(DesktopComposition &desktop) {
-    return [&desktop, asked = false]() mutable {
-        if (!std::exchange(asked, true))
+    return [&desktop, asked = std::make_shared<bool>(false)] {
+        if (!std::exchange(*asked, true))
             desktop.textInserter().finish([] { QCoreApplication::quit(); });
     };
+}
+
+/// Has other processes find this one. False where one of them has become the application first.
+bool offer(Composition &composition, ApplicationCommands &commands, const std::function<void()> &quit) {
+    commands.onAddress = [&composition](const QString &address) { composition.deliverCallback(address); };
+    commands.onQuit = quit;
+    return composition.applicationBus().claim(commands) != ApplicationBus::Claim::Taken;
 }
 
 } // namespace
@@ -29,6 +39,8 @@ std::function<void()> terminating(DesktopComposition &desktop) {
 int runDesktopApplication(Composition &composition) {
     setLogSink(descriptorLogSink(STDOUT_FILENO));
     TerminationSignals signals;
+    if (activateApplication(composition))
+        return exit_status::success;
     const auto desktop = DesktopComposition::open(composition);
     if (!desktop) {
         printError(QStringLiteral("velmo: ") + desktop.error() +
@@ -36,9 +48,13 @@ int runDesktopApplication(Composition &composition) {
         return exit_status::failure;
     }
     signals.onTerminate = terminating(**desktop);
+    if (!offer(composition, (*desktop)->commands(), signals.onTerminate))
+        return activateApplication(composition) ? exit_status::success : exit_status::failure;
     AppDelegate &delegate = (*desktop)->appDelegate();
     delegate.applicationDidFinishLaunching();
+    static_cast<void>(composition.preferenceWatch()); // pages and history follow other processes from here on
     const int status = QCoreApplication::exec();
+    composition.applicationBus().release(); // from here on another start is one
     delegate.applicationWillTerminate();
     return status;
 }

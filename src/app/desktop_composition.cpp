@@ -1,6 +1,7 @@
 #include "app/desktop_composition.h"
 
 #include "app/app_delegate.h"
+#include "app/application_commands.h"
 #include "app/composition.h"
 #include "app/headless.h"
 #include "dictation/audio_level_provider.h"
@@ -57,7 +58,8 @@ struct DesktopComposition::Parts {
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
                        recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
-                       composition.synchronisation()}) {
+                       composition.synchronisation()}),
+          commands({recordingManager, hotkeyListener, composition.authManager(), composition.syncManager()}) {
         recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
     }
@@ -77,6 +79,7 @@ struct DesktopComposition::Parts {
     RecordingManager recordingManager;
     HotkeyListener hotkeyListener;
     AppDelegate appDelegate;
+    ApplicationCommands commands;
 };
 
 Result<std::unique_ptr<DesktopComposition>, QString> DesktopComposition::open(Composition &composition) {
@@ -97,6 +100,10 @@ RecordingManager &DesktopComposition::recordingManager() {
 
 TextInserter &DesktopComposition::textInserter() {
     return m_parts->textInserter;
+}
+
+ApplicationCommands &DesktopComposition::commands() {
+    return m_parts->commands;
 }
 
 AppDelegate &DesktopComposition::appDelegate() {

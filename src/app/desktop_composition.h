@@ -8,6 +8,7 @@
 namespace velmo {
 
 class AppDelegate;
+class ApplicationCommands;
 class Composition;
 class RecordingManager;
 class TextInserter;
@@ -25,6 +26,7 @@ public:
     RecordingManager &recordingManager();
     TextInserter &textInserter();
     AppDelegate &appDelegate();
+    ApplicationCommands &commands();
 
 private:
     struct Parts;

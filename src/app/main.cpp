@@ -1,3 +1,4 @@
+#include "app/arguments.h"
 #include "app/command.h"
 #include "app/command_line.h"
 #include "app/composition.h"
@@ -15,6 +16,7 @@ int main(int argc, char **argv) {
     // A reader that went away is an answer of write(), not the end of the process.
     std::signal(SIGPIPE, SIG_IGN);
 
+    const QStringList arguments = velmo::takeArguments(argc, argv);
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("velmo"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMO_VERSION));
@@ -26,5 +28,5 @@ int main(int argc, char **argv) {
         return velmo::exit_status::usage;
     }
     velmo::Composition composition(*origin);
-    return velmo::runCommandLine(composition, QCoreApplication::arguments().sliced(1));
+    return velmo::runCommandLine(composition, arguments);
 }

@@ -1,6 +1,7 @@
 #include "velmo_program.h"
 
-#include <QProcess>
+#include <csignal>
+#include <sys/prctl.h>
 
 namespace velmo::testing {
 
@@ -42,6 +43,14 @@ Run VelmoProgram::run(const QStringList &arguments, const QByteArray &input) con
     run.output = process.readAllStandardOutput();
     run.error = process.readAllStandardError();
     return run;
+}
+
+std::unique_ptr<QProcess> VelmoProgram::start(const QStringList &arguments) const {
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(m_environment);
+    process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process->start(QStringLiteral(VELMO_PROGRAM), arguments);
+    return process;
 }
 
 } // namespace velmo::testing

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QProcessEnvironment>
+#include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <memory>
 
 namespace velmo::testing {
 
@@ -24,6 +25,9 @@ public:
     void setEnvironment(const QString &name, const QString &value) { m_environment.insert(name, value); }
 
     [[nodiscard]] Run run(const QStringList &arguments, const QByteArray &input = {}) const;
+
+    /// Starts it and goes on; it is killed with what is returned, and when the test itself is.
+    [[nodiscard]] std::unique_ptr<QProcess> start(const QStringList &arguments) const;
 
     /// A path in its configuration directory.
     [[nodiscard]] QString configPath(const QString &name) const {

@@ -1,0 +1,82 @@
+#include "support/private_bus.h"
+#include "support/wait_until.h"
+#include "support/xvfb.h"
+#include "velmo_program.h"
+
+#include <csignal>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velmo {
+
+/// The desktop application on a display and a bus of its own, and the command line that speaks to it.
+class DesktopCommandsTest : public ::testing::Test {
+protected:
+    DesktopCommandsTest() {
+        program.setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, bus.address());
+        program.setEnvironment(u"DISPLAY"_s, display.display());
+        application = program.start({});
+        EXPECT_TRUE(bus.waitForName(u"com.tarnwell.velmo"_s));
+    }
+
+    /// Its exit status, and in `output` all it printed.
+    int statusAtEnd() {
+        const bool hasEnded = application->waitForFinished(60000);
+        output = application->readAllStandardOutput();
+        return hasEnded && application->exitStatus() == QProcess::NormalExit ? application->exitCode() : -1;
+    }
+
+    testing::PrivateBus bus;
+    testing::Xvfb display;
+    testing::VelmoProgram program;
+    std::unique_ptr<QProcess> application;
+    QByteArray output;
+};
+
+TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
+    struct Row {
+        QStringList words;
+        int status;
+        const char *output;
+        QStringList messages;
+    };
+    const Row rows[] = {
+        {{u"status"_s}, 0, "idle\n", {}},
+        {{u"stop"_s}, 1, "", {u"No recording runs."_s}},
+        {{u"cancel"_s}, 1, "", {u"No recording runs."_s}},
+        {{u"toggle"_s}, 0, "", {}},
+        {{u"show"_s}, 0, "", {}},
+        {{u"sync"_s}, 1, "", {u"Not signed in"_s}},
+        {{u"sign-out"_s}, 0, "", {}},
+        {{u"velmo://auth?id_token=secret"_s}, 0, "", {}},
+        {{}, 0, "", {}}, // a second start
+    };
+    for (const Row &row : rows) {
+        const auto run = program.run(row.words);
+        EXPECT_EQ(run.status, row.status) << row.words.join(u' ').toStdString() << run.error.toStdString();
+        EXPECT_EQ(run.output.toStdString(), row.output) << row.words.join(u' ').toStdString();
+        EXPECT_EQ(run.messages(), row.messages) << row.words.join(u' ').toStdString();
+    }
+    // There is no sound server, and the application says so to whoever asked.
+    const auto start = program.run({u"start"_s});
+    EXPECT_EQ(start.status, 1);
+    EXPECT_TRUE(start.messages().value(0).startsWith(u"Failed to start recording: "_s))
+        << start.error.toStdString();
+
+    EXPECT_EQ(program.run({u"quit"_s}).status, 0);
+    EXPECT_EQ(statusAtEnd(), 0);
+    EXPECT_TRUE(output.contains("🔑 [Auth] Ignored a callback that nobody waits for\n"))
+        << output.toStdString();
+    EXPECT_FALSE(output.contains("secret"));
+    EXPECT_TRUE(output.contains("[Velmo Mac] Emoji picker restored")) << output.toStdString();
+    EXPECT_EQ(program.run({u"status"_s}).status, 3);
+}
+
+TEST_F(DesktopCommandsTest, EndInOrderOnATerminationSignal) {
+    ::kill(static_cast<pid_t>(application->processId()), SIGTERM);
+    EXPECT_EQ(statusAtEnd(), 0);
+    EXPECT_TRUE(output.contains("[Velmo Mac] Emoji picker restored")) << output.toStdString();
+}
+
+} // namespace velmo
