@@ -7,7 +7,7 @@
 
 namespace velmo::x11 {
 
-/// The formats in which a text of ours is offered: the encodings programs ask for, and the mark that tells
+/// The formats in which a text of ours is offered: the encodings programs ask for, and the marks that tell
 /// clipboard managers not to keep it.
 [[nodiscard]] std::vector<ClipboardItem> textFormats(const QString &text);
 
@@ -21,7 +21,7 @@ namespace velmo::x11 {
 [[nodiscard]] bool isContents(const QByteArray &target);
 
 /// Whether to read a target before the others: plain text, which is what remains when the rest must be left
-/// out, and the mark, without which a password would come back as something to be kept.
+/// out, and the marks, without which a password would come back as something to be kept.
 [[nodiscard]] bool isReadFirst(const QByteArray &target);
 
 } // namespace velmo::x11

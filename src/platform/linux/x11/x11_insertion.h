@@ -24,7 +24,8 @@ struct X11InsertionOptions {
 /// the main thread; what still waits for an answer when it is destroyed gets none.
 class X11Insertion {
 public:
-    /// The failure is a sentence. `queue` outlives the object.
+    /// Asks the X server a few things and waits for the answers. The failure is a sentence. `queue` outlives
+    /// the object.
     static Result<std::unique_ptr<X11Insertion>, QString> open(MainQueue &queue,
                                                                const X11InsertionOptions &options);
 

@@ -116,8 +116,9 @@ TEST_F(X11ClipboardTest, OffersATextInTheFormatsProgramsAskFor) {
     EXPECT_EQ(paste("text/html"), "");
     EXPECT_TRUE(waitFor([this] { return readings == 5; }));
     EXPECT_EQ(paste("x-kde-passwordManagerHint"), "secret");
+    EXPECT_EQ(paste("application/x-copyq-hidden"), "1");
     settle();
-    EXPECT_EQ(readings, 5) << "the mark is not the text";
+    EXPECT_EQ(readings, 5) << "a mark is not the text";
 }
 
 TEST_F(X11ClipboardTest, OffersAllOfUnicode) {
