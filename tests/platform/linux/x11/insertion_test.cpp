@@ -1,4 +1,5 @@
 #include "insertion_desktop.h"
+#include "support/real_editor.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -23,8 +24,6 @@ const QByteArrayList kQuestions = {"TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TAR
 
 class Insertion : public testing::InsertionDesktop {
 protected:
-    Insertion() { qputenv("HOME", home.path().toUtf8()); }
-
     /// What the program gets for the shortcut that it was sent.
     QString pasteByShortcut(testing::Puppet &puppet) {
         EXPECT_EQ(lineOf(puppet), "Ctrl+V");
@@ -40,47 +39,45 @@ protected:
         }
         return contents.toStdString();
     }
-
-    const QTemporaryDir home;
 };
 
 // Real programs
 
-struct Editor {
-    const char *program;
-    QStringList arguments;
-};
+class RealEditors : public Insertion, public ::testing::WithParamInterface<const char *> {};
 
-void PrintTo(const Editor &editor, std::ostream *out) {
-    *out << editor.program;
-}
-
-class RealEditor : public Insertion, public ::testing::WithParamInterface<Editor> {};
-
-TEST_P(RealEditor, GetsTheTextExactly) {
+TEST_P(RealEditors, GetTheTextExactly) {
     server.startWindowManager();
-    QFile file(home.filePath(QStringLiteral("text.txt")));
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    const auto program = server.start(QString::fromLatin1(GetParam().program),
-                                      GetParam().arguments + QStringList{file.fileName()});
-    focus(QStringLiteral("text.txt"));
+    testing::RealEditor editor(server, QString::fromLatin1(GetParam()));
     open();
     const auto owner = copy("kept");
     insert(kText);
     letInsertionEnd();
     EXPECT_EQ(paste(), "kept");
-    EXPECT_TRUE(waitFor([&] {
-        xdotool({QStringLiteral("key"), QStringLiteral("ctrl+s")});
-        QFile saved(file.fileName());
-        return saved.open(QFile::ReadOnly) && QString::fromUtf8(saved.readAll()) == kText;
-    }));
+    EXPECT_TRUE(waitFor([&editor] { return editor.savedText() == kText; }))
+        << editor.savedText().toStdString();
     EXPECT_THAT(log.lines(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Insertion, RealEditor,
-                         ::testing::Values(Editor{"mousepad", {QStringLiteral("--disable-server")}},
-                                           Editor{"featherpad", {QStringLiteral("--standalone")}}),
-                         [](const auto &info) { return std::string(info.param.program); });
+TEST_P(RealEditors, GetTheTextHoweverLate) {
+    server.startWindowManager();
+    testing::RealEditor editor(server, QString::fromLatin1(GetParam()));
+    open();
+    const auto owner = copy("kept");
+    editor.program().signal(SIGSTOP);
+    insert(kText);
+    ASSERT_TRUE(waitFor([this] { return queue.pendingTimers() == 2; }));
+    queue.advance(3s);
+    settle();
+    editor.program().signal(SIGCONT);
+    EXPECT_TRUE(waitFor([this] { return queue.pendingTimers() == 0; }));
+    settle();
+    EXPECT_EQ(paste(), "kept");
+    EXPECT_TRUE(waitFor([&editor] { return editor.savedText() == kText; }))
+        << editor.savedText().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Insertion, RealEditors, ::testing::Values("mousepad", "featherpad"),
+                         [](const auto &info) { return std::string(info.param); });
 
 TEST_F(Insertion, PastesAMegabyte) {
     const auto target = openEditor();
@@ -93,7 +90,8 @@ TEST_F(Insertion, PastesAMegabyte) {
 
 TEST_F(Insertion, PastesIntoATerminal) {
     server.startWindowManager();
-    const QString path = home.filePath(QStringLiteral("typed"));
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("typed"));
     const auto terminal = server.start(
         QStringLiteral("xterm"), {QStringLiteral("-u8"), QStringLiteral("-T"), QStringLiteral("terminal"),
                                   QStringLiteral("-e"), QStringLiteral("cat > ") + path});

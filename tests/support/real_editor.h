@@ -1,0 +1,30 @@
+#pragma once
+
+#include "support/xvfb.h"
+
+#include <QTemporaryDir>
+
+namespace velmo::testing {
+
+/// An editor that people use, on a display with a window manager. It has the focus and an empty text.
+class RealEditor {
+public:
+    /// "mousepad" (GTK) or "featherpad" (Qt).
+    RealEditor(Xvfb &server, const QString &program);
+
+    [[nodiscard]] DisplayProgram &program() { return *m_program; }
+
+    /// Has the editor save its text and reads it.
+    [[nodiscard]] QString savedText();
+
+private:
+    QByteArray xdotool(const QStringList &arguments);
+    void press(const char *shortcut);
+
+    Xvfb &m_server;
+    QTemporaryDir m_folder;
+    QString m_path;
+    std::unique_ptr<DisplayProgram> m_program;
+};
+
+} // namespace velmo::testing
