@@ -35,7 +35,7 @@ public:
     [[nodiscard]] virtual bool isLoggedIn() const = 0;
 
     /// Calls back once it is known whether the session of the last run goes on; at once where it is.
-    virtual void whenRestored(std::function<void()> callback) { callback(); }
+    virtual void whenRestored(const std::function<void()> &callback) { callback(); }
 };
 
 /// Brings dictionary, snippets and statistics in step with the service. Main thread.

@@ -70,11 +70,11 @@ AuthManager::AuthManager(ServiceOrigin origin, QString authorizationOrigin,
 
 AuthManager::~AuthManager() = default;
 
-void AuthManager::whenRestored(std::function<void()> callback) {
+void AuthManager::whenRestored(const std::function<void()> &callback) {
     if (m_isRestored)
         callback();
     else
-        m_waitingForRestore.push_back(std::move(callback));
+        m_waitingForRestore.push_back(callback);
 }
 
 void AuthManager::restore() {

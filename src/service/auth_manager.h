@@ -60,7 +60,7 @@ public:
     [[nodiscard]] std::optional<QString> authToken() override { return m_token.read(); }
     void prepareToken() override { m_token.prepare(); }
 
-    void whenRestored(std::function<void()> callback) override;
+    void whenRestored(const std::function<void()> &callback) override;
 
     /// Begins an attempt to sign in, in the place of one that still runs.
     Q_INVOKABLE void signInWithApple();
