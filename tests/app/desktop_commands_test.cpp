@@ -20,10 +20,10 @@ protected:
         EXPECT_TRUE(bus.waitForName(u"com.tarnwell.velmo"_s));
     }
 
-    /// Its exit status, and in `output` all it printed.
+    /// Its exit status, and in `output` all it printed, faults that a sanitizer found among it.
     int statusAtEnd() {
         const bool hasEnded = application->waitForFinished(60000);
-        output = application->readAllStandardOutput();
+        output = application->readAllStandardOutput() + application->readAllStandardError();
         return hasEnded && application->exitStatus() == QProcess::NormalExit ? application->exitCode() : -1;
     }
 
@@ -65,7 +65,7 @@ TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
         << start.error.toStdString();
 
     EXPECT_EQ(program.run({u"quit"_s}).status, 0);
-    EXPECT_EQ(statusAtEnd(), 0);
+    EXPECT_EQ(statusAtEnd(), 0) << output.toStdString();
     EXPECT_TRUE(output.contains("🔑 [Auth] Ignored a callback that nobody waits for\n"))
         << output.toStdString();
     EXPECT_FALSE(output.contains("secret"));
@@ -75,7 +75,7 @@ TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
 
 TEST_F(DesktopCommandsTest, EndInOrderOnATerminationSignal) {
     ::kill(static_cast<pid_t>(application->processId()), SIGTERM);
-    EXPECT_EQ(statusAtEnd(), 0);
+    EXPECT_EQ(statusAtEnd(), 0) << output.toStdString();
     EXPECT_TRUE(output.contains("[Velmo Mac] Emoji picker restored")) << output.toStdString();
 }
 

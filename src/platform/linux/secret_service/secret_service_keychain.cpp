@@ -1,5 +1,6 @@
 #include "platform/linux/secret_service/secret_service_keychain.h"
 
+#include "platform/linux/secret_service/call_context.h"
 #include "platform/linux/secret_service/deadline.h"
 #include "platform/linux/session_bus_presence.h"
 
@@ -167,6 +168,7 @@ ChangeResult tryRemove(const QString &account, const Deadline &deadline) {
 /// A keyring that was started anew does not know our session any more, so a first failure may be of the past.
 template <class Attempt>
 auto withFreshSession(const Deadline &deadline, const Attempt &attempt) {
+    const CallContext context;
     auto result = attempt();
     if (result || deadline.isOver())
         return result;

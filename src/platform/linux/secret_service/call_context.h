@@ -1,0 +1,21 @@
+#pragma once
+
+#include <glib.h>
+
+namespace velmo {
+
+/// The main context of this thread while one call to the keyring lasts. An object of GLib leaves part of what it must
+/// free to the context it was made in, some of it only after the object's end; in the main thread's context that is
+/// lost with the process, in this one the call, or a later one, frees it.
+class CallContext {
+public:
+    CallContext();
+    CallContext(const CallContext &) = delete;
+    CallContext &operator=(const CallContext &) = delete;
+    ~CallContext();
+
+private:
+    GMainContext *m_context;
+};
+
+} // namespace velmo
