@@ -31,3 +31,16 @@ function(velmo_library name)
     target_precompile_headers(${name} REUSE_FROM velmo_base)
   endif()
 endfunction()
+
+# A folder of src/ui/ that is a QML module: velmo_qml_module(velmo_ui_popover URI Velmo.Popover SOURCES a.cpp QML A.qml).
+# Whoever shows it calls its qml_register_types_Velmo_Popover(), which keeps the linker from dropping it.
+function(velmo_qml_module name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS")
+  set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  set(CMAKE_AUTOMOC ON)
+  qt_add_qml_module(${name} STATIC NO_PLUGIN URI ${arg_URI} VERSION 1.0
+    RESOURCE_PREFIX /qt-project.org/imports
+    SOURCES ${arg_SOURCES}
+    QML_FILES ${arg_SINGLETONS} ${arg_QML})
+  target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src" PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
+endfunction()

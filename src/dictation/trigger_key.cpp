@@ -42,7 +42,7 @@ struct Label {
 };
 
 constexpr std::array kLabels = {
-    Label{u"RCTL", QT_TRANSLATE_NOOP("TriggerKey", "Right Ctrl")},
+    Label{u"RCTL", QT_TRANSLATE_NOOP("TriggerKey", "Right Control")},
     Label{u"RALT", QT_TRANSLATE_NOOP("TriggerKey", "Right Alt")},
     Label{u"RWIN", QT_TRANSLATE_NOOP("TriggerKey", "Right Super")},
     Label{u"COMP", QT_TRANSLATE_NOOP("TriggerKey", "Menu")},

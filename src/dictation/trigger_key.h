@@ -23,7 +23,7 @@ inline constexpr QStringView kDefaultTriggerKey = u"RCTL";
 /// depends on the layout.
 [[nodiscard]] QString refusalOfTriggerKey(QStringView name, quint32 symbol = 0);
 
-/// How people call the key: "Right Ctrl", "Menu"; the XKB name itself for a key without a common name.
+/// How people call the key: "Right Control", "Menu"; the XKB name itself for a key without a common name.
 [[nodiscard]] QString triggerKeyLabel(QStringView name);
 
 /// The chosen key; the default one when none is stored or what is stored cannot be the trigger key.

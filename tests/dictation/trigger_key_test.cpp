@@ -44,7 +44,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &info) { return info.param.name; });
 
 TEST(TriggerKeyLabel, IsWhatPeopleCallTheKey) {
-    EXPECT_EQ(triggerKeyLabel(u"RCTL"), QStringLiteral("Right Ctrl"));
+    EXPECT_EQ(triggerKeyLabel(u"RCTL"), QStringLiteral("Right Control"));
     EXPECT_EQ(triggerKeyLabel(u"FK07"), QStringLiteral("F7"));
     EXPECT_EQ(triggerKeyLabel(u"I172"), QStringLiteral("I172"));
 }

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// What sheets and alerts have in common: they lie in the middle over a scrim, keep the keyboard and give it back.
+T.Popup {
+    id: panel
+
+    property color fill: Theme.window
+    property real scrimOpacity: 0.32
+    property string title
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    height: Math.min(implicitHeight, (parent?.height ?? implicitHeight) - 32)
+    padding: 20
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape
+
+    background: Rectangle {
+        radius: Theme.radiusCard
+        color: panel.fill
+        border.color: Theme.hairline
+        border.width: 1
+        Accessible.role: Accessible.Dialog
+        Accessible.name: panel.title
+
+        SoftShadow {
+            z: -1
+            anchors.fill: parent
+            radius: parent.radius
+            level: SoftShadow.Level.Sheet
+        }
+    }
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.inkAt(panel.scrimOpacity)
+
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.sheetTime }
+        }
+    }
+
+    enter: Transition {
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetTime; easing.type: Easing.OutCubic }
+        NumberAnimation { property: "scale"; from: 0.97; to: 1; duration: Theme.sheetTime; easing.type: Easing.OutCubic }
+    }
+    exit: Transition {
+        NumberAnimation { property: "opacity"; to: 0; duration: Theme.sheetTime; easing.type: Easing.OutCubic }
+    }
+}

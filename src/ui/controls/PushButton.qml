@@ -1,0 +1,84 @@
+import QtQuick
+import Velmo.Controls
+import QtQuick.Templates as T
+
+/// What the buttons with words have in common. While busy the words stay and the symbol becomes a ring.
+T.Button {
+    id: button
+
+    property bool small: false
+    property bool busy: false
+    property string symbolName: ""
+    property color fill: Theme.card
+    property color fillHover: Theme.field
+    property color fillPressed: "#E4E4E9"
+    property color outline: Theme.outline
+    property color foreground: Theme.ink
+    property int weight: Font.Medium
+
+    implicitWidth: leftPadding + contentItem.implicitWidth + rightPadding
+    implicitHeight: small ? 28 : 36
+    leftPadding: small ? 12 : 18
+    rightPadding: leftPadding
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    Accessible.name: text
+
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+
+        Row {
+            id: row
+            anchors.centerIn: parent
+            spacing: 6
+
+            Item {
+                visible: button.symbolName.length > 0
+                width: symbol.implicitWidth
+                height: symbol.implicitHeight
+                anchors.verticalCenter: parent.verticalCenter
+
+                Symbol {
+                    id: symbol
+                    visible: !button.busy
+                    name: button.symbolName
+                    pointSize: button.small ? 12 : 13
+                    weight: Symbol.Medium
+                    color: button.foreground
+                }
+
+                ProgressRing {
+                    visible: button.busy
+                    size: symbol.implicitWidth
+                }
+            }
+
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                text: button.text
+                size: button.small ? 12 : 13
+                weight: button.weight
+                color: button.busy ? Theme.secondary : button.foreground
+            }
+        }
+    }
+
+    background: Rectangle {
+        radius: button.small ? Theme.radiusRow : Theme.radiusField
+        color: button.down ? button.fillPressed : button.hovered ? button.fillHover : button.fill
+        border.color: button.outline
+        border.width: button.outline.a > 0 ? 1 : 0
+
+        Behavior on color {
+            enabled: !button.down
+            ColorAnimation { duration: Theme.hoverTime }
+        }
+    }
+
+    FocusRing { controlRadius: button.background.radius }
+}
