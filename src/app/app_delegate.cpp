@@ -1,9 +1,11 @@
 #include "app/app_delegate.h"
 
+#include "app/user_interface.h"
 #include "base/log.h"
 #include "dictation/armed_capture.h"
 #include "dictation/hotkey_listener.h"
 #include "dictation/recording_manager.h"
+#include "platform/accessibility_permission.h"
 #include "platform/workspace.h"
 #include "service/account.h"
 #include "store/preference_keys.h"
@@ -26,11 +28,14 @@ constexpr auto kFreshSync = 30s;
 AppDelegate::AppDelegate(const Collaborators &collaborators) : m_with(collaborators) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
+    m_with.interface.showStatusItem(m_lifetime.guard([this] { togglePopover(); }));
     takeTriggerKey();
     connectListener();
     m_with.hotkeyListener.setupFnKey();
     m_with.hotkeyListener.registerFallbackHotkey();
     connectRecordingManager();
+    m_with.interface.showOverlay();
+    showOnboardingWhereNeeded();
     m_with.account.whenRestored(m_lifetime.guard([this] { syncOnLaunch(); }));
     m_with.workspace.setActivationHandler([this](bool isThisApplication) {
         if (isThisApplication)
@@ -43,6 +48,30 @@ void AppDelegate::applicationWillTerminate() {
     m_with.hotkeyListener.stopListening();
     m_with.workspace.setActivationHandler({});
     giveTriggerKeyBack();
+}
+
+void AppDelegate::togglePopover() {
+    m_with.interface.togglePopover();
+}
+
+void AppDelegate::openMainWindow() {
+    m_with.interface.closePopover();
+    m_with.interface.showMainWindow();
+}
+
+bool AppDelegate::applicationShouldHandleReopen() {
+    m_with.interface.showMainWindow();
+    return true;
+}
+
+void AppDelegate::updateStatusIcon(State state) {
+    m_with.interface.updateStatusIcon(state);
+}
+
+void AppDelegate::showOnboardingWhereNeeded() {
+    const bool isComplete = m_with.preferences.boolean(keys::onboardingComplete).value_or(false);
+    if (!isComplete || !m_with.permission.isTrusted())
+        m_with.interface.showOnboarding();
 }
 
 void AppDelegate::appDidBecomeActive() {
@@ -88,6 +117,9 @@ void AppDelegate::connectListener() {
 /// However a recording ends or fails to begin, the next press of the trigger works at once.
 void AppDelegate::connectRecordingManager() {
     RecordingManager &manager = m_with.recordingManager;
+    manager.onStateChange = [queue = &m_with.queue, update = m_lifetime.guard([this](State state) {
+        updateStatusIcon(state);
+    })](State state) { queue->post([update, state]() mutable { update(state); }); };
     connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
         if (manager.state() != State::recording)
             m_with.hotkeyListener.recordingEnded();

@@ -2,21 +2,25 @@
 
 #include "base/lifetime.h"
 #include "base/main_queue.h"
+#include "dictation/dictation_state.h"
 
 #include <QObject>
 
 namespace velmo {
 
+class AccessibilityPermission;
 class Account;
 class ArmedCapture;
 class HotkeyListener;
 class Preferences;
 class RecordingManager;
 class Synchronisation;
+class UserInterface;
 class Workspace;
 
-/// The life of the desktop application from launch to termination: connects the trigger key to the dictation, keeps a
-/// signed-in user's data in step, and gives back at the end what it took at the start. Main thread.
+/// The life of the desktop application from launch to termination: shows it in the tray and at the foot of the screen,
+/// connects the trigger key to the dictation, keeps a signed-in user's data in step, and gives back at the end what it
+/// took at the start. Main thread.
 class AppDelegate final : public QObject {
     Q_OBJECT
 public:
@@ -31,6 +35,8 @@ public:
         Workspace &workspace;
         Account &account;
         Synchronisation &synchronisation;
+        const AccessibilityPermission &permission;
+        UserInterface &interface;
     };
 
     explicit AppDelegate(const Collaborators &collaborators);
@@ -39,10 +45,18 @@ public:
     /// Once, on every orderly way out: quitting, SIGTERM, the end of the session.
     void applicationWillTerminate();
 
+    /// What a press of the status item does: shows the popover, or closes it.
+    void togglePopover();
+    void openMainWindow();
+    /// Somebody started the application again while it runs. Answers that this has been seen to.
+    bool applicationShouldHandleReopen();
+
     /// Another look at the person's data when they come back to the application, at most every 30 seconds.
     void appDidBecomeActive();
 
 private:
+    void updateStatusIcon(State state);
+    void showOnboardingWhereNeeded();
     void syncOnLaunch();
     void takeTriggerKey();
     void giveTriggerKeyBack();

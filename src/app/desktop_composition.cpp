@@ -3,6 +3,7 @@
 #include "app/app_delegate.h"
 #include "app/application_commands.h"
 #include "app/composition.h"
+#include "app/desktop_windows.h"
 #include "app/headless.h"
 #include "dictation/audio_level_provider.h"
 #include "dictation/audio_recorder.h"
@@ -56,11 +57,13 @@ struct DesktopComposition::Parts {
                             composition.historyStore(), composition.account(), composition.statistics()}),
           hotkeyListener(
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
+          windows({composition, recordingManager, hotkeyListener}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
                        recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
-                       composition.synchronisation()}),
+                       composition.synchronisation(), *x11.permission, windows}),
           commands({recordingManager, hotkeyListener, composition.authManager(), composition.syncManager()}) {
         recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
+        commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
     }
 
@@ -78,6 +81,7 @@ struct DesktopComposition::Parts {
     TextInserter textInserter;
     RecordingManager recordingManager;
     HotkeyListener hotkeyListener;
+    DesktopWindows windows;
     AppDelegate appDelegate;
     ApplicationCommands commands;
 };

@@ -1,3 +1,4 @@
+#include "app/application_object.h"
 #include "app/arguments.h"
 #include "app/command.h"
 #include "app/command_line.h"
@@ -7,7 +8,6 @@
 #include "base/standard_streams.h"
 #include "service/service_origin.h"
 
-#include <QCoreApplication>
 #include <csignal>
 #include <unistd.h>
 
@@ -17,7 +17,7 @@ int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN);
 
     const QStringList arguments = velmo::takeArguments(argc, argv);
-    QCoreApplication application(argc, argv);
+    const auto application = velmo::makeApplicationObject(arguments, argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("velmo"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMO_VERSION));
     velmo::setLogSink(velmo::descriptorLogSink(STDERR_FILENO));

@@ -9,6 +9,9 @@ namespace velmo {
 /// in order. Made before any thread is started: threads inherit that the signals are not for them. Main thread.
 class TerminationSignals {
 public:
+    /// Keeps the signals from this thread and those it starts from now on; making an object does so too.
+    static void block();
+
     TerminationSignals();
     TerminationSignals(const TerminationSignals &) = delete;
     TerminationSignals &operator=(const TerminationSignals &) = delete;

@@ -1,5 +1,6 @@
 #include "app/app_delegate.h"
 
+#include "app/user_interface.h"
 #include "dictation/armed_capture.h"
 #include "dictation/dictation_fakes.h"
 #include "dictation/hotkey_listener.h"
@@ -38,6 +39,23 @@ struct FakeArmedCapture final : ArmedCapture {
     void drop() override { armed = false; }
 };
 
+/// Remembers what it was asked to show.
+struct FakeInterface final : UserInterface {
+    std::function<void()> pressStatusItem;
+    QStringList shown;
+
+    void showStatusItem(std::function<void()> pressed) override {
+        shown.append(QStringLiteral("status item"));
+        pressStatusItem = std::move(pressed);
+    }
+    void updateStatusIcon(State state) override { shown.append(nameOf(state)); }
+    void togglePopover() override { shown.append(QStringLiteral("popover")); }
+    void closePopover() override { shown.append(QStringLiteral("popover closed")); }
+    void showOverlay() override { shown.append(QStringLiteral("overlay")); }
+    void showMainWindow() override { shown.append(QStringLiteral("main window")); }
+    void showOnboarding() override { shown.append(QStringLiteral("onboarding")); }
+};
+
 class AppDelegateTest : public ::testing::Test {
 protected:
     testing::LogCapture log;
@@ -60,12 +78,42 @@ protected:
     testing::FakeAccessibilityPermission permission;
     testing::FakeEventTap tap;
     testing::FakeGlobalHotkey hotkey;
+    FakeInterface interface;
     RecordingManager manager{{queue, preferences, microphone, workspace, sounds, recorder, transcriber,
                               processor, insertion, levels, overlay, history, account, account}};
     HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
     AppDelegate delegate{{queue, preferences, keyboardPreferences, manager, listener, armedCapture, workspace,
-                          account, synchronisation}};
+                          account, synchronisation, permission, interface}};
 };
+
+TEST_F(AppDelegateTest, ShowsWhatVelmoDoes) {
+    preferences.set(keys::onboardingComplete, true);
+    delegate.applicationDidFinishLaunching();
+    hotkey.pressed();
+    queue.runPosted();
+    hotkey.pressed();
+    queue.runPosted();
+    manager.cancelRecording();
+    interface.pressStatusItem();
+    delegate.openMainWindow();
+    EXPECT_TRUE(delegate.applicationShouldHandleReopen());
+    EXPECT_EQ(
+        interface.shown.join(u' '),
+        QStringLiteral("status item overlay recording idle popover popover closed main window main window"));
+}
+
+TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
+    for (const bool isComplete : {false, true}) {
+        for (const bool isTrusted : {false, true}) {
+            interface.shown.clear();
+            preferences.set(keys::onboardingComplete, isComplete);
+            permission.trusted = isTrusted;
+            delegate.applicationDidFinishLaunching();
+            EXPECT_EQ(interface.shown.contains(QStringLiteral("onboarding")), !isComplete || !isTrusted)
+                << isComplete << isTrusted;
+        }
+    }
+}
 
 TEST_F(AppDelegateTest, LaunchesInOrderAndGivesBackWhatItTook) {
     keyboardPreferences.set(QStringLiteral("AppleFnUsageType"), qint64(1));
