@@ -1,11 +1,11 @@
 #include "base/log.h"
 
+#include "base/descriptor_output.h"
+#include "base/line_escapes.h"
 #include "base/utf8.h"
 
 #include <array>
-#include <cerrno>
 #include <mutex>
-#include <unistd.h>
 
 namespace velmo {
 
@@ -45,25 +45,6 @@ QStringView prefixOf(LogTag tag) {
     return {};
 }
 
-bool isLineBreaking(QChar character) {
-    const auto category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line ||
-           category == QChar::Separator_Paragraph;
-}
-
-QString escaped(QChar character) {
-    switch (character.unicode()) {
-    case u'\n':
-        return QStringLiteral("\\n");
-    case u'\r':
-        return QStringLiteral("\\r");
-    case u'\t':
-        return QStringLiteral("\\t");
-    default:
-        return QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
-    }
-}
-
 struct Sink {
     std::mutex mutex;
     LogSink write;
@@ -91,27 +72,15 @@ void setLogSink(LogSink sink) {
 }
 
 LogSink descriptorLogSink(int descriptor) {
-    return [descriptor](const QString &line) {
-        const QByteArray bytes = utf8(line) + '\n';
-        qsizetype written = 0;
-        while (written < bytes.size()) {
-            const ssize_t count =
-                ::write(descriptor, bytes.constData() + written, static_cast<size_t>(bytes.size() - written));
-            if (count < 0 && errno == EINTR)
-                continue;
-            if (count <= 0)
-                return;
-            written += count;
-        }
-    };
+    return [descriptor](const QString &line) { writeAll(descriptor, utf8(line) + '\n'); };
 }
 
 QString onOneLine(const QString &text) {
     QString line;
     line.reserve(text.size());
     for (const QChar character : text) {
-        if (isLineBreaking(character))
-            line += escaped(character);
+        if (const auto escape = lineEscape(character))
+            line += *escape;
         else
             line += character;
     }

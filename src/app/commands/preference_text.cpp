@@ -1,6 +1,7 @@
 #include "app/commands/preference_text.h"
 
 #include "base/iso_date.h"
+#include "base/line_escapes.h"
 
 #include <algorithm>
 #include <array>
@@ -56,27 +57,8 @@ struct ToText {
     QString operator()(const QByteArray &data) const { return QString::fromLatin1(data.toBase64()); }
 };
 
-bool breaksALine(QChar character) {
-    const auto category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line ||
-           category == QChar::Separator_Paragraph;
-}
-
 QString escaped(QChar character) {
-    switch (character.unicode()) {
-    case u'\\':
-        return QStringLiteral("\\\\");
-    case u'\n':
-        return QStringLiteral("\\n");
-    case u'\r':
-        return QStringLiteral("\\r");
-    case u'\t':
-        return QStringLiteral("\\t");
-    default:
-        return breaksALine(character)
-                   ? QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'))
-                   : QString(character);
-    }
+    return character == u'\\' ? QStringLiteral("\\\\") : lineEscape(character).value_or(QString(character));
 }
 
 QString escaped(const QString &text) {
