@@ -37,8 +37,10 @@ endfunction()
 function(velmo_qml_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS")
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  string(REPLACE "." "/" path ${arg_URI})
   set(CMAKE_AUTOMOC ON)
   qt_add_qml_module(${name} STATIC NO_PLUGIN URI ${arg_URI} VERSION 1.0
+    OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/qml/${path}"
     RESOURCE_PREFIX /qt-project.org/imports
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML})
