@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace velmo {
 
@@ -12,9 +13,17 @@ namespace {
 
 const QString kEntryName = QStringLiteral("velmo.desktop");
 
-/// A word of an Exec line: quoted, as the desktop entry format wants it, with what is special inside the quotes escaped
-/// and percent signs doubled. The backslashes of that are escaped once more, as in every string of the format.
-QString quoted(const QString &word) {
+bool isPlain(QChar character) {
+    return character.isLetterOrNumber() || QStringView(u"/._-+,:@").contains(character);
+}
+
+/// A word of an Exec line. One with special characters is quoted, as the desktop entry format wants it, with what is
+/// special inside the quotes escaped and percent signs doubled. The backslashes of that are escaped once more, as in
+/// every string of the format. A plain word stays as it is: where no desktop environment runs, xdg-open takes quotes
+/// for a part of the program's name.
+QString execWord(const QString &word) {
+    if (std::all_of(word.begin(), word.end(), isPlain))
+        return word;
     QString text;
     for (const QChar character : word) {
         if (QStringView(u"\"`$\\").contains(character))
@@ -57,7 +66,7 @@ Result<void, QString> write(const QString &path, const QByteArray &content) {
 
 QString desktopEntry(const QString &program) {
     QString entry = QString::fromUtf8(kDesktopEntry);
-    return entry.replace(QStringLiteral("Exec=velmo "), QStringLiteral("Exec=%1 ").arg(quoted(program)));
+    return entry.replace(QStringLiteral("Exec=velmo "), QStringLiteral("Exec=%1 ").arg(execWord(program)));
 }
 
 Result<void, QString> UrlSchemeHandler::install(const QString &program) {

@@ -68,6 +68,13 @@ TEST_F(UrlSchemeHandlerTest, MakesTheDesktopOpenAddressesWithTheProgram) {
     EXPECT_EQ(contentOf(home.filePath(u"noted"_s)), address);
 }
 
+TEST(DesktopEntry, QuotesTheProgramOnlyWhereItMust) {
+    EXPECT_TRUE(
+        desktopEntry(u"/opt/Velmo-1.0/bin/velmo"_s).contains(u"\nExec=/opt/Velmo-1.0/bin/velmo %u\n"_s));
+    EXPECT_TRUE(
+        desktopEntry(u"/home/åse/my tools/velmo"_s).contains(u"\nExec=\"/home/åse/my tools/velmo\" %u\n"_s));
+}
+
 TEST_F(UrlSchemeHandlerTest, LeavesTheEntryOfAPackageInPlace) {
     ASSERT_TRUE(QDir().mkpath(home.filePath(u"system/applications"_s)));
     QFile(home.filePath(u"system/applications/velmo.desktop"_s)).open(QIODevice::WriteOnly);
