@@ -57,7 +57,9 @@ std::optional<CommandOutcome> signInThere(Composition &composition, GivingUp &gi
     givingUp.onGiveUp = [&] {
         composition.applicationBus().run({kSignIn, QStringLiteral("--cancel")}, 10s, [](const auto &) {});
     };
-    return runInApplication(composition, {kSignIn, QStringLiteral("--wait")}, kPatience + 1min);
+    const auto ended = runInApplication(composition, {kSignIn, QStringLiteral("--wait")}, kPatience + 1min);
+    return ended.value_or(CommandOutcome{exit_status::failure, QString(),
+                                         QStringLiteral("Velmo ended before the sign-in did.")});
 }
 
 /// Takes the browser's answer while no application runs.
