@@ -38,14 +38,14 @@ HotkeyListener::~HotkeyListener() = default;
 // Keys taken and given back
 
 void HotkeyListener::setupFnKey() {
-    if (m_fnInterceptor)
+    if (m_fnInterceptor || m_isFnKeyPaused)
         return;
     if (!m_with.permission.isTrusted()) {
         log(LogTag::Hotkey, QStringLiteral("No Accessibility permission yet — Fn key unavailable"));
         return;
     }
-    auto interceptor =
-        std::make_unique<FnKeyInterceptor>(m_with.tap, m_with.queue, triggerKey(m_with.preferences));
+    m_watchedKey = triggerKey(m_with.preferences);
+    auto interceptor = std::make_unique<FnKeyInterceptor>(m_with.tap, m_with.queue, m_watchedKey);
     interceptor->onFnDown = m_lifetime.guard([this](std::chrono::nanoseconds time) { fnDown(time); });
     interceptor->onFnUp = m_lifetime.guard([this](std::chrono::nanoseconds time) { fnUp(time); });
     interceptor->onCombinationUsed = m_lifetime.guard([this] { combinationUsed(); });
@@ -61,11 +61,25 @@ void HotkeyListener::setupFnKey() {
 }
 
 void HotkeyListener::triggerKeyChanged() {
-    if (!m_fnInterceptor)
+    if (!m_fnInterceptor || m_watchedKey == triggerKey(m_with.preferences))
         return;
     m_fnInterceptor.reset();
-    setUsingFnHotkey(false);
     setupFnKey();
+    setUsingFnHotkey(m_fnInterceptor != nullptr);
+}
+
+void HotkeyListener::pauseFnKey() {
+    m_isFnKeyPaused = true;
+    m_fnInterceptor.reset();
+    if (m_recordingMode == RecordingMode::none)
+        combinationUsed(); // a press or tap so far leads to nothing
+}
+
+void HotkeyListener::resumeFnKey() {
+    if (!std::exchange(m_isFnKeyPaused, false))
+        return;
+    setupFnKey();
+    setUsingFnHotkey(m_fnInterceptor != nullptr);
 }
 
 void HotkeyListener::registerFallbackHotkey() {
@@ -83,6 +97,7 @@ void HotkeyListener::registerFallbackHotkey() {
 }
 
 void HotkeyListener::stopListening() {
+    m_isFnKeyPaused = false;
     m_fnInterceptor.reset();
     setUsingFnHotkey(false);
     m_carbonHotkeyRef.reset();

@@ -45,6 +45,10 @@ public:
     void setupFnKey();
     /// Watches the key that is chosen now instead of the one chosen when the watch began.
     void triggerKeyChanged();
+    /// Leaves the trigger key to the windows until `resumeFnKey`, which watches the key that is chosen by then: so a
+    /// person can choose one by pressing it. What is published stays meanwhile.
+    void pauseFnKey();
+    void resumeFnKey();
     /// Registers Control+Shift+A, once.
     void registerFallbackHotkey();
     /// Gives all keys back.
@@ -93,7 +97,9 @@ private:
     Collaborators m_with;
     std::unique_ptr<GlobalHotkey::Registration> m_carbonHotkeyRef;
     bool m_isUsingFnHotkey = false;
+    bool m_isFnKeyPaused = false;
     std::unique_ptr<FnKeyInterceptor> m_fnInterceptor;
+    QString m_watchedKey; ///< By the interceptor.
     RecordingMode m_recordingMode = RecordingMode::none;
     bool m_fnIsDown = false;
     std::chrono::nanoseconds m_fnPressedAt{0};

@@ -250,6 +250,27 @@ TEST_F(HotkeyListenerTest, WatchesTheChosenKey) {
     EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
 }
 
+TEST_F(HotkeyListenerTest, LeavesTheKeyToTheWindowsWhileAnotherIsChosen) {
+    listen();
+    perform(QStringLiteral("down 100"));
+    listener.pauseFnKey();
+    EXPECT_TRUE(tap.key.isNull());
+    EXPECT_TRUE(listener.isUsingFnHotkey());
+    listener.setupFnKey(); // the popover and onboarding ask for it again and again
+    EXPECT_TRUE(tap.key.isNull());
+    preferences.set(keys::triggerKey, QStringLiteral("FK13"));
+    listener.triggerKeyChanged();
+    listener.resumeFnKey();
+    EXPECT_EQ(tap.key, QStringLiteral("FK13"));
+    perform(QStringLiteral("1000 down 400 up"));
+    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop granted press start stop drop"));
+
+    listener.pauseFnKey();
+    tap.canStart = false; // a keyboard without the chosen key
+    listener.resumeFnKey();
+    EXPECT_FALSE(listener.isUsingFnHotkey());
+}
+
 } // namespace
 
 } // namespace velmo
