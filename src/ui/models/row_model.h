@@ -3,6 +3,8 @@
 #include <QAbstractListModel>
 #include <QList>
 #include <QSet>
+#include <concepts>
+#include <utility>
 
 namespace velmo {
 
@@ -32,13 +34,24 @@ public:
             else
                 at += insert(at, rows);
         }
-        m_rows = rows; // what a key leaves out may have changed
+        const QList<Row> before = std::exchange(m_rows, rows);
+        announceChanges(before);
     }
 
 protected:
     [[nodiscard]] virtual Key keyOf(const Row &row) const = 0;
 
 private:
+    /// Rows that stay may have changed in what their keys leave out. Rows without equality are told by their keys alone.
+    void announceChanges(const QList<Row> &before) {
+        if constexpr (std::equality_comparable<Row>) {
+            for (qsizetype at = 0; at < m_rows.size(); ++at) {
+                if (const QModelIndex row = index(static_cast<int>(at)); before[at] != m_rows[at])
+                    Q_EMIT dataChanged(row, row);
+            }
+        }
+    }
+
     [[nodiscard]] bool isSameAt(qsizetype at, const QList<Row> &rows) const {
         return at < m_rows.size() && at < rows.size() && keyOf(m_rows[at]) == keyOf(rows[at]);
     }
