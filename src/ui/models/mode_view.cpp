@@ -1,0 +1,142 @@
+#include "ui/models/mode_view.h"
+
+#include "store/custom_modes.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmo {
+
+namespace {
+
+/// Of the modes the one that is used: a custom mode goes before a built-in one of the same identifier, and an
+/// identifier of no mode works as the default does.
+qsizetype chosenAmong(const QList<Mode> &modes, const QString &id) {
+    const auto places = [&](bool isBuiltIn, QStringView wanted) {
+        return std::ranges::find_if(
+            modes, [&](const Mode &mode) { return mode.id == wanted && mode.isBuiltIn == isBuiltIn; });
+    };
+    auto chosen = places(false, id);
+    if (chosen == modes.end())
+        chosen = places(true, id);
+    return chosen == modes.end() ? 0 : chosen - modes.begin();
+}
+
+ModeCard cardOf(const Mode &mode, bool isChosen) {
+    return {mode.id, mode.name, mode.icon, mode.isBuiltIn ? mode.description : mode.systemPrompt.simplified(),
+            isChosen};
+}
+
+} // namespace
+
+QHash<int, QByteArray> ModeCards::roleNames() const {
+    return {{IdRole, "modeId"},
+            {NameRole, "name"},
+            {SymbolRole, "symbol"},
+            {DescriptionRole, "description"},
+            {ChosenRole, "chosen"}};
+}
+
+QVariant ModeCards::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const ModeCard &mode = rows().at(index.row());
+    switch (role) {
+    case IdRole:
+        return mode.id;
+    case NameRole:
+        return mode.name;
+    case SymbolRole:
+        return mode.symbol;
+    case DescriptionRole:
+        return mode.description;
+    case ChosenRole:
+        return mode.isChosen;
+    default:
+        return {};
+    }
+}
+
+ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch)
+    : m_preferences(preferences), m_settings(preferences) {
+    for (const QLatin1StringView key : {keys::selectedMode, keys::smartFormatting, keys::customModes})
+        watch.watch(key);
+    connect(&watch, &PreferenceWatch::changed, this, &ModeView::load);
+    load();
+}
+
+ModeView::~ModeView() = default;
+
+void ModeView::setSmartFormatting(bool isOn) {
+    m_settings.setSmartFormatting(isOn);
+    load();
+}
+
+QString ModeView::caption() const {
+    return m_smartFormatting ? tr("AI processing enabled") : tr("Base cleanup only");
+}
+
+void ModeView::appear() {
+    m_settings.replaceRetiredSelection();
+    load();
+}
+
+void ModeView::choose(const QString &id) {
+    m_settings.choose(id);
+    load();
+}
+
+void ModeView::openNewSheet() {
+    openSheet(ModeEditorSheet::newDraft());
+}
+
+void ModeView::openEditSheet(qsizetype row) {
+    if (row < 0 || row >= m_customModes.rows().size())
+        return;
+    const QString id = m_customModes.rows()[row].id;
+    const QList<CustomMode> stored = velmo::customModes(m_preferences);
+    const auto mode = std::ranges::find(stored, id, &CustomMode::id);
+    if (mode != stored.end())
+        openSheet({mode->id, mode->name, mode->systemPrompt, mode->icon});
+}
+
+void ModeView::removeRow(qsizetype row) {
+    if (row < 0 || row >= m_customModes.rows().size())
+        return;
+    m_settings.remove(QString(m_customModes.rows()[row].id));
+    load();
+}
+
+void ModeView::load() {
+    const QList<Mode> modes = allModes(m_preferences);
+    const qsizetype chosen = chosenAmong(modes, selectedModeId(m_preferences));
+    QList<ModeCard> builtIn;
+    QList<ModeCard> custom;
+    for (qsizetype at = 0; at < modes.size(); ++at)
+        (modes[at].isBuiltIn ? builtIn : custom).append(cardOf(modes[at], at == chosen));
+    const bool isOn = velmo::smartFormatting(m_preferences);
+    if (isOn == m_smartFormatting && builtIn == m_builtInModes.rows() && custom == m_customModes.rows())
+        return;
+    m_smartFormatting = isOn;
+    m_builtInModes.setRows(builtIn);
+    m_customModes.setRows(custom);
+    Q_EMIT modesChanged();
+}
+
+void ModeView::openSheet(const ModeDraft &draft) {
+    m_sheet.reset(new ModeEditorSheet(draft, [this](const ModeDraft &confirmed) {
+        m_settings.confirm(confirmed);
+        load();
+    }));
+    connect(m_sheet.get(), &ModeEditorSheet::closed, this, &ModeView::closeSheet);
+    Q_EMIT sheetChanged();
+}
+
+void ModeView::closeSheet() {
+    m_sheet.reset();
+    Q_EMIT sheetChanged();
+}
+
+} // namespace velmo

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "text/modes/mode_settings.h"
+#include "ui/models/mode_editor_sheet.h"
+#include "ui/models/row_model.h"
+
+#include <memory>
+
+namespace velmo {
+
+class PreferenceWatch;
+
+/// A mode as its card shows it.
+struct ModeCard {
+    QString id;
+    QString name;
+    QString symbol;
+    QString description; ///< In one line; of a custom mode, its prompt.
+    bool isChosen;
+
+    bool operator==(const ModeCard &) const = default;
+};
+
+/// Modes as cards of a view; the roles "modeId", "name", "symbol", "description" and "chosen".
+class ModeCards final : public RowModel<ModeCard, QString> {
+public:
+    enum Role { IdRole = Qt::UserRole, NameRole, SymbolRole, DescriptionRole, ChosenRole };
+
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    [[nodiscard]] QString keyOf(const ModeCard &mode) const override { return mode.id; }
+};
+
+/// The mode page: which mode dictated text goes through, whether it is sent to a language model at all, and the modes a
+/// person has made. Every change is stored at once; what another process changes appears by itself. Main thread.
+class ModeView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool smartFormatting READ smartFormatting WRITE setSmartFormatting NOTIFY modesChanged)
+    Q_PROPERTY(QString caption READ caption NOTIFY modesChanged)
+    Q_PROPERTY(QAbstractItemModel *builtInModes READ builtInModes CONSTANT)
+    Q_PROPERTY(QAbstractItemModel *customModes READ customModes CONSTANT)
+    Q_PROPERTY(bool hasCustomModes READ hasCustomModes NOTIFY modesChanged)
+    Q_PROPERTY(velmo::ModeEditorSheet *sheet READ sheet NOTIFY sheetChanged)
+
+public:
+    /// Both outlive the view.
+    ModeView(Preferences &preferences, PreferenceWatch &watch);
+    ~ModeView() override;
+
+    [[nodiscard]] bool smartFormatting() const { return m_smartFormatting; }
+    void setSmartFormatting(bool isOn);
+    [[nodiscard]] QString caption() const;
+
+    [[nodiscard]] ModeCards *builtInModes() { return &m_builtInModes; }
+    [[nodiscard]] ModeCards *customModes() { return &m_customModes; }
+    [[nodiscard]] bool hasCustomModes() const { return !m_customModes.rows().isEmpty(); }
+
+    /// The open sheet, or null.
+    [[nodiscard]] ModeEditorSheet *sheet() const { return m_sheet.get(); }
+
+    /// The page appears.
+    Q_INVOKABLE void appear();
+    Q_INVOKABLE void choose(const QString &id);
+    Q_INVOKABLE void openNewSheet();
+    /// Opens the sheet for the custom mode in that row.
+    Q_INVOKABLE void openEditSheet(qsizetype row);
+    /// Removes the custom mode in that row.
+    Q_INVOKABLE void removeRow(qsizetype row);
+
+Q_SIGNALS:
+    void modesChanged();
+    void sheetChanged();
+
+private:
+    /// A view may still be in a handler of a sheet that closes.
+    struct DeleteLater {
+        void operator()(QObject *object) const { object->deleteLater(); }
+    };
+
+    void load();
+    void openSheet(const ModeDraft &draft);
+    void closeSheet();
+
+    Preferences &m_preferences;
+    ModeSettings m_settings;
+    bool m_smartFormatting = true;
+    ModeCards m_builtInModes;
+    ModeCards m_customModes;
+    std::unique_ptr<ModeEditorSheet, DeleteLater> m_sheet;
+};
+
+} // namespace velmo

@@ -1,0 +1,175 @@
+#include "ui/models/onboarding_view.h"
+
+#include "dictation/hotkey_listener.h"
+#include "platform/accessibility_permission.h"
+#include "platform/microphone_permission.h"
+#include "platform/microphone_presence.h"
+#include "platform/system_settings.h"
+#include "ui/models/platform_texts.h"
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+constexpr auto kPollInterval = 1s;
+
+/// Long enough to read that all is set (a product decision).
+constexpr auto kCompletionDelay = 2s;
+
+} // namespace
+
+OnboardingView::OnboardingView(const Collaborators &collaborators) : m_with(collaborators) {
+    const TriggerKeyCapture *key = &m_with.triggerKey;
+    for (const auto change : {&TriggerKeyCapture::keyNameChanged, &TriggerKeyCapture::isCapturingChanged,
+                              &TriggerKeyCapture::refusalChanged})
+        connect(key, change, this, &OnboardingView::update);
+    read();
+}
+
+QString OnboardingView::waitingText() const {
+    if (!m_hasAccessibility)
+        return tr("Waiting for Accessibility permission...");
+    if (!m_hasFnKey)
+        return named(tr("Configure the Fn key to continue..."));
+    return m_hasMicrophone ? QString() : tr("Grant microphone access to continue...");
+}
+
+QString OnboardingView::doneText() const {
+    return named(tr("Hold Fn to dictate, or double-tap Fn for hands-free mode."));
+}
+
+void OnboardingView::start() {
+    read(); // what there is from the start is no change
+    poll();
+}
+
+void OnboardingView::stop() {
+    m_timer.reset();
+    m_with.triggerKey.cancel();
+}
+
+void OnboardingView::act() {
+    if (!m_hasAccessibility)
+        m_with.systemSettings.open(SystemSettings::Page::Keyboard);
+    else if (m_with.triggerKey.isCapturing())
+        m_with.triggerKey.cancel();
+    else if (!m_hasFnKey)
+        m_with.triggerKey.begin();
+    else if (m_with.microphone.status() == MicrophonePermission::Status::Granted)
+        m_with.systemSettings.open(SystemSettings::Page::Sound);
+    else
+        requestMicrophone();
+}
+
+void OnboardingView::done() {
+    m_completion.reset();
+    Q_EMIT completed();
+}
+
+void OnboardingView::poll() {
+    if (!m_with.listener.isUsingFnHotkey())
+        m_with.listener.setupFnKey();
+    look();
+    m_with.microphonePresence.check(m_lifetime.guard([this](bool present) {
+        m_isMicrophonePresent = present;
+        look();
+    }));
+    m_timer = m_with.queue.after(kPollInterval, m_lifetime.guard([this] { poll(); }));
+}
+
+void OnboardingView::look() {
+    const bool wasAllDone = isAllDone();
+    read();
+    if (!wasAllDone && isAllDone())
+        m_completion = m_with.queue.after(kCompletionDelay, m_lifetime.guard([this] { done(); }));
+    if (m_hasAccessibility && m_hasFnKey && !m_hasMicrophone)
+        requestMicrophone();
+}
+
+void OnboardingView::read() {
+    m_hasAccessibility = m_with.accessibility.isTrusted();
+    m_hasFnKey = m_with.listener.isUsingFnHotkey();
+    m_hasMicrophone =
+        m_with.microphone.status() == MicrophonePermission::Status::Granted && m_isMicrophonePresent;
+    update();
+}
+
+/// Once; somebody who refused is not asked again.
+void OnboardingView::requestMicrophone() {
+    if (std::exchange(m_micRequested, true))
+        return;
+    m_with.microphone.request([&queue = m_with.queue, look = m_lifetime.guard([this] { this->look(); })](
+                                  bool) { queue.post(look); });
+}
+
+void OnboardingView::update() {
+    const QList<OnboardingStep> steps = {accessibilityStep(), keyStep(), microphoneStep()};
+    if (steps == m_steps.rows())
+        return;
+    m_steps.setRows(steps);
+    Q_EMIT stepsChanged();
+}
+
+OnboardingStep OnboardingView::accessibilityStep() const {
+    OnboardingStep step = {.number = 1,
+                           .title = tr("Accessibility"),
+                           .description =
+                               named(tr("Lets Velmo detect the Fn key and type text into any app.")),
+                           .isDone = m_hasAccessibility,
+                           .isCurrent = !m_hasAccessibility};
+    if (!step.isCurrent)
+        return step;
+    step.hint = platform_texts::toggleCommandNote();
+    if (m_with.systemSettings.canOpen(SystemSettings::Page::Keyboard)) {
+        step.buttonText = platform_texts::openKeyboardSettings();
+        step.buttonSymbol = QStringLiteral("arrow.up.forward");
+    }
+    return step;
+}
+
+OnboardingStep OnboardingView::keyStep() const {
+    OnboardingStep step = {
+        .number = 2,
+        .title = named(tr("Fn Key Setup")),
+        .description =
+            named(tr("Set the Fn key to do nothing so Velmo can use it as your dictation trigger.")),
+        .isDone = m_hasFnKey,
+        .isCurrent = m_hasAccessibility && !m_hasFnKey};
+    if (!step.isDone && !step.isCurrent)
+        step.note = tr("This will be needed after step 1.");
+    if (!step.isCurrent)
+        return step;
+    const TriggerKeyCapture &key = m_with.triggerKey;
+    if (key.isCapturing()) {
+        step.buttonText = tr("Cancel");
+        step.hint = key.refusal().isNull() ? key.instruction() : key.refusal();
+    } else {
+        step.buttonText = platform_texts::chooseAnotherKey();
+        step.hint = platform_texts::missingTriggerKey(key.keyName());
+    }
+    return step;
+}
+
+OnboardingStep OnboardingView::microphoneStep() const {
+    OnboardingStep step = {.number = 3,
+                           .title = tr("Microphone"),
+                           .description = tr("Velmo needs to hear your voice to transcribe speech."),
+                           .isDone = m_hasMicrophone,
+                           .isCurrent = m_hasAccessibility && m_hasFnKey && !m_hasMicrophone};
+    if (!step.isDone && !step.isCurrent)
+        step.note = tr("This will be requested after step 2.");
+    if (!step.isCurrent)
+        return step;
+    step.hint = platform_texts::microphoneHint();
+    if (m_with.systemSettings.canOpen(SystemSettings::Page::Sound))
+        step.buttonText = platform_texts::openSoundSettings();
+    return step;
+}
+
+QString OnboardingView::named(const QString &text) const {
+    return platform_texts::withTriggerKey(text, m_with.triggerKey.keyName());
+}
+
+} // namespace velmo

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "base/lifetime.h"
+#include "base/main_queue.h"
+#include "ui/models/onboarding_step.h"
+#include "ui/models/trigger_key_capture.h"
+
+namespace velmo {
+
+class AccessibilityPermission;
+class MicrophonePermission;
+class MicrophonePresence;
+class SystemSettings;
+
+/// The set-up: three things Velmo needs of the desktop, one step after the other. It looks once a second while it is
+/// shown, goes on by itself when a step is done, and ends two seconds after the last one. Main thread.
+class OnboardingView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QAbstractItemModel *steps READ steps CONSTANT)
+    Q_PROPERTY(bool isAllDone READ isAllDone NOTIFY stepsChanged)
+    Q_PROPERTY(QString waitingText READ waitingText NOTIFY stepsChanged)
+    Q_PROPERTY(QString doneText READ doneText NOTIFY stepsChanged)
+    Q_PROPERTY(velmo::TriggerKeyCapture *triggerKey READ triggerKey CONSTANT)
+
+public:
+    /// Whom the view works with; all of them outlive it.
+    struct Collaborators {
+        MainQueue &queue;
+        HotkeyListener &listener;
+        TriggerKeyCapture &triggerKey;
+        const AccessibilityPermission &accessibility;
+        MicrophonePermission &microphone;
+        MicrophonePresence &microphonePresence;
+        SystemSettings &systemSettings;
+    };
+
+    explicit OnboardingView(const Collaborators &collaborators);
+
+    [[nodiscard]] OnboardingSteps *steps() { return &m_steps; }
+    [[nodiscard]] bool isAllDone() const { return m_hasAccessibility && m_hasFnKey && m_hasMicrophone; }
+    /// What is waited for; empty when all is done.
+    [[nodiscard]] QString waitingText() const;
+    /// How to dictate from now on.
+    [[nodiscard]] QString doneText() const;
+    [[nodiscard]] TriggerKeyCapture *triggerKey() { return &m_with.triggerKey; }
+
+    /// The window appears: looks, now and from now on.
+    void start();
+    /// The window goes.
+    void stop();
+
+    /// The current step's button.
+    Q_INVOKABLE void act();
+    /// The person is ready.
+    Q_INVOKABLE void done();
+
+Q_SIGNALS:
+    void stepsChanged();
+    /// The set-up is over.
+    void completed();
+
+private:
+    void poll();
+    void look();
+    void read();
+    void requestMicrophone();
+    void update();
+    [[nodiscard]] OnboardingStep accessibilityStep() const;
+    [[nodiscard]] OnboardingStep keyStep() const;
+    [[nodiscard]] OnboardingStep microphoneStep() const;
+    /// The text with the trigger key's name in it.
+    [[nodiscard]] QString named(const QString &text) const;
+
+    Collaborators m_with;
+    bool m_hasAccessibility = false;
+    bool m_hasFnKey = false;
+    bool m_hasMicrophone = false;
+    bool m_isMicrophonePresent = true; ///< As long as nothing else is known.
+    bool m_micRequested = false;
+    OnboardingSteps m_steps;
+    MainQueue::Timer m_timer;
+    MainQueue::Timer m_completion;
+    Lifetime m_lifetime;
+};
+
+} // namespace velmo

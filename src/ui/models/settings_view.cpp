@@ -1,0 +1,164 @@
+#include "ui/models/settings_view.h"
+
+#include "dictation/hotkey_listener.h"
+#include "platform/accessibility_permission.h"
+#include "platform/login_item.h"
+#include "platform/microphone_permission.h"
+#include "platform/microphone_presence.h"
+#include "platform/system_settings.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+#include "ui/models/platform_texts.h"
+
+#include <algorithm>
+
+namespace velmo {
+
+namespace {
+
+const QString kSpokenScope = QStringLiteral("spoken");
+const QString kSelectedScope = QStringLiteral("selected");
+
+} // namespace
+
+SettingsView::SettingsView(const Collaborators &collaborators)
+    : m_with(collaborators),
+      m_choice(m_with.preferences, m_with.watch),
+      m_hasMicrophone(m_with.microphone.status() == MicrophonePermission::Status::Granted) {
+    connect(&m_choice, &LanguageChoice::primaryLanguageChanged, this, &SettingsView::loadLanguages);
+    connect(&m_choice, &LanguageChoice::selectedLanguagesChanged, this, &SettingsView::loadLanguages);
+    connect(&m_with.listener, &HotkeyListener::isUsingFnHotkeyChanged, this, &SettingsView::loadPermissions);
+    connect(&m_with.triggerKey, &TriggerKeyCapture::keyNameChanged, this, &SettingsView::loadPermissions);
+    m_with.watch.watch(keys::ruleScope);
+    m_with.watch.watch(keys::deviceId);
+    connect(&m_with.watch, &PreferenceWatch::changed, this, &SettingsView::load);
+    load();
+    loadLanguages();
+    loadPermissions();
+}
+
+// Languages
+
+QStringList SettingsView::languageNames() const {
+    QStringList names;
+    for (const LanguageRow &language : m_languages.rows())
+        names.append(language.name);
+    return names;
+}
+
+qsizetype SettingsView::primaryLanguage() const {
+    const auto primary = std::ranges::find_if(m_languages.rows(), &LanguageRow::isPrimary);
+    return primary == m_languages.rows().end() ? -1 : primary - m_languages.rows().begin();
+}
+
+QString SettingsView::primaryLanguageName() const {
+    return languageName(m_choice.primaryLanguage());
+}
+
+void SettingsView::choosePrimaryLanguage(qsizetype row) {
+    if (row >= 0 && row < m_languages.rows().size())
+        m_choice.setPrimaryLanguage(QString(m_languages.rows()[row].code));
+}
+
+void SettingsView::loadLanguages() {
+    QList<LanguageRow> rows;
+    for (const Language &language : LanguageChoice::languages())
+        rows.append({language.code, language.name, m_choice.selectedLanguages().contains(language.code),
+                     language.code == m_choice.primaryLanguage()});
+    m_languages.setRows(rows);
+    Q_EMIT languagesChanged();
+}
+
+void SettingsView::setFollowsSpokenLanguage(bool follows) {
+    m_with.preferences.set(keys::ruleScope, follows ? kSpokenScope : kSelectedScope);
+    load();
+}
+
+/// What is stored and shown as it stands.
+void SettingsView::load() {
+    const bool follows = m_with.preferences.string(keys::ruleScope) == kSpokenScope;
+    if (std::exchange(m_followsSpokenLanguage, follows) != follows)
+        Q_EMIT followsSpokenLanguageChanged();
+    const QString id = m_with.preferences.string(keys::deviceId).value_or(QString());
+    if (std::exchange(m_deviceId, id) != id)
+        Q_EMIT deviceIdChanged();
+}
+
+// What Velmo needs of the desktop
+
+bool SettingsView::canWatchKeys() const {
+    return m_with.accessibility.isTrusted();
+}
+
+QString SettingsView::keysNote() const {
+    return canWatchKeys() ? QString() : platform_texts::toggleCommandNote();
+}
+
+void SettingsView::openSettings(qsizetype permissionRow) {
+    const bool isMicrophone = m_permissions.rows().value(permissionRow).permission == Permission::Microphone;
+    m_with.systemSettings.open(isMicrophone ? SystemSettings::Page::Sound : SystemSettings::Page::Keyboard);
+}
+
+QList<PermissionRow> SettingsView::permissionsNow() const {
+    const bool mayUseKeys = canWatchKeys();
+    const bool canFixKeys = !mayUseKeys && m_with.systemSettings.canOpen(SystemSettings::Page::Keyboard);
+    const bool canFixSound = !m_hasMicrophone && m_with.systemSettings.canOpen(SystemSettings::Page::Sound);
+    return {
+        {Permission::Microphone, tr("Microphone"), tr("Required for voice recording"), m_hasMicrophone,
+         canFixSound},
+        {Permission::Accessibility, tr("Accessibility"), named(tr("Required for Fn key and text insertion")),
+         mayUseKeys, canFixKeys},
+        {Permission::TriggerKey, named(tr("Fn Key")), triggerKeyStanding(), m_with.listener.isUsingFnHotkey(),
+         canFixKeys},
+    };
+}
+
+QString SettingsView::triggerKeyStanding() const {
+    if (m_with.listener.isUsingFnHotkey())
+        return named(tr("Active — Fn key interception enabled"));
+    return canWatchKeys() ? platform_texts::missingTriggerKey(m_with.triggerKey.keyName())
+                          : tr("Requires Accessibility permission");
+}
+
+QString SettingsView::named(const QString &text) const {
+    return platform_texts::withTriggerKey(text, m_with.triggerKey.keyName());
+}
+
+void SettingsView::loadPermissions() {
+    m_permissions.setRows(permissionsNow());
+    Q_EMIT permissionsChanged();
+}
+
+void SettingsView::lookForMicrophone() {
+    m_with.microphonePresence.check(m_lifetime.guard([this](bool present) {
+        m_hasMicrophone = present && m_with.microphone.status() == MicrophonePermission::Status::Granted;
+        loadPermissions();
+    }));
+}
+
+// Start at login, about
+
+void SettingsView::setStartsAtLogin(bool starts) {
+    const auto outcome = m_with.loginItem.setEnabled(starts);
+    m_startsAtLoginError = outcome ? QString() : outcome.error();
+    m_startsAtLogin = m_with.loginItem.isEnabled();
+    Q_EMIT startsAtLoginChanged();
+}
+
+QString SettingsView::deviceId() const {
+    return m_deviceId.isEmpty() ? QStringLiteral("—") : m_deviceId;
+}
+
+void SettingsView::appear() {
+    m_startsAtLogin = m_with.loginItem.isEnabled();
+    m_startsAtLoginError = QString();
+    Q_EMIT startsAtLoginChanged();
+    loadPermissions();
+    lookForMicrophone();
+}
+
+void SettingsView::disappear() {
+    m_with.triggerKey.cancel();
+}
+
+} // namespace velmo

@@ -1,0 +1,115 @@
+#pragma once
+
+#include "ui/models/language_choice.h"
+#include "ui/models/language_rows.h"
+#include "ui/models/permission_rows.h"
+#include "ui/models/trigger_key_capture.h"
+
+namespace velmo {
+
+class AccessibilityPermission;
+class LoginItem;
+class MicrophonePermission;
+class MicrophonePresence;
+class SystemSettings;
+
+/// The settings page: languages, the reach of the cleanup rules, the trigger key, start at login, what Velmo needs of the
+/// desktop, and what it is. Every change is stored when it is made. Main thread.
+class SettingsView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QAbstractItemModel *languages READ languages CONSTANT)
+    Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
+    Q_PROPERTY(qsizetype primaryLanguage READ primaryLanguage NOTIFY languagesChanged)
+    Q_PROPERTY(QString primaryLanguageName READ primaryLanguageName NOTIFY languagesChanged)
+    Q_PROPERTY(bool followsSpokenLanguage READ followsSpokenLanguage WRITE setFollowsSpokenLanguage NOTIFY
+                   followsSpokenLanguageChanged)
+    Q_PROPERTY(velmo::TriggerKeyCapture *triggerKey READ triggerKey CONSTANT)
+    Q_PROPERTY(bool canWatchKeys READ canWatchKeys NOTIFY permissionsChanged)
+    Q_PROPERTY(QString keysNote READ keysNote NOTIFY permissionsChanged)
+    Q_PROPERTY(QAbstractItemModel *permissions READ permissions CONSTANT)
+    Q_PROPERTY(bool startsAtLogin READ startsAtLogin WRITE setStartsAtLogin NOTIFY startsAtLoginChanged)
+    Q_PROPERTY(QString startsAtLoginError READ startsAtLoginError NOTIFY startsAtLoginChanged)
+    Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(QString deviceId READ deviceId NOTIFY deviceIdChanged)
+
+public:
+    /// Whom the view works with; all of them outlive it.
+    struct Collaborators {
+        Preferences &preferences;
+        PreferenceWatch &watch;
+        HotkeyListener &listener;
+        TriggerKeyCapture &triggerKey;
+        const AccessibilityPermission &accessibility;
+        const MicrophonePermission &microphone;
+        MicrophonePresence &microphonePresence;
+        SystemSettings &systemSettings;
+        LoginItem &loginItem;
+        QString version; ///< "1.0.0"
+    };
+
+    explicit SettingsView(const Collaborators &collaborators);
+
+    [[nodiscard]] LanguageRows *languages() { return &m_languages; }
+    [[nodiscard]] QStringList languageNames() const;
+    /// The row of the primary language; -1 when it is not on offer.
+    [[nodiscard]] qsizetype primaryLanguage() const;
+    [[nodiscard]] QString primaryLanguageName() const;
+    Q_INVOKABLE void choosePrimaryLanguage(qsizetype row);
+    Q_INVOKABLE void toggleLanguage(const QString &code) { m_choice.toggleLanguage(code); }
+
+    /// Whether only the rules of the language that was spoken apply, not those of all selected ones.
+    [[nodiscard]] bool followsSpokenLanguage() const { return m_followsSpokenLanguage; }
+    void setFollowsSpokenLanguage(bool follows);
+
+    [[nodiscard]] TriggerKeyCapture *triggerKey() { return &m_with.triggerKey; }
+    [[nodiscard]] bool canWatchKeys() const;
+    /// How to dictate where keys cannot be watched, as styled text; empty where they can.
+    [[nodiscard]] QString keysNote() const;
+
+    [[nodiscard]] PermissionRows *permissions() { return &m_permissions; }
+    Q_INVOKABLE void openSettings(qsizetype permissionRow);
+
+    [[nodiscard]] bool startsAtLogin() const { return m_startsAtLogin; }
+    void setStartsAtLogin(bool starts);
+    /// Why it could not be changed; empty when there is nothing to say.
+    [[nodiscard]] const QString &startsAtLoginError() const { return m_startsAtLoginError; }
+
+    [[nodiscard]] const QString &version() const { return m_with.version; }
+    /// "—" before there is one.
+    [[nodiscard]] QString deviceId() const;
+
+    /// The page appears: looks at what the desktop allows at the moment.
+    Q_INVOKABLE void appear();
+    /// The page goes: a key that is waited for is not any more.
+    Q_INVOKABLE void disappear();
+
+Q_SIGNALS:
+    void languagesChanged();
+    void followsSpokenLanguageChanged();
+    void permissionsChanged();
+    void startsAtLoginChanged();
+    void deviceIdChanged();
+
+private:
+    void load();
+    void loadLanguages();
+    void loadPermissions();
+    void lookForMicrophone();
+    [[nodiscard]] QList<PermissionRow> permissionsNow() const;
+    [[nodiscard]] QString triggerKeyStanding() const;
+    /// The text with the trigger key's name in it.
+    [[nodiscard]] QString named(const QString &text) const;
+
+    Collaborators m_with;
+    LanguageChoice m_choice;
+    LanguageRows m_languages;
+    bool m_followsSpokenLanguage = false;
+    bool m_hasMicrophone = false;
+    PermissionRows m_permissions;
+    bool m_startsAtLogin = false;
+    QString m_startsAtLoginError;
+    QString m_deviceId;
+    Lifetime m_lifetime;
+};
+
+} // namespace velmo

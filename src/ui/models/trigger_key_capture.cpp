@@ -1,0 +1,75 @@
+#include "ui/models/trigger_key_capture.h"
+
+#include "dictation/hotkey_listener.h"
+#include "dictation/trigger_key.h"
+#include "platform/keyboard_keys.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+
+namespace velmo {
+
+TriggerKeyCapture::TriggerKeyCapture(const Collaborators &collaborators) : m_with(collaborators) {
+    m_with.watch.watch(keys::triggerKey);
+    connect(&m_with.watch, &PreferenceWatch::changed, this, &TriggerKeyCapture::load);
+    load();
+}
+
+TriggerKeyCapture::~TriggerKeyCapture() = default;
+
+QString TriggerKeyCapture::instruction() const {
+    return m_isCapturing ? tr("Press the key you want to dictate with. Esc keeps %1.").arg(m_keyName)
+                         : tr("Hold to talk, double-tap for hands-free");
+}
+
+void TriggerKeyCapture::begin() {
+    if (m_isCapturing)
+        return;
+    m_with.listener.pauseFnKey();
+    m_isCapturing = true;
+    Q_EMIT isCapturingChanged();
+}
+
+void TriggerKeyCapture::press(int key, quint32 scanCode) {
+    if (!m_isCapturing)
+        return;
+    if (key == Qt::Key_Escape) {
+        cancel();
+        return;
+    }
+    const PhysicalKey pressed = m_with.keys.keyAt(scanCode).value_or(PhysicalKey{QString(), 0});
+    setRefusal(refusalOfTriggerKey(pressed.name, pressed.symbol));
+    if (!m_refusal.isNull())
+        return;
+    m_with.preferences.set(keys::triggerKey, pressed.name);
+    load();
+    end();
+}
+
+void TriggerKeyCapture::cancel() {
+    if (m_isCapturing)
+        end();
+}
+
+void TriggerKeyCapture::load() {
+    const QString name = triggerKeyLabel(triggerKey(m_with.preferences)).replace(u' ', QChar::Nbsp);
+    if (name == m_keyName)
+        return;
+    m_keyName = name;
+    Q_EMIT keyNameChanged();
+}
+
+void TriggerKeyCapture::end() {
+    m_isCapturing = false;
+    setRefusal(QString());
+    m_with.listener.resumeFnKey();
+    Q_EMIT isCapturingChanged();
+}
+
+void TriggerKeyCapture::setRefusal(const QString &sentence) {
+    if (m_refusal == sentence)
+        return;
+    m_refusal = sentence;
+    Q_EMIT refusalChanged();
+}
+
+} // namespace velmo

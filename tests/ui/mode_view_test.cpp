@@ -1,0 +1,87 @@
+#include "ui/models/mode_view.h"
+
+#include "list_page_fixture.h"
+#include "store/custom_modes.h"
+#include "support/qt_printing.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velmo {
+
+class ModeViewTest : public testing::ListPageTest {
+protected:
+    /// The names of the cards, the chosen one in brackets.
+    [[nodiscard]] static QString cards(const ModeCards &modes) {
+        QStringList names;
+        for (const ModeCard &mode : modes.rows())
+            names.append(mode.isChosen ? u'[' + mode.name + u']' : mode.name);
+        return names.join(u", "_s);
+    }
+
+    void create(ModeView &view, const QString &name, const QString &prompt) {
+        view.openNewSheet();
+        view.sheet()->setName(name);
+        view.sheet()->setPrompt(prompt);
+        view.sheet()->confirm();
+    }
+};
+
+TEST_F(ModeViewTest, MakesChoosesEditsAndRemovesAMode) {
+    preferences.set(keys::selectedMode, u"fast"_s); // retired
+    ModeView view(preferences, watch);
+    view.appear();
+    EXPECT_EQ(preferences.string(keys::selectedMode), u"accurate"_s);
+    EXPECT_EQ(cards(*view.builtInModes()),
+              u"[Accurate], Fix Grammar, Professional, Casual, Summarize, Bullet Points"_s);
+
+    view.openNewSheet();
+    EXPECT_EQ(view.sheet()->title() + u'|' + view.sheet()->confirmText() + u'|' + view.sheet()->icon(),
+              u"New Mode|Create|sparkles"_s);
+    view.sheet()->setName(u"\t "_s);
+    view.sheet()->setPrompt(u"Write a mail.\nShort."_s);
+    EXPECT_FALSE(view.sheet()->canConfirm());
+    view.sheet()->confirm();
+    ASSERT_TRUE(view.sheet());
+    view.sheet()->setName(u" Email Writer "_s);
+    view.sheet()->setIcon(u"envelope"_s);
+    view.sheet()->confirm();
+    EXPECT_FALSE(view.sheet());
+    create(view, u"Standup"_s, u"Three lines."_s);
+    EXPECT_EQ(cards(*view.customModes()), u"Email Writer, Standup"_s);
+    const ModeCard mail = view.customModes()->rows().front();
+    EXPECT_EQ(mail.symbol + u'|' + mail.description, u"envelope|Write a mail. Short."_s);
+
+    view.choose(mail.id);
+    EXPECT_EQ(cards(*view.customModes()), u"[Email Writer], Standup"_s);
+    testing::RowLog log(*view.customModes());
+    view.openEditSheet(0);
+    EXPECT_EQ(view.sheet()->title() + u'|' + view.sheet()->confirmText(), u"Edit Mode|Save"_s);
+    EXPECT_EQ(view.sheet()->prompt(), u"Write a mail.\nShort."_s);
+    view.sheet()->setName(u"Mail"_s);
+    view.sheet()->confirm();
+    EXPECT_EQ(cards(*view.customModes()), u"[Mail], Standup"_s);
+    EXPECT_EQ(log.take(), QStringList()) << "a row that is edited stays in place";
+
+    view.removeRow(0);
+    EXPECT_EQ(cards(*view.customModes()), u"Standup"_s);
+    EXPECT_EQ(cards(*view.builtInModes()).left(10), u"[Accurate]"_s);
+}
+
+TEST_F(ModeViewTest, ShowsWhatIsUsedWhateverIsStored) {
+    ModeView view(preferences, watch);
+    storeElsewhere(keys::customModes,
+                   u"[{\"id\":\"casual\",\"name\":\"Mine\",\"systemPrompt\":\"x\",\"icon\":\"globe\"}]"_s);
+    storeElsewhere(keys::selectedMode, u"casual"_s);
+    EXPECT_EQ(cards(*view.customModes()), u"[Mine]"_s) << "a custom mode goes before a built-in one";
+    EXPECT_FALSE(cards(*view.builtInModes()).contains(u'['));
+    storeElsewhere(keys::selectedMode, u"gone"_s);
+    EXPECT_EQ(cards(*view.builtInModes()).left(10), u"[Accurate]"_s);
+    EXPECT_EQ(view.caption(), u"AI processing enabled"_s);
+    view.setSmartFormatting(false);
+    EXPECT_EQ(view.caption(), u"Base cleanup only"_s);
+    EXPECT_EQ(preferences.boolean(keys::smartFormatting), false);
+}
+
+} // namespace velmo

@@ -1,0 +1,132 @@
+#include "ui/models/settings_view.h"
+
+#include "desktop_fakes.h"
+#include "support/qt_printing.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace velmo {
+
+class SettingsViewTest : public ::testing::Test {
+protected:
+    /// "title|subtitle|granted" of each permission, with ordinary blanks; "|open" behind those with a button.
+    [[nodiscard]] QStringList permissions() {
+        QStringList rows;
+        for (const PermissionRow &row : view.permissions()->rows()) {
+            QString text = row.title + u'|' + row.subtitle + (row.isGranted ? u"|granted"_s : u"|missing"_s);
+            if (row.canOpenSettings)
+                text += u"|open"_s;
+            rows.append(text.replace(QChar::Nbsp, u' '));
+        }
+        return rows;
+    }
+
+    [[nodiscard]] QString languages() {
+        QStringList rows;
+        for (const LanguageRow &row : view.languages()->rows())
+            rows.append(row.code + (row.isSelected ? u"+"_s : u"-"_s) + (row.isPrimary ? u"!"_s : QString()));
+        return rows.join(u' ');
+    }
+
+    testing::FakeDesktop desktop;
+    SettingsView view{{desktop.preferences, desktop.watch, desktop.listener, desktop.triggerKey,
+                       desktop.accessibility, desktop.microphone, desktop.microphone, desktop.systemSettings,
+                       desktop.loginItem, u"1.0.0"_s}};
+};
+
+TEST_F(SettingsViewTest, ChangesLanguagesAndTheReachOfTheRules) {
+    EXPECT_EQ(languages(), u"no+! sv+ da+ fi+ en+"_s);
+    EXPECT_EQ(desktop.preferences.all().size(), 0U);
+    view.toggleLanguage(u"da"_s);
+    view.toggleLanguage(u"no"_s);
+    view.toggleLanguage(u"sv"_s);
+    view.choosePrimaryLanguage(1);
+    EXPECT_EQ(languages(), u"no+ sv+! da- fi+ en+"_s);
+    EXPECT_EQ(view.primaryLanguageName(), u"Swedish"_s);
+    view.setFollowsSpokenLanguage(true);
+    EXPECT_EQ(desktop.preferences.string(keys::ruleScope), u"spoken"_s);
+    desktop.preferences.set(keys::ruleScope, u"anything else"_s);
+    desktop.watch.noteWrite();
+    desktop.queue.runPosted();
+    EXPECT_FALSE(view.followsSpokenLanguage());
+}
+
+TEST_F(SettingsViewTest, TakesAnotherTriggerKeyThatIsPressed) {
+    desktop.listener.setupFnKey();
+    TriggerKeyCapture &key = *view.triggerKey();
+    EXPECT_EQ(key.instruction(), u"Hold to talk, double-tap for hands-free"_s);
+    key.press(Qt::Key_Pause, 127);
+    EXPECT_EQ(desktop.tap.key, u"RCTL"_s) << "nothing was waited for";
+
+    key.begin();
+    EXPECT_TRUE(desktop.tap.key.isNull()) << "the present key can be pressed too";
+    EXPECT_TRUE(key.instruction().startsWith(u"Press the key you want to dictate with. Esc keeps Right"_s));
+    const struct {
+        const char *name;
+        quint32 scanCode;
+        QString refusal;
+    } refused[] = {
+        {"a letter", 38, u"This key is needed for writing."_s},
+        {"AltGr", 108, u"AltGr is held while characters such as @ are written."_s},
+        {"a key of no name", 999, u"This key has no name on this keyboard."_s},
+    };
+    for (const auto &row : refused) {
+        key.press(0, row.scanCode);
+        EXPECT_EQ(key.refusal(), row.refusal) << row.name;
+        EXPECT_TRUE(key.isCapturing()) << row.name;
+    }
+    key.press(Qt::Key_Escape, 9);
+    EXPECT_FALSE(key.isCapturing());
+    EXPECT_TRUE(key.refusal().isNull());
+    EXPECT_EQ(desktop.tap.key, u"RCTL"_s);
+
+    key.begin();
+    key.press(Qt::Key_Pause, 127);
+    EXPECT_EQ(key.keyName(), u"Pause"_s);
+    EXPECT_EQ(desktop.preferences.string(keys::triggerKey), u"PAUS"_s);
+    EXPECT_EQ(desktop.tap.key, u"PAUS"_s);
+    EXPECT_EQ(permissions().back(), u"Pause Key|Active — Pause key interception enabled|granted"_s);
+
+    key.begin();
+    view.disappear();
+    EXPECT_FALSE(key.isCapturing()) << "the page is left";
+}
+
+TEST_F(SettingsViewTest, TellsWhatIsMissingAndWhereToChangeIt) {
+    view.appear();
+    EXPECT_TRUE(permissions()[2].endsWith(u"key. Choose another.|missing"_s))
+        << permissions()[2].toStdString();
+    desktop.accessibility.trusted = false;
+    desktop.microphone.isPresent = false;
+    view.appear();
+    EXPECT_EQ(permissions()[0], u"Microphone|Required for voice recording|missing|open"_s);
+    EXPECT_TRUE(permissions()[1].endsWith(u"key and text insertion|missing|open"_s));
+    EXPECT_TRUE(permissions()[2].endsWith(u"Key|Requires Accessibility permission|missing|open"_s));
+    EXPECT_TRUE(view.keysNote().contains(u"<b>velmo toggle</b>"_s));
+    view.openSettings(0);
+    view.openSettings(2);
+    EXPECT_EQ(desktop.systemSettings.opened.join(u' '), u"sound keyboard"_s);
+
+    desktop.systemSettings.pages.clear();
+    desktop.accessibility.trusted = true;
+    desktop.listener.setupFnKey();
+    EXPECT_TRUE(permissions()[2].endsWith(u"key interception enabled|granted"_s)) << "follows by itself";
+    EXPECT_TRUE(permissions()[0].endsWith(u"|missing"_s)) << "no page to open";
+    EXPECT_TRUE(view.keysNote().isEmpty());
+}
+
+TEST_F(SettingsViewTest, StartsAtLoginOrSaysWhyNot) {
+    EXPECT_EQ(view.deviceId(), u"—"_s);
+    view.setStartsAtLogin(true);
+    EXPECT_TRUE(desktop.loginItem.isOn && view.startsAtLogin());
+    desktop.loginItem.failure = u"Could not change it"_s;
+    view.setStartsAtLogin(false);
+    EXPECT_TRUE(view.startsAtLogin()) << "shows what is";
+    EXPECT_EQ(view.startsAtLoginError(), u"Could not change it"_s);
+    view.appear();
+    EXPECT_TRUE(view.startsAtLoginError().isEmpty());
+}
+
+} // namespace velmo
