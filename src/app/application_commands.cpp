@@ -1,7 +1,7 @@
 #include "app/application_commands.h"
 
 #include "app/command.h"
-#include "app/sign_in_outcome.h"
+#include "app/session_outcomes.h"
 #include "dictation/hotkey_listener.h"
 #include "dictation/recording_manager.h"
 #include "service/auth_manager.h"
@@ -21,6 +21,7 @@ CommandOutcome refusal(const QString &message) {
 
 ApplicationCommands::ApplicationCommands(const Collaborators &collaborators) : m_with(collaborators) {
     connect(&m_with.auth, &AuthManager::signInEnded, this, &ApplicationCommands::signInEnded);
+    connect(&m_with.auth, &AuthManager::signedOut, this, &ApplicationCommands::signedOut);
 }
 
 void ApplicationCommands::activate() {
@@ -150,8 +151,8 @@ void ApplicationCommands::cancelSignIn(const Reply &reply) {
 }
 
 void ApplicationCommands::signOut(const Reply &reply) {
+    m_waitingForSignOut.push_back(reply);
     m_with.auth.signOut();
-    reply(kDone);
 }
 
 void ApplicationCommands::signInEnded(bool signedIn) {
@@ -159,6 +160,11 @@ void ApplicationCommands::signInEnded(bool signedIn) {
     m_lastSignIn = signInOutcome(m_with.auth, signedIn);
     for (const Reply &reply : std::exchange(m_waitingForSignIn, {}))
         reply(m_lastSignIn);
+}
+
+void ApplicationCommands::signedOut() {
+    for (const Reply &reply : std::exchange(m_waitingForSignOut, {}))
+        reply(signOutOutcome(m_with.auth));
 }
 
 } // namespace velmo

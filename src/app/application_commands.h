@@ -54,11 +54,13 @@ private:
     void cancelSignIn(const Reply &reply);
     void signOut(const Reply &reply);
     void signInEnded(bool signedIn);
+    void signedOut();
 
     Collaborators m_with;
     bool m_signInRuns = false;
     CommandOutcome m_lastSignIn;
     std::vector<Reply> m_waitingForSignIn;
+    std::vector<Reply> m_waitingForSignOut;
     Lifetime m_lifetime;
 };
 

@@ -211,7 +211,7 @@ void AuthManager::endAttempt(const QString &error, bool signedIn) {
 }
 
 void AuthManager::signOut() {
-    m_token.forget();
+    m_token.forget(onMain([this] { Q_EMIT signedOut(); }));
     m_with.preferences.remove(keys::user);
     onMain([this] {
         setCurrentUser(std::nullopt);

@@ -83,6 +83,8 @@ public:
     /// Null where the record has none.
     [[nodiscard]] QString userName() const;
     [[nodiscard]] QString userEmail() const;
+    /// Why the keychain did not do what it was asked last, as a sentence; null when it did.
+    [[nodiscard]] QString keychainFailure() const { return m_token.failure(); }
     /// The page of the attempt begun last, for who wants to open it by hand.
     [[nodiscard]] const QString &authorizationAddress() const { return m_attempt.address; }
 
@@ -93,6 +95,8 @@ Q_SIGNALS:
     void authErrorChanged();
     /// The running attempt came to its end.
     void signInEnded(bool signedIn);
+    /// The session is forgotten, and the keychain has answered: `keychainFailure` tells whether it still has the token.
+    void signedOut();
 
 private:
     struct Attempt {

@@ -64,12 +64,18 @@ int SessionToken::store(const QString &token) {
     return beginSession(false);
 }
 
-void SessionToken::forget() {
+void SessionToken::forget(std::function<void()> done) {
     beginSession(true);
-    m_worker.start([this] {
+    m_worker.start([this, done = std::move(done)] {
         const auto outcome = m_keychain.remove(m_account);
         note(outcome ? QString() : outcome.error().reason);
+        done();
     });
+}
+
+QString SessionToken::failure() const {
+    const std::lock_guard lock(m_mutex);
+    return m_failure;
 }
 
 int SessionToken::session() const {
@@ -101,9 +107,9 @@ int SessionToken::beginSession(bool isForgotten) {
 void SessionToken::note(const QString &failure) {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_lastFailure == failure)
+        if (m_failure == failure)
             return;
-        m_lastFailure = failure;
+        m_failure = failure;
     }
     if (!failure.isEmpty())
         log(LogTag::Auth, QStringLiteral("The session token is out of reach: ") + failure);

@@ -3,6 +3,7 @@
 #include "base/main_queue.h"
 
 #include <QString>
+#include <functional>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -36,8 +37,12 @@ public:
     /// on the worker.
     int store(const QString &token);
 
-    /// Removes the token. Reads from here on find nothing, even if the keychain takes its time or refuses.
-    void forget();
+    /// Removes the token. Reads from here on find nothing, even if the keychain takes its time or refuses. `done` is
+    /// called on the worker once the keychain has answered.
+    void forget(std::function<void()> done);
+
+    /// Why the keychain did not do what it was asked last, as a sentence; null when it did.
+    [[nodiscard]] QString failure() const;
 
     /// Grows with every `store` and `forget`: what was begun under another number belongs to another session.
     [[nodiscard]] int session() const;
@@ -63,7 +68,7 @@ private:
     int m_session = 0;
     bool m_isForgotten = false;
     std::optional<Prepared> m_prepared;
-    QString m_lastFailure; // one that goes on is logged once
+    QString m_failure; // one that goes on is logged once
 };
 
 } // namespace velmo

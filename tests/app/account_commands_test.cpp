@@ -176,4 +176,24 @@ TEST_F(AccountCommandsTest, TellHowASignInEnded) {
     EXPECT_TRUE(givenUp->readAllStandardError().contains("The sign-in was given up.\n"));
 }
 
+TEST_F(AccountCommandsTest, SayWhatAKeyringThatRefusesMeans) {
+    const auto signIn = [this] {
+        const auto process = program.start({u"sign-in"_s});
+        static_cast<void>(lineOf(*process));
+        EXPECT_EQ(program.run({u"velmo://auth?id_token=id"_s}).status, 0);
+        EXPECT_EQ(statusOf(*process), 0);
+        return process->readAllStandardError();
+    };
+    const QByteArray warning = "You will have to sign in again: The keyring is locked.\n";
+    EXPECT_FALSE(signIn().contains(warning));
+    keyring.lock();
+    EXPECT_TRUE(signIn().contains(warning));
+    const auto signOut = program.run({u"sign-out"_s});
+    EXPECT_EQ(signOut.status, 1);
+    EXPECT_EQ(signOut.messages(),
+              QStringList{u"The keyring may still hold your session: The keyring is locked."_s});
+    keyring.stop();
+    EXPECT_EQ(program.run({u"sync"_s}).messages(), QStringList{u"Not signed in"_s}); // nor does it wait long
+}
+
 } // namespace velmo

@@ -48,7 +48,10 @@ TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
         {{u"toggle"_s}, 0, "", {}},
         {{u"show"_s}, 0, "", {}},
         {{u"sync"_s}, 1, "", {u"Not signed in"_s}},
-        {{u"sign-out"_s}, 0, "", {}},
+        {{u"sign-out"_s},
+         1,
+         "",
+         {u"The keyring may still hold your session: This session has no keyring."_s}},
         {{u"velmo://auth?id_token=secret"_s}, 0, "", {}},
         {{}, 0, "", {}}, // a second start
     };

@@ -4,7 +4,7 @@
 #include "app/commands/remote.h"
 #include "app/composition.h"
 #include "app/output.h"
-#include "app/sign_in_outcome.h"
+#include "app/session_outcomes.h"
 #include "app/termination_signals.h"
 #include "base/main_queue.h"
 #include "service/auth_manager.h"

@@ -3,7 +3,10 @@
 #include "app/command_options.h"
 #include "app/commands/remote.h"
 #include "app/composition.h"
+#include "app/session_outcomes.h"
 #include "service/auth_manager.h"
+
+#include <QEventLoop>
 
 using namespace std::chrono_literals;
 
@@ -13,14 +16,22 @@ namespace {
 
 constexpr auto kPatience = 10s;
 
+CommandOutcome signOutHere(Composition &composition) {
+    AuthManager &auth = composition.authManager();
+    QEventLoop untilSignedOut;
+    QObject::connect(&auth, &AuthManager::signedOut, &untilSignedOut, &QEventLoop::quit);
+    auth.signOut();
+    untilSignedOut.exec();
+    return signOutOutcome(auth);
+}
+
 int runSignOut(Composition &composition, const QStringList &arguments) {
     CommandOptions options(signOutCommand());
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
     if (const auto outcome = runInApplication(composition, {QStringLiteral("sign-out")}, kPatience))
         return tell(*outcome);
-    composition.authManager().signOut(); // the end of the process waits for the keyring
-    return exit_status::success;
+    return tell(signOutHere(composition));
 }
 
 } // namespace
