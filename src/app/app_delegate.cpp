@@ -75,6 +75,10 @@ void AppDelegate::showOnboardingWhereNeeded() {
 }
 
 void AppDelegate::appDidBecomeActive() {
+    m_with.account.whenRestored(m_lifetime.guard([this] { syncOnActivation(); }));
+}
+
+void AppDelegate::syncOnActivation() {
     if (!m_with.account.isLoggedIn())
         return;
     const auto last = m_with.synchronisation.lastSyncDate();

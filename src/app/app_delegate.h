@@ -58,6 +58,7 @@ private:
     void updateStatusIcon(State state);
     void showOnboardingWhereNeeded();
     void syncOnLaunch();
+    void syncOnActivation();
     void takeTriggerKey();
     void giveTriggerKeyBack();
     void connectListener();

@@ -122,6 +122,10 @@ void ApplicationCommands::quit(const Reply &reply) {
 }
 
 void ApplicationCommands::sync(const Reply &reply) {
+    m_with.auth.whenRestored(m_lifetime.guard([this, reply] { syncAccount(reply); }));
+}
+
+void ApplicationCommands::syncAccount(const Reply &reply) {
     if (!m_with.auth.isLoggedIn()) {
         reply(refusal(QStringLiteral("Not signed in")));
         return;

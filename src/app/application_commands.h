@@ -49,6 +49,7 @@ private:
     void show(const Reply &reply);
     void quit(const Reply &reply);
     void sync(const Reply &reply);
+    void syncAccount(const Reply &reply);
     void signIn(const Reply &reply);
     void waitForSignIn(const Reply &reply);
     void cancelSignIn(const Reply &reply);

@@ -34,7 +34,8 @@ public:
 
     [[nodiscard]] virtual bool isLoggedIn() const = 0;
 
-    /// Calls back once it is known whether the session of the last run goes on; at once where it is.
+    /// Calls back once it is known whether the session of the last run goes on; at once where it is. A keychain that had no
+    /// answer is asked again: keyrings are often unlocked only after the session has begun.
     virtual void whenRestored(const std::function<void()> &callback) { callback(); }
 };
 

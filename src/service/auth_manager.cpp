@@ -71,6 +71,8 @@ AuthManager::AuthManager(ServiceOrigin origin, QString authorizationOrigin,
 AuthManager::~AuthManager() = default;
 
 void AuthManager::whenRestored(const std::function<void()> &callback) {
+    if (m_isRestored && !m_isLoggedIn && !keychainFailure().isNull())
+        restore();
     if (m_isRestored)
         callback();
     else
@@ -78,6 +80,7 @@ void AuthManager::whenRestored(const std::function<void()> &callback) {
 }
 
 void AuthManager::restore() {
+    m_isRestored = false;
     m_with.worker.start([this, session = m_token.session()] {
         const bool hasToken = m_token.read().has_value();
         onMain([this, session, hasToken] { publishRestored(session, hasToken); })();

@@ -300,6 +300,26 @@ TEST_F(AuthManagerTest, RestoresTheSessionThatIsStored) {
     EXPECT_EQ(server.requests()[0].header("Authorization"), "Bearer t-0");
 }
 
+TEST_F(AuthManagerTest, AsksAKeychainAgainThatWasLocked) {
+    storeSession("t-0");
+    server.answer(kRefresh, 500, "");
+    keychain.failure = u"The keyring is locked."_s;
+    createAuth();
+    settle();
+    keychain.failure.reset();
+    bool isLoggedIn = false;
+    auth->whenRestored([&] { isLoggedIn = auth->isLoggedIn(); });
+    settle();
+    EXPECT_TRUE(isLoggedIn);
+
+    const int reads = keychain.reads;
+    auth->signOut();
+    settle();
+    auth->whenRestored([] {});
+    settle();
+    EXPECT_EQ(keychain.reads, reads); // an answer is an answer
+}
+
 TEST_F(AuthManagerTest, KeepsTheSessionUnlessTheServiceSaysItIsOver) {
     for (const auto &ignored : {reply(500, ""), reply(200, "[]"), reply(200, R"({"user":{"name":"x"}})"),
                                 reply(403, R"({"user":{"id":"u2"}})")}) {
