@@ -82,7 +82,7 @@ void AuthManager::whenRestored(const std::function<void()> &callback) {
 void AuthManager::restore() {
     m_isRestored = false;
     m_with.worker.start([this, session = m_token.session()] {
-        const bool hasToken = m_token.read().has_value();
+        const bool hasToken = m_token.readOnWorker().has_value();
         onMain([this, session, hasToken] { publishRestored(session, hasToken); })();
     });
 }
@@ -226,7 +226,7 @@ void AuthManager::signOut() {
 void AuthManager::refreshUser() {
     m_with.worker.start([this] {
         const int session = m_token.session();
-        const auto token = m_token.read();
+        const auto token = m_token.readOnWorker();
         if (!token)
             return;
         m_with.http.send(

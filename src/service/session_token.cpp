@@ -34,17 +34,28 @@ SessionToken::~SessionToken() {
     m_worker.waitForDone();
 }
 
-std::optional<QString> SessionToken::read() {
+template <class Read>
+std::optional<QString> SessionToken::ofThisSession(Read read) {
     for (;;) {
         const int session = this->session();
-        const auto begun = prepared();
-        Token token = begun ? begun->get() : readKeychain();
+        Token token = read();
         const std::lock_guard lock(m_mutex);
         if (m_isForgotten)
             return std::nullopt;
         if (m_session == session)
             return token;
     }
+}
+
+std::optional<QString> SessionToken::read() {
+    return ofThisSession([this] {
+        const auto begun = prepared();
+        return begun ? begun->get() : readKeychain();
+    });
+}
+
+std::optional<QString> SessionToken::readOnWorker() {
+    return ofThisSession([this] { return readKeychain(); });
 }
 
 void SessionToken::prepare() {

@@ -27,8 +27,11 @@ public:
     ~SessionToken();
 
     /// The token as it is now; nothing where there is none, the keychain has no answer or the text is empty. Waits for
-    /// the keychain, at most a second; not on the main thread.
+    /// the keychain, at most a second; neither on the main thread nor on the worker.
     [[nodiscard]] std::optional<QString> read();
+
+    /// The same on the worker, which must not wait for a read begun ahead: that one may still wait for the worker.
+    [[nodiscard]] std::optional<QString> readOnWorker();
 
     /// Begins to read.
     void prepare();
@@ -56,6 +59,9 @@ private:
 
     [[nodiscard]] std::optional<std::shared_future<Token>> prepared() const;
     [[nodiscard]] Token readKeychain();
+    /// What `read` answers, unless another session has begun meanwhile.
+    template <class Read>
+    [[nodiscard]] Token ofThisSession(Read read);
     int beginSession(bool isForgotten);
     void note(const QString &failure);
 

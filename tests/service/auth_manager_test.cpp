@@ -5,6 +5,7 @@
 
 #include <QUrl>
 #include <QUrlQuery>
+#include <future>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -318,6 +319,20 @@ TEST_F(AuthManagerTest, AsksAKeychainAgainThatWasLocked) {
     auth->whenRestored([] {});
     settle();
     EXPECT_EQ(keychain.reads, reads); // an answer is an answer
+}
+
+TEST_F(AuthManagerTest, RefreshesThoughADictationBeginsMeanwhile) {
+    storeSession("t-0");
+    server.answer(kRefresh, 500, "");
+    createAuth();
+    settle();
+    std::promise<void> free;
+    worker.start([isFree = free.get_future().share()] { isFree.wait(); });
+    auth->refreshUser();
+    auth->prepareToken(); // its read waits behind the refresh, which must not wait for it
+    free.set_value();
+    settle();
+    EXPECT_THAT(requests(), ::testing::SizeIs(2));
 }
 
 TEST_F(AuthManagerTest, KeepsTheSessionUnlessTheServiceSaysItIsOver) {
