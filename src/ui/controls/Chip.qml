@@ -12,7 +12,7 @@ T.Control {
     implicitWidth: leftPadding + word.implicitWidth + rightPadding
     implicitHeight: 32
     leftPadding: 12
-    rightPadding: 32
+    rightPadding: 30
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.role: Accessible.ListItem

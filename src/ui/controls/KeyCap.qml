@@ -7,6 +7,8 @@ Rectangle {
     property alias text: label.text
     property bool capturing: false
     property alias size: label.size
+    property alias weight: label.weight
+    readonly property real labelWidth: label.implicitWidth
 
     implicitWidth: label.implicitWidth + 2 * 12
     implicitHeight: 28
@@ -19,7 +21,7 @@ Rectangle {
         radius: Theme.radiusSmall
         color: cap.capturing ? Theme.tint : Theme.card
         border.width: 1
-        border.color: cap.capturing ? Theme.accent : Theme.outline
+        border.color: cap.capturing ? Theme.accent : "#DEDEDE" // the outline on white; it lies on the key's dark side
 
         Label {
             id: label

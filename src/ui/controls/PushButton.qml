@@ -16,7 +16,7 @@ T.Button {
     property color foreground: Theme.ink
     property int weight: Font.Medium
 
-    implicitWidth: leftPadding + contentItem.implicitWidth + rightPadding
+    implicitWidth: Math.ceil(leftPadding + contentItem.implicitWidth + rightPadding)
     implicitHeight: small ? 28 : 36
     leftPadding: small ? 12 : 18
     rightPadding: leftPadding

@@ -11,8 +11,8 @@ T.TextField {
 
     implicitWidth: 200
     implicitHeight: 36
-    leftPadding: leadingSymbol.length > 0 ? 34 : 12
-    rightPadding: clearButton.visible ? 36 : 12
+    leftPadding: leadingSymbol.length > 0 ? 37 : 13
+    rightPadding: clearButton.visible ? 36 : 13
     verticalAlignment: TextInput.AlignVCenter
     opacity: enabled ? 1 : Theme.disabledOpacity
     color: Theme.ink
@@ -31,11 +31,11 @@ T.TextField {
 
     Symbol {
         visible: field.leadingSymbol.length > 0
-        x: 12
+        x: 13
         anchors.verticalCenter: parent.verticalCenter
         name: field.leadingSymbol
-        pointSize: 12
-        color: Theme.placeholder
+        pointSize: 13
+        color: Theme.secondary
     }
 
     Label {
