@@ -3,6 +3,8 @@
 #include "base/json.h"
 #include "store/preference_keys.h"
 
+#include <algorithm>
+
 namespace velmo {
 
 namespace {
@@ -83,6 +85,15 @@ void removeDictionaryWord(Preferences &preferences, const QString &word) {
     preferences.change(keys::dictionary, [&](const std::optional<PreferenceValue> &value) {
         QStringList words = parseDictionary(textOf(value));
         words.removeAll(word);
+        return PreferenceValue(serialiseDictionary(words));
+    });
+}
+
+void restoreDictionaryWord(Preferences &preferences, const QString &word, qsizetype place) {
+    preferences.change(keys::dictionary, [&](const std::optional<PreferenceValue> &value) {
+        QStringList words = parseDictionary(textOf(value));
+        if (!words.contains(word))
+            words.insert(std::clamp<qsizetype>(place, 0, words.size()), word);
         return PreferenceValue(serialiseDictionary(words));
     });
 }

@@ -37,6 +37,10 @@ WordAddition addDictionaryWord(Preferences &preferences, const QString &word);
 /// Takes every copy of exactly that word out of the stored dictionary.
 void removeDictionaryWord(Preferences &preferences, const QString &word);
 
+/// Puts a removed word back to its place in the stored dictionary, or to the end where that is shorter now. One that is
+/// there already stays where it is.
+void restoreDictionaryWord(Preferences &preferences, const QString &word, qsizetype place);
+
 /// All learned words, by language code.
 [[nodiscard]] LearnedWords learnedWords(const Preferences &preferences);
 

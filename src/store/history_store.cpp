@@ -3,12 +3,26 @@
 #include "base/log.h"
 #include "base/uuid.h"
 
+#include <algorithm>
+
 namespace velmo {
 
 namespace {
 
 void removeId(QList<Entry> &entries, const QString &id) {
     entries.removeIf([&](const Entry &entry) { return entry.id == id; });
+}
+
+/// Before the first entry that is not newer, which is where it was.
+void putBack(QList<Entry> &entries, const Entry &entry) {
+    const auto isIt = [&](const Entry &other) { return other.id == entry.id; };
+    if (std::any_of(entries.begin(), entries.end(), isIt))
+        return;
+    entries.insert(std::find_if(entries.begin(), entries.end(),
+                                [&](const Entry &other) { return other.timestamp <= entry.timestamp; }),
+                   entry);
+    if (entries.size() > HistoryStore::maxEntries)
+        entries.resize(HistoryStore::maxEntries);
 }
 
 void addToFront(QList<Entry> &entries, const Entry &entry) {
@@ -33,6 +47,10 @@ void HistoryStore::add(const QString &text, std::optional<double> durationSecond
 
 void HistoryStore::remove(const QString &id) {
     save([id](QList<Entry> &entries) { removeId(entries, id); });
+}
+
+void HistoryStore::restore(const Entry &entry) {
+    save([entry](QList<Entry> &entries) { putBack(entries, entry); });
 }
 
 void HistoryStore::refresh() {

@@ -33,6 +33,9 @@ public:
     /// Removes every entry of that id.
     void remove(const QString &id);
 
+    /// Puts a removed entry back, by its date. One that is there already stays as it is.
+    void restore(const Entry &entry);
+
     /// The stored list may have been changed by another process: takes it over.
     void refresh();
 

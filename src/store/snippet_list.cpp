@@ -101,4 +101,13 @@ void removeSnippet(Preferences &preferences, const SnippetEntry &snippet) {
     });
 }
 
+void restoreSnippet(Preferences &preferences, const SnippetEntry &snippet, qsizetype place) {
+    preferences.change(keys::snippets, [&](const std::optional<PreferenceValue> &stored) {
+        auto list = snippetsIn(stored);
+        if (std::none_of(list.begin(), list.end(), Meant(list, snippet)))
+            list.insert(std::clamp<qsizetype>(place, 0, list.size()), snippet);
+        return PreferenceValue(serialiseSnippets(list));
+    });
+}
+
 } // namespace velmo

@@ -31,4 +31,8 @@ bool editSnippet(Preferences &preferences, const SnippetEntry &snippet, const QS
 /// Removes every snippet of that identifier from the stored list; where it is gone, those that say the same.
 void removeSnippet(Preferences &preferences, const SnippetEntry &snippet);
 
+/// Puts a removed snippet back to its place in the stored list, or to the end where that is shorter now. One that is
+/// there already stays where it is.
+void restoreSnippet(Preferences &preferences, const SnippetEntry &snippet, qsizetype place);
+
 } // namespace velmo

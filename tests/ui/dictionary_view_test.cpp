@@ -91,7 +91,7 @@ TEST_F(DictionaryViewTest, FindsWithoutRegardToCaseAndSortsByCodePoints) {
     EXPECT_EQ(view.filteredWords()->rowCount(), 0);
     view.setSearchText(QString());
     EXPECT_THAT(log.take(), ElementsAre(u"-0..1"_s, u"+0..3"_s));
-    EXPECT_EQ(view.wordCount(), 4);
+    EXPECT_EQ(view.countText(), u"4 words"_s);
 }
 
 TEST_F(DictionaryViewTest, FollowsChangesMadeElsewhere) {

@@ -8,6 +8,7 @@
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
 #include "ui/models/list_page.h"
+#include "ui/models/undo_offer.h"
 
 #include <QAbstractItemModel>
 #include <gmock/gmock.h>
@@ -32,7 +33,8 @@ protected:
     MemoryPreferences preferences;
     PreferenceWatch watch{preferences, queue};
     Collation collation{QStringLiteral("nb_NO")};
-    ListPage page{preferences, watch, collation, *this, *this};
+    UndoOffer undoOffer{queue};
+    ListPage page{preferences, watch, collation, *this, *this, undoOffer};
     bool loggedIn = true;
     QStringList pushes;
 };

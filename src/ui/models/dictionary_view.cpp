@@ -8,6 +8,7 @@
 #include "store/languages.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
+#include "ui/models/undo_offer.h"
 
 namespace velmo {
 
@@ -32,6 +33,14 @@ DictionaryView::DictionaryView(const ListPage &page) : m_page(page) {
     });
     loadWords();
     loadLearnedWords();
+}
+
+QString DictionaryView::countText() const {
+    return tr("%1 words").arg(m_words.size());
+}
+
+QString DictionaryView::emptyText() const {
+    return m_searchText.isEmpty() ? tr("No custom words yet") : tr("No matches");
 }
 
 void DictionaryView::setNewWord(const QString &text) {
@@ -66,7 +75,18 @@ void DictionaryView::addWord() {
 }
 
 void DictionaryView::removeWord(const QString &word) {
+    const qsizetype place = m_words.indexOf(word);
+    if (place < 0)
+        return;
     removeDictionaryWord(m_page.preferences, word);
+    loadWords();
+    push();
+    m_page.undoOffer.offer(tr("“%1” removed").arg(word),
+                           m_lifetime.guard([this, word, place] { restoreWord(word, place); }));
+}
+
+void DictionaryView::restoreWord(const QString &word, qsizetype place) {
+    restoreDictionaryWord(m_page.preferences, word, place);
     loadWords();
     push();
 }

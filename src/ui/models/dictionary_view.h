@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/lifetime.h"
 #include "store/dictionary_words.h"
 #include "ui/models/list_page.h"
 #include "ui/models/row_model.h"
@@ -34,7 +35,8 @@ public:
 /// page, process or a synchronisation changes appears by itself. Main thread.
 class DictionaryView final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(qsizetype wordCount READ wordCount NOTIFY wordsChanged)
+    Q_PROPERTY(QString countText READ countText NOTIFY wordsChanged)
+    Q_PROPERTY(QString emptyText READ emptyText NOTIFY searchTextChanged)
     Q_PROPERTY(QAbstractItemModel *filteredWords READ filteredWords CONSTANT)
     Q_PROPERTY(QString newWord READ newWord WRITE setNewWord NOTIFY newWordChanged)
     Q_PROPERTY(bool canAdd READ canAdd NOTIFY newWordChanged)
@@ -46,7 +48,10 @@ public:
 
     /// In stored order.
     [[nodiscard]] const QStringList &words() const { return m_words; }
-    [[nodiscard]] qsizetype wordCount() const { return m_words.size(); }
+    /// How many there are, also while a search shows fewer.
+    [[nodiscard]] QString countText() const;
+    /// What stands where no words are shown.
+    [[nodiscard]] QString emptyText() const;
 
     /// The words that contain the search text, in ascending order of their code points.
     [[nodiscard]] WordRows *filteredWords() { return &m_filteredWords; }
@@ -67,7 +72,7 @@ public:
     /// that could not be stored, stays in the field.
     Q_INVOKABLE void addWord();
 
-    /// Removes every copy of exactly that word.
+    /// Removes every copy of exactly that word, and offers it back for a few seconds.
     Q_INVOKABLE void removeWord(const QString &word);
 
 Q_SIGNALS:
@@ -77,6 +82,7 @@ Q_SIGNALS:
     void learnedWordsChanged();
 
 private:
+    void restoreWord(const QString &word, qsizetype place);
     void loadWords();
     void loadLearnedWords();
     void filter();
@@ -89,6 +95,7 @@ private:
     QString m_searchText;
     QList<LearnedWordGroup> m_learnedWords;
     WordRows m_filteredWords;
+    Lifetime m_lifetime;
 };
 
 } // namespace velmo

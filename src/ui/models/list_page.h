@@ -7,6 +7,7 @@ class Collation;
 class ListPushes;
 class PreferenceWatch;
 class Preferences;
+class UndoOffer;
 
 /// What the pages of stored lists work with; all of it outlives them.
 struct ListPage {
@@ -15,6 +16,7 @@ struct ListPage {
     const Collation &collation; ///< Of the person's locale.
     Account &account;
     ListPushes &pushes;
+    UndoOffer &undoOffer;
 };
 
 } // namespace velmo

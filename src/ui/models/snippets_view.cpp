@@ -5,22 +5,41 @@
 #include "service/list_pushes.h"
 #include "store/preference_watch.h"
 #include "store/snippet_list.h"
+#include "ui/models/undo_offer.h"
 
 #include <algorithm>
 
 namespace velmo {
 
+namespace {
+
+/// As much as the widest row can show.
+constexpr qsizetype kPreviewLength = 400;
+
+QString inOneLine(const QString &text) {
+    return text.left(kPreviewLength).replace(u'\n', QStringLiteral(" ⏎ "));
+}
+
+} // namespace
+
 QHash<int, QByteArray> SnippetRows::roleNames() const {
-    return {{TriggerRole, "trigger"}, {ExpansionRole, "expansion"}};
+    return {{TriggerRole, "trigger"}, {ExpansionRole, "expansion"}, {PreviewRole, "preview"}};
 }
 
 QVariant SnippetRows::data(const QModelIndex &index, int role) const {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const SnippetEntry &snippet = rows().at(index.row());
-    if (role == TriggerRole)
+    switch (role) {
+    case TriggerRole:
         return snippet.trigger;
-    return role == ExpansionRole ? QVariant(snippet.expansion) : QVariant();
+    case ExpansionRole:
+        return snippet.expansion;
+    case PreviewRole:
+        return inOneLine(snippet.expansion);
+    default:
+        return {};
+    }
 }
 
 SnippetsView::SnippetsView(const ListPage &page) : m_page(page) {
@@ -33,6 +52,14 @@ SnippetsView::SnippetsView(const ListPage &page) : m_page(page) {
 }
 
 SnippetsView::~SnippetsView() = default;
+
+QString SnippetsView::countText() const {
+    return tr("%1 snippets").arg(m_snippets.size());
+}
+
+QString SnippetsView::emptyText() const {
+    return m_searchText.isEmpty() ? tr("No snippets yet") : tr("No matches");
+}
 
 void SnippetsView::setSearchText(const QString &text) {
     if (m_searchText == text)
@@ -70,7 +97,16 @@ void SnippetsView::edit(const SnippetEntry &snippet, const QString &trigger, con
 }
 
 void SnippetsView::remove(const SnippetEntry &snippet) {
+    const qsizetype place = m_snippets.indexOf(snippet);
     removeSnippet(m_page.preferences, snippet);
+    load();
+    push();
+    m_page.undoOffer.offer(tr("“%1” removed").arg(snippet.trigger),
+                           m_lifetime.guard([this, snippet, place] { restore(snippet, place); }));
+}
+
+void SnippetsView::restore(const SnippetEntry &snippet, qsizetype place) {
+    restoreSnippet(m_page.preferences, snippet, place);
     load();
     push();
 }

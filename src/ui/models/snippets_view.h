@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/lifetime.h"
 #include "store/preference_keys.h"
 #include "store/snippet_entries.h"
 #include "ui/models/list_page.h"
@@ -11,11 +12,12 @@
 
 namespace velmo {
 
-/// Snippets as rows of a view; the roles "trigger" and "expansion". A row is known by its texts: a synchronisation
+/// Snippets as rows of a view; the roles "trigger", "expansion" and "preview", the expansion in one line
+/// with its line breaks as signs. A row is known by its texts: a synchronisation
 /// renews the identifiers of all of them.
 class SnippetRows final : public RowModel<SnippetEntry, std::pair<QString, QString>> {
 public:
-    enum Role { TriggerRole = Qt::UserRole, ExpansionRole };
+    enum Role { TriggerRole = Qt::UserRole, ExpansionRole, PreviewRole };
 
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
@@ -31,7 +33,8 @@ protected:
 /// another page, process or a synchronisation changes appears by itself. Main thread.
 class SnippetsView final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(qsizetype snippetCount READ snippetCount NOTIFY snippetsChanged)
+    Q_PROPERTY(QString countText READ countText NOTIFY snippetsChanged)
+    Q_PROPERTY(QString emptyText READ emptyText NOTIFY searchTextChanged)
     Q_PROPERTY(QAbstractItemModel *filteredSnippets READ filteredSnippets CONSTANT)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(velmo::SnippetEditorSheet *sheet READ sheet NOTIFY sheetChanged)
@@ -44,7 +47,10 @@ public:
 
     /// In stored order.
     [[nodiscard]] const QList<SnippetEntry> &snippets() const { return m_snippets; }
-    [[nodiscard]] qsizetype snippetCount() const { return m_snippets.size(); }
+    /// How many there are, also while a search shows fewer.
+    [[nodiscard]] QString countText() const;
+    /// What stands where no snippets are shown.
+    [[nodiscard]] QString emptyText() const;
 
     /// The snippets whose trigger or expansion contains the search text, by their triggers in the order of the locale;
     /// those of equal triggers in stored order.
@@ -66,6 +72,7 @@ public:
 
     void add(const QString &trigger, const QString &expansion);
     void edit(const SnippetEntry &snippet, const QString &trigger, const QString &expansion);
+    /// Also offers it back for a few seconds.
     void remove(const SnippetEntry &snippet);
 
 Q_SIGNALS:
@@ -79,6 +86,7 @@ private:
         void operator()(QObject *object) const { object->deleteLater(); }
     };
 
+    void restore(const SnippetEntry &snippet, qsizetype place);
     void load();
     void filter();
     void push();
@@ -94,6 +102,7 @@ private:
     std::optional<SnippetEntry> m_editingSnippet;
     std::unique_ptr<SnippetEditorSheet, DeleteLater> m_sheet;
     SnippetRows m_filteredSnippets;
+    Lifetime m_lifetime;
 };
 
 } // namespace velmo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/main_queue.h"
+
+#include <QObject>
+
+namespace velmo {
+
+/// For a few seconds after something was deleted: what was deleted, and the way back. One at a time; the next
+/// deletion takes its place. Main thread.
+class UndoOffer final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isOffered READ isOffered NOTIFY changed)
+    Q_PROPERTY(QString text READ text NOTIFY changed)
+
+public:
+    /// How long the offer stands: time to read it, move the hand and press (a product decision).
+    static constexpr std::chrono::seconds duration{6};
+
+    /// The queue outlives the offer.
+    explicit UndoOffer(MainQueue &queue) : m_queue(queue) {}
+
+    [[nodiscard]] bool isOffered() const { return m_timer != nullptr; }
+    /// What was deleted, as a sentence. Stays while the notice leaves.
+    [[nodiscard]] const QString &text() const { return m_text; }
+
+    void offer(const QString &text, std::function<void()> undo);
+
+    /// Brings back what was deleted; nothing when nothing is offered any more.
+    Q_INVOKABLE void undo();
+    /// The person does not want it back.
+    Q_INVOKABLE void dismiss();
+    /// Lets the offer stand while the person has the pointer or the keyboard on it; from the end of that, it stands
+    /// its full time again.
+    Q_INVOKABLE void hold(bool held);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void startTimer(std::chrono::milliseconds duration);
+
+    MainQueue &m_queue;
+    MainQueue::Timer m_timer; ///< Runs exactly while something is offered.
+    QString m_text;
+    std::function<void()> m_undo;
+};
+
+} // namespace velmo
