@@ -1,0 +1,149 @@
+#include "ui/models/home_view.h"
+
+#include "base/calendar.h"
+#include "dictation/trigger_key.h"
+#include "service/account.h"
+#include "store/history_store.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+#include "ui/models/history_days.h"
+#include "ui/models/platform_texts.h"
+#include "ui/models/undo_offer.h"
+#include "ui/models/usage_statistics.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velmo {
+
+namespace {
+
+QList<StatisticCard> cards(const UsageStatistics &usage) {
+    return {
+        {QStringLiteral("🏆"), QString::number(usage.daysOfUse), HomeView::tr("days")},
+        {QStringLiteral("🚀"), wordsText(usage.totalWords), HomeView::tr("words")},
+        {QStringLiteral("🎯"), QString::number(usage.wordsPerMinute), HomeView::tr("WPM")},
+        {QStringLiteral("⏱️"), timeSavedText(usage.minutesSaved), HomeView::tr("saved")},
+    };
+}
+
+QList<HistoryRow> rowsOf(const HistoryDay &day, const Calendar &calendar) {
+    QList<HistoryRow> rows;
+    for (const Entry &entry : day.entries)
+        rows.append({entry.id, entry.text, calendar.timeOfDay(entry.timestamp), day.title, false, false});
+    rows.first().isFirst = true;
+    rows.last().isLast = true;
+    return rows;
+}
+
+} // namespace
+
+HomeView::HomeView(const Collaborators &collaborators) : m_with(collaborators) {
+    m_with.watch.watch(keys::heroCardDismissed);
+    m_with.watch.watch(keys::triggerKey);
+    connect(&m_with.watch, &PreferenceWatch::changed, this, &HomeView::notePreference);
+    connect(&m_with.historyStore, &HistoryStore::entriesChanged, this, &HomeView::refresh);
+    loadHeroCard();
+    loadTriggerKey();
+    refresh();
+}
+
+void HomeView::dismissHeroCard() {
+    m_with.preferences.set(keys::heroCardDismissed, true);
+    showHeroCard(false); // also where nothing can be stored
+}
+
+QString HomeView::heroTitle() const {
+    return tr("Hold %1 to dictate and let Velmo transcribe for you")
+        .arg(QStringLiteral("<b>%1</b>").arg(m_keyLabel.toHtmlEscaped()));
+}
+
+QString HomeView::heroText() const {
+    return platform_texts::withTriggerKey(tr("Press and hold Fn to dictate in any app. Velmo will handle "
+                                             "transcription and insert text at your cursor."),
+                                          m_keyLabel);
+}
+
+QString HomeView::emptyText() const {
+    return platform_texts::withTriggerKey(tr("Hold Fn or double-tap Fn to start dictating"), m_keyLabel);
+}
+
+void HomeView::copy(const QString &entryId) {
+    for (const Entry &entry : m_with.historyStore.entries()) {
+        if (entry.id == entryId)
+            return m_with.copyText(entry.text);
+    }
+}
+
+void HomeView::remove(const QString &entryId) {
+    const QList<Entry> entries = m_with.historyStore.entries();
+    const auto found =
+        std::find_if(entries.begin(), entries.end(), [&](const Entry &entry) { return entry.id == entryId; });
+    if (found == entries.end())
+        return;
+    m_with.historyStore.remove(entryId);
+    m_with.undoOffer.offer(tr("Transcription deleted"),
+                           [store = &m_with.historyStore, entry = *found] { store->restore(entry); });
+}
+
+void HomeView::refresh() {
+    loadHistory();
+    loadStatistics();
+    waitForTomorrow();
+}
+
+void HomeView::notePreference(const QString &key) {
+    if (key == keys::heroCardDismissed)
+        loadHeroCard();
+    else if (key == keys::triggerKey)
+        loadTriggerKey();
+}
+
+void HomeView::loadHeroCard() {
+    showHeroCard(!m_with.preferences.boolean(keys::heroCardDismissed).value_or(false));
+}
+
+void HomeView::showHeroCard(bool isShown) {
+    if (isShown == std::exchange(m_isHeroCardShown, isShown))
+        return;
+    Q_EMIT heroCardChanged();
+}
+
+void HomeView::loadTriggerKey() {
+    const QString label = triggerKeyLabel(triggerKey(m_with.preferences));
+    if (label == std::exchange(m_keyLabel, label))
+        return;
+    Q_EMIT triggerKeyChanged();
+}
+
+void HomeView::loadHistory() {
+    const bool wasEmpty = isHistoryEmpty();
+    QList<HistoryRow> rows;
+    for (const HistoryDay &day :
+         historyDays(m_with.historyStore.entries(), m_with.queue.now(), m_with.calendar))
+        rows.append(rowsOf(day, m_with.calendar));
+    m_history.setRows(rows);
+    if (wasEmpty != isHistoryEmpty())
+        Q_EMIT historyChanged();
+}
+
+void HomeView::loadStatistics() {
+    const auto serverTotalWords =
+        m_with.account.isLoggedIn() ? m_with.serverTotalWords() : std::optional<qint64>();
+    const QList<StatisticCard> statistics =
+        cards(usageStatistics(m_with.historyStore.entries(), m_with.historyStore.firstUseDate(),
+                              serverTotalWords, m_with.queue.now(), m_with.calendar));
+    if (statistics == m_statistics)
+        return;
+    m_statistics = statistics;
+    Q_EMIT statisticsChanged();
+}
+
+/// At midnight "Today" becomes "Yesterday".
+void HomeView::waitForTomorrow() {
+    const Date now = m_with.queue.now();
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_with.calendar.startOfDay(now, 1) - now);
+    m_tomorrow = m_with.queue.after(left, [this] { refresh(); });
+}
+
+} // namespace velmo

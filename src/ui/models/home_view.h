@@ -1,0 +1,106 @@
+#pragma once
+
+#include "base/main_queue.h"
+#include "ui/models/history_rows.h"
+
+#include <optional>
+
+namespace velmo {
+
+class Account;
+class Calendar;
+class HistoryStore;
+class PreferenceWatch;
+class Preferences;
+class UndoOffer;
+
+/// A figure about the use of Velmo.
+struct StatisticCard {
+    Q_GADGET
+    Q_PROPERTY(QString emoji MEMBER emoji)
+    Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(QString label MEMBER label)
+
+public:
+    QString emoji;
+    QString value;
+    QString label;
+
+    bool operator==(const StatisticCard &) const = default;
+};
+
+/// The home page: how to dictate, figures about the use, and the history by days. Main thread.
+class HomeView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isHeroCardShown READ isHeroCardShown NOTIFY heroCardChanged)
+    Q_PROPERTY(QString heroTitle READ heroTitle NOTIFY triggerKeyChanged)
+    Q_PROPERTY(QString heroText READ heroText NOTIFY triggerKeyChanged)
+    Q_PROPERTY(QString keyLabel READ keyLabel NOTIFY triggerKeyChanged)
+    Q_PROPERTY(QString emptyText READ emptyText NOTIFY triggerKeyChanged)
+    Q_PROPERTY(QList<velmo::StatisticCard> statistics READ statistics NOTIFY statisticsChanged)
+    Q_PROPERTY(QAbstractItemModel *history READ history CONSTANT)
+    Q_PROPERTY(bool isHistoryEmpty READ isHistoryEmpty NOTIFY historyChanged)
+
+public:
+    /// What the page works with; all of it outlives the page.
+    struct Collaborators {
+        MainQueue &queue;
+        Preferences &preferences;
+        PreferenceWatch &watch;
+        HistoryStore &historyStore;
+        const Calendar &calendar; ///< Of the person's region.
+        const Account &account;
+        std::function<std::optional<qint64>()> serverTotalWords; ///< None before it is known.
+        std::function<void(const QString &)> copyText;           ///< To the clipboard, exactly.
+        UndoOffer &undoOffer;
+    };
+
+    explicit HomeView(const Collaborators &collaborators);
+
+    /// Until it was dismissed once, on this machine.
+    [[nodiscard]] bool isHeroCardShown() const { return m_isHeroCardShown; }
+    Q_INVOKABLE void dismissHeroCard();
+
+    /// The key's name is bold, as styled text.
+    [[nodiscard]] QString heroTitle() const;
+    [[nodiscard]] QString heroText() const;
+    [[nodiscard]] const QString &keyLabel() const { return m_keyLabel; }
+    [[nodiscard]] QString emptyText() const;
+
+    [[nodiscard]] const QList<StatisticCard> &statistics() const { return m_statistics; }
+
+    /// Latest first.
+    [[nodiscard]] HistoryRows *history() { return &m_history; }
+    [[nodiscard]] bool isHistoryEmpty() const { return m_history.rows().isEmpty(); }
+
+    Q_INVOKABLE void copy(const QString &entryId);
+    /// Deletes the entry and offers it back for a few seconds.
+    Q_INVOKABLE void remove(const QString &entryId);
+
+    /// Computes everything afresh: the account's totals came in, somebody signed in or out, the window is shown.
+    void refresh();
+
+Q_SIGNALS:
+    void heroCardChanged();
+    void triggerKeyChanged();
+    void statisticsChanged();
+    void historyChanged();
+
+private:
+    void notePreference(const QString &key);
+    void loadHeroCard();
+    void showHeroCard(bool isShown);
+    void loadTriggerKey();
+    void loadHistory();
+    void loadStatistics();
+    void waitForTomorrow();
+
+    Collaborators m_with;
+    bool m_isHeroCardShown = true;
+    QString m_keyLabel;
+    QList<StatisticCard> m_statistics;
+    HistoryRows m_history;
+    MainQueue::Timer m_tomorrow;
+};
+
+} // namespace velmo
