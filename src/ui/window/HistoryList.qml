@@ -1,0 +1,100 @@
+import QtQuick
+import Velmo.Controls
+
+/// The history by days. One stop for the keyboard: arrow keys move from row to row. At most a hundred rows, so all of
+/// them exist.
+FocusScope {
+    id: list
+
+    required property QtObject view
+    required property Flickable scrolling
+    property int currentIndex: 0
+
+    implicitHeight: rows.height
+    activeFocusOnTab: true
+
+    onActiveFocusChanged: {
+        if (activeFocus && !rows.children.some(row => row.activeFocus))
+            focusRow(currentIndex)
+    }
+
+    function focusRow(index: int) {
+        const row = repeater.itemAt(Math.max(0, Math.min(index, repeater.count - 1)))
+        if (row)
+            row.forceActiveFocus(Qt.TabFocusReason)
+    }
+
+    Keys.onUpPressed: focusRow(currentIndex - 1)
+    Keys.onDownPressed: focusRow(currentIndex + 1)
+    Keys.onPressed: event => {
+        event.accepted = true
+        if (event.key === Qt.Key_Home)
+            focusRow(0)
+        else if (event.key === Qt.Key_End)
+            focusRow(repeater.count - 1)
+        else
+            event.accepted = false
+    }
+
+    Column {
+        id: rows
+        width: parent.width
+
+        Repeater {
+            id: repeater
+            model: list.view.history
+
+            HistoryRow {
+                width: rows.width
+                menuIsOpen: menu.opened && menu.entryId === entryId
+                onActiveFocusChanged: {
+                    if (activeFocus)
+                        list.currentIndex = index
+                }
+                onMenuRequested: (item, x, y) => menu.openFor(this, item, x, y)
+                onCopyRequested: list.view.copy(entryId)
+                onRemoveRequested: list.removeRow(this)
+            }
+
+            // The reader keeps the place when a dictation is added above it.
+            onItemAdded: (index, item) => {
+                if (index === 0 && list.scrolling.contentY > list.y && count > 1)
+                    list.scrolling.contentY += item.height
+            }
+        }
+    }
+
+    /// The keyboard goes on with the row that takes the place.
+    function removeRow(row: Item) {
+        const index = row.index
+        const hadFocus = row.activeFocus
+        view.remove(row.entryId)
+        if (hadFocus)
+            focusRow(index)
+    }
+
+    ContextMenu {
+        id: menu
+
+        property Item row: null
+        readonly property string entryId: row?.entryId ?? ""
+
+        function openFor(row: Item, item: Item, x: real, y: real) {
+            menu.row = row
+            popup(item, x, y)
+        }
+
+        MenuAction {
+            text: qsTr("Copy")
+            symbolName: "doc.on.doc"
+            onTriggered: menu.row.copyRequested()
+        }
+
+        MenuAction {
+            text: qsTr("Delete")
+            symbolName: "trash"
+            destructive: true
+            onTriggered: menu.row.removeRequested()
+        }
+    }
+}

@@ -1,0 +1,5 @@
+PlaceholderView {
+    symbolName: "note.text"
+    title: qsTr("Notes")
+    description: qsTr("Quick voice notes saved for later reference.")
+}

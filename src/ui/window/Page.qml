@@ -1,0 +1,115 @@
+import QtQuick
+import QtQuick.Templates as T
+import QtQuick.Window
+import Velmo.Controls
+
+/// The frame of a page: title with an optional count, a place for a button at its end, an optional description, and
+/// blocks below each other that scroll. What has the keyboard is always in sight.
+FocusScope {
+    id: page
+
+    property string title
+    property string badge
+    property string description
+    property Item searchField: null
+    property alias trailing: trailingPlace.data
+    property alias scrolling: flickable
+    default property alias blocks: column.data
+
+    Shortcut {
+        sequences: [StandardKey.Find]
+        enabled: page.visible && page.searchField !== null
+        onActivated: {
+            page.searchField.forceActiveFocus(Qt.ShortcutFocusReason)
+            page.searchField.selectAll()
+        }
+    }
+
+    readonly property Item _focused: visible ? Window.activeFocusItem : null
+
+    on_FocusedChanged: {
+        if (_focused && isInside(_focused))
+            reveal(_focused)
+    }
+
+    function isInside(item: Item): bool {
+        let ancestor = item
+        while (ancestor && ancestor !== column)
+            ancestor = ancestor.parent
+        return ancestor === column
+    }
+
+    /// Scrolls no further than it must.
+    function reveal(item: Item) {
+        const margin = 12
+        const area = item.mapToItem(flickable.contentItem, 0, 0, item.width, item.height)
+        const lowest = area.y - margin
+        const highest = area.y + Math.min(area.height, flickable.height - 2 * margin) + margin - flickable.height
+        const wanted = Math.max(highest, Math.min(flickable.contentY, lowest))
+        flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight - flickable.height))
+    }
+
+    Flickable {
+        id: flickable
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: column.y + column.height + 24
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        T.ScrollBar.vertical: ScrollBar {}
+
+        Column {
+            id: column
+            x: 24
+            y: 22
+            width: parent.width - 48
+            spacing: 16
+
+            Item {
+                width: parent.width
+                height: heading.height
+
+                Column {
+                    id: heading
+                    width: parent.width
+                    spacing: 4
+
+                    Row {
+                        height: 36
+                        spacing: 10
+                        visible: page.title.length > 0
+
+                        Label {
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: page.title
+                            size: 24
+                            weight: Font.Bold
+                            Accessible.role: Accessible.Heading
+                        }
+
+                        Badge {
+                            anchors.verticalCenter: parent.verticalCenter
+                            visible: text.length > 0
+                            text: page.badge
+                        }
+                    }
+
+                    Label {
+                        visible: text.length > 0
+                        width: Math.min(parent.width, 560)
+                        text: page.description
+                        fixedLineHeight: 20
+                        color: Theme.secondary
+                        wrapMode: Text.Wrap
+                    }
+                }
+
+                Row {
+                    id: trailingPlace
+                    anchors.right: parent.right
+                    height: 36
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,90 @@
+#include "ui/window/main_window_controller.h"
+
+#include "ui/models/main_window_view.h"
+#include "ui/models/undo_offer.h"
+
+#include <QCloseEvent>
+#include <QQuickView>
+#include <QScreen>
+
+void qml_register_types_Velmo_Window();
+
+namespace velmo {
+
+namespace {
+
+// Product decisions, in logical pixels.
+constexpr QSize kDefaultSize(900, 600);
+constexpr QSize kSmallestSize(700, 500);
+constexpr QRgb kWindowGrey = 0xffededf2;
+
+QRect centredOn(const QScreen &screen) {
+    QRect frame({}, kDefaultSize.boundedTo(screen.availableSize()).expandedTo(kSmallestSize));
+    frame.moveCenter(screen.availableGeometry().center());
+    return frame;
+}
+
+} // namespace
+
+/// Without a tray, the first closing tells how to come back; the window closes once that is read.
+class MainWindowController::Window final : public QQuickView {
+public:
+    Window(QQmlEngine &engine, const Models &models, const std::function<bool()> &hasTrayHost)
+        : QQuickView(&engine, nullptr), m_view(models.view), m_hasTrayHost(hasTrayHost) {
+        setTitle(QStringLiteral("Velmo"));
+        setResizeMode(SizeRootObjectToView);
+        setMinimumSize(kSmallestSize);
+        setGeometry(centredOn(*screen()));
+        setColor(QColor::fromRgb(kWindowGrey));
+        setInitialProperties(
+            {{QStringLiteral("view"), QVariant::fromValue<QObject *>(&models.view)},
+             {QStringLiteral("undoOffer"), QVariant::fromValue<QObject *>(&models.undoOffer)},
+             {QStringLiteral("home"), QVariant::fromValue(&models.home)},
+             {QStringLiteral("dictionary"), QVariant::fromValue(&models.dictionary)},
+             {QStringLiteral("snippets"), QVariant::fromValue(&models.snippets)}});
+        setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml")));
+        connect(&m_view, &MainWindowView::closingNoticeRead, this, &QWindow::close);
+    }
+
+protected:
+    bool event(QEvent *event) override {
+        if (event->type() == QEvent::Close && needsNotice()) {
+            event->ignore();
+            m_toldHowToComeBack = true;
+            m_view.openClosingNotice();
+            return true;
+        }
+        return QQuickView::event(event);
+    }
+
+private:
+    [[nodiscard]] bool needsNotice() const { return !m_toldHowToComeBack && !m_hasTrayHost(); }
+
+    MainWindowView &m_view;
+    std::function<bool()> m_hasTrayHost;
+    bool m_toldHowToComeBack = false;
+};
+
+MainWindowController::MainWindowController(QQmlEngine &engine, const Models &models,
+                                           std::function<bool()> hasTrayHost)
+    : m_engine(engine), m_models(models), m_hasTrayHost(std::move(hasTrayHost)) {
+    qml_register_types_Velmo_Window(); // keeps the linker from dropping the module
+}
+
+MainWindowController::~MainWindowController() = default;
+
+void MainWindowController::show() {
+    if (!m_window)
+        m_window = std::make_unique<Window>(m_engine, m_models, m_hasTrayHost);
+    if (m_window->visibility() == QWindow::Minimized)
+        m_window->showNormal();
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+}
+
+QQuickWindow *MainWindowController::window() const {
+    return m_window.get();
+}
+
+} // namespace velmo
