@@ -38,5 +38,6 @@ struct Scene {
 
 // One function a file.
 [[nodiscard]] QList<Scene> controlScenes();
+[[nodiscard]] QList<Scene> windowScenes();
 
 } // namespace velmo::screenshots
