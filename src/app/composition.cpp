@@ -200,8 +200,10 @@ void Composition::waitForRequests() {
         m_syncManager->whenIdle([&] { untilIdle.quit(); });
         untilIdle.exec();
     }
+    m_keychainWorker.waitForDone(); // whether the session goes on is asked after the token was read
     if (m_httpClient)
         m_httpClient->waitUntilIdle();
+    QCoreApplication::processEvents(); // what the last answers left to the main thread
 }
 
 } // namespace velmo

@@ -66,7 +66,7 @@ public:
     /// Waits, in the event loop, until it is known whether somebody is signed in.
     void waitForSession();
 
-    /// Waits until every request begun has its answer, for a process that is about to end.
+    /// Waits until every request begun has its answer, and the answer its effect, for a process that is about to end.
     void waitForRequests();
 
 private:
