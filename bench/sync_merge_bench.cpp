@@ -33,7 +33,12 @@ void mergeWords(benchmark::State &state) {
         benchmark::DoNotOptimize(mergeDictionary(sides.local, sides.server, deleted, {}));
     state.SetComplexityN(state.range(0));
 }
-BENCHMARK(mergeWords)->Arg(1000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(mergeWords)
+    ->Arg(1000)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oNLogN);
 
 /// From the stored text and the reply to the text to be stored: what keeps other changes of the dictionary waiting.
 void mergeStoredDictionary(benchmark::State &state) {

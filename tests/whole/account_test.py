@@ -6,10 +6,12 @@ Everything lives below one temporary folder, which is also where secrets are loo
 
 import argparse
 import contextlib
+import json
 import os
 import random
 import re
 import sqlite3
+import subprocess
 import tempfile
 
 from browser import Browser
@@ -152,6 +154,21 @@ def edit_during_the_pull(first, second):
     expect_agreement(first, second, ["Lofoten", "fjord", "Ås"])
 
 
+def dictate_at_once(root, devices):
+    step("both devices dictate at once, and the account counts both")
+    recording = os.path.join(root, "dictation.wav")
+    sentence = "the meeting will start at ten in the morning"
+    subprocess.run(["flite", "-voice", "rms", "-t", sentence, "-o", recording], check=True)
+    dictating = [device.desktop.start_velmo("dictate", recording) for device in devices]
+    for process in dictating:
+        assert process.wait(PATIENCE_SECONDS) == 0
+    words = sum(len(json.loads(device.desktop.velmo("history", "--json"))[0]["text"].split()) for device in devices)
+    assert words
+    for device in devices:
+        device.pages.sync()
+        assert f"Pulled stats: server={words}w/2s" in device.desktop.log_of("pages")
+
+
 def edit_at_random(devices, rounds, seed):
     """Each word is added or removed by one device, so what has to come out is known."""
     step(f"{rounds} rounds of random edits at random moments (seed {seed})")
@@ -195,7 +212,12 @@ def sign_both_out(first, second, application, forget_sessions):
 
     step("the service forgets the second device, which signs itself out")
     forget_sessions()
-    second.desktop.velmo("sync", expect=1)
+    hold = second.gate.hold_reply("POST", "/api/auth/me")
+    synchronising = second.desktop.start_velmo("sync")
+    hold.wait_until_reached()
+    wait_until(lambda: second.desktop.log("sync").count("(pull failed)") == 2, "all but the last answer")
+    hold.release()
+    assert synchronising.wait(PATIENCE_SECONDS) == 1
     assert "🔑 [Auth] Token expired, signing out" in second.desktop.log("sync")
     assert second.desktop.token() == ""
     second.desktop.velmo("sync", expect=1)
@@ -221,6 +243,7 @@ def tell(root, programs, rounds, seed):
         edit_between_pull_and_push(*story.devices)
         edit_during_the_pull(*story.devices)
         if rounds:
+            dictate_at_once(root, story.devices)
             edit_at_random(story.devices, rounds, seed)
         sign_both_out(*story.devices, application, story.forget_sessions)
     expect_no_secret(root, watch, identity_tokens, tokens)
@@ -229,7 +252,7 @@ def tell(root, programs, rounds, seed):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("programs", help="folder of velmo and velmo-local-service")
-    parser.add_argument("--rounds", type=int, default=0, help="rounds of random edits of both devices")
+    parser.add_argument("--rounds", type=int, default=0, help="also dictate, and edit at random in so many rounds")
     parser.add_argument("--seed", type=int, default=random.randrange(1_000_000))
     parser.add_argument("--keep", action="store_true", help="keep the homes and logs of both devices")
     options = parser.parse_args()

@@ -3,6 +3,8 @@
 import base64
 import json
 import os
+import socket
+import struct
 import subprocess
 
 from parts import PATIENCE_SECONDS, wait_until
@@ -65,6 +67,10 @@ class Desktop:
         """What `velmo` with that command, or without one, has printed so far."""
         return self._processes.log(self._name_of(words))
 
+    def log_of(self, name):
+        """What a program that was started by that name has printed so far."""
+        return self._processes.log(f"{self.name}-{name}")
+
     def _name_of(self, words):
         return "-".join([self.name, "velmo", *words[:1]])
 
@@ -126,12 +132,20 @@ class Desktop:
         assert appeared.returncode == 0, "the keyring does not start"
 
     def _start_display(self):
+        self.environment["DISPLAY"] = wait_until(self._own_display, "a display")
+
+    def _own_display(self):
+        """Servers that start at the same time can take the same number, by which only one of them is reached then."""
         reading, writing = os.pipe()
-        command = ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp"]
-        self.start("display", command, pass_fds=[writing])
+        command = ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"]
+        server = self.start("display", command, pass_fds=[writing])
         os.close(writing)
-        with os.fdopen(reading) as number:
-            self.environment["DISPLAY"] = ":" + number.readline().strip()
+        with os.fdopen(reading) as answer:
+            number = answer.readline().strip()
+        if number and _listener("/tmp/.X11-unix/X" + number) == server.pid:
+            return ":" + number
+        server.kill()
+        return None
 
     def _run(self, *command):
         return subprocess.run(
@@ -142,3 +156,14 @@ class Desktop:
             timeout=PATIENCE_SECONDS,
             check=False,
         )
+
+
+def _listener(path):
+    """The process that listens there, if any."""
+    with socket.socket(socket.AF_UNIX) as connection:
+        try:
+            connection.connect(path)
+        except OSError:
+            return None
+        credentials = connection.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, struct.calcsize("iii"))
+        return struct.unpack("iii", credentials)[0]
