@@ -82,4 +82,19 @@ TEST_F(DesktopCommandsTest, EndInOrderOnATerminationSignal) {
     EXPECT_TRUE(output.contains("[Velmo Mac] Emoji picker restored")) << output.toStdString();
 }
 
+TEST(DesktopApplication, RunsWithoutABus) {
+    const testing::Xvfb display;
+    testing::VelmoProgram program;
+    program.setEnvironment(u"DISPLAY"_s, display.display());
+    const auto application = program.start({});
+    QByteArray output;
+    while (!output.contains("[Velmo Mac] Ready") && application->waitForReadyRead(60000))
+        output += application->readAllStandardOutput();
+    EXPECT_TRUE(output.contains("[Velmo Mac] Ready")) << output.toStdString();
+    EXPECT_EQ(program.run({u"status"_s}).status, 3); // where nobody can be found
+    ::kill(static_cast<pid_t>(application->processId()), SIGTERM);
+    EXPECT_TRUE(application->waitForFinished(60000));
+    EXPECT_EQ(application->exitCode(), 0) << application->readAllStandardError().toStdString();
+}
+
 } // namespace velmo
