@@ -10,6 +10,7 @@
 #include "service/sync_manager.h"
 #include "ui/models/dictionary_view.h"
 #include "ui/models/snippets_view.h"
+#include "ui/models/undo_offer.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>
@@ -24,9 +25,12 @@ namespace {
 class Pages {
 public:
     explicit Pages(Composition &composition)
-        : m_composition(composition),
-          m_page{composition.preferences(), composition.preferenceWatch(), m_collation, composition.account(),
-                 composition.syncManager()} {
+        : m_composition(composition), m_page{composition.preferences(),
+                                             composition.preferenceWatch(),
+                                             m_collation,
+                                             composition.account(),
+                                             composition.syncManager(),
+                                             m_undoOffer} {
         QObject::connect(&m_input, &QSocketNotifier::activated, &m_input, [this] { readCommand(); });
     }
 
@@ -63,6 +67,7 @@ private:
     }
 
     Composition &m_composition;
+    UndoOffer m_undoOffer{m_composition.mainQueue()};
     const Collation m_collation{Region::ofSession().locale};
     const ListPage m_page;
     DictionaryView m_dictionary{m_page};
