@@ -38,8 +38,8 @@ Item {
             width: flickable.width
             height: Math.max(implicitHeight, flickable.height)
             implicitHeight: Math.max(contentHeight, placeholder.implicitHeight) + topPadding + bottomPadding
-            leftPadding: 10
-            rightPadding: 10
+            leftPadding: 11
+            rightPadding: 11
             topPadding: 7
             bottomPadding: 7
             wrapMode: TextEdit.Wrap
@@ -65,7 +65,7 @@ Item {
                 visible: input.text.length === 0 && input.preeditText.length === 0
                 x: input.leftPadding
                 y: input.topPadding
-                width: input.width - 20
+                width: input.width - 22
                 text: input.placeholderText
                 color: Theme.placeholder
                 wrapMode: Text.Wrap

@@ -12,6 +12,10 @@ Page {
     badge: view.countText
     description: qsTr("Add custom words to improve transcription accuracy. These words are sent as hints to the transcription engine.")
     searchField: search
+    Component.onCompleted: {
+        if (chips.count === 0)
+            newWord.focus = true
+    }
 
     Column {
         width: parent.width
@@ -26,7 +30,6 @@ Page {
                 width: parent.width - addButton.width - 8
                 placeholderText: qsTr("Add a new word...")
                 text: page.view.newWord
-                focus: chips.count === 0
                 onTextEdited: page.view.newWord = text
                 onAccepted: page.view.addWord()
             }

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Velmo.Controls
 
 /// The history by days. One stop for the keyboard: arrow keys move from row to row. At most a hundred rows, so all of
@@ -14,7 +15,7 @@ FocusScope {
     activeFocusOnTab: true
 
     onActiveFocusChanged: {
-        if (activeFocus && !rows.children.some(row => row.activeFocus))
+        if (activeFocus && Window.activeFocusItem === list)
             focusRow(currentIndex)
     }
 
@@ -67,20 +68,22 @@ FocusScope {
     /// The keyboard goes on with the row that takes the place.
     function removeRow(row: Item) {
         const index = row.index
-        const hadFocus = row.activeFocus
+        const hadFocus = row.activeFocus || (menu.row === row && menu.rowHadFocus)
         view.remove(row.entryId)
         if (hadFocus)
-            focusRow(index)
+            Qt.callLater(focusRow, index) // a menu that closes gives the focus back first
     }
 
     ContextMenu {
         id: menu
 
         property Item row: null
+        property bool rowHadFocus: false
         readonly property string entryId: row?.entryId ?? ""
 
         function openFor(row: Item, item: Item, x: real, y: real) {
             menu.row = row
+            rowHadFocus = row.activeFocus
             popup(item, x, y)
         }
 

@@ -85,7 +85,7 @@ T.Control {
         id: words
         x: 81
         y: row.topPadding + (row.isFirst ? 1 : 0) + 12
-        width: row.width - x - (row._active ? 55 : 17)
+        width: row.width - x - 45 // keeps clear of the button, so that no line moves under the pointer
         text: row.text
         size: 14
         wrapMode: Text.Wrap
@@ -109,10 +109,10 @@ T.Control {
         onClicked: row.openMenuByButton()
     }
 
-    TapHandler {
+    MouseArea {
+        anchors.fill: parent
         acceptedButtons: Qt.RightButton
-        gesturePolicy: TapHandler.WithinBounds
-        onTapped: point => row.menuRequested(row, point.position.x, point.position.y)
+        onClicked: mouse => row.menuRequested(row, mouse.x, mouse.y)
     }
 
     Rectangle {

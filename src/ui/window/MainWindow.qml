@@ -63,7 +63,7 @@ Item {
                 enabled: !(window.T.Overlay.overlay?.visible ?? false)
                 onActivated: {
                     window.view.selectedPage = index
-                    pages.itemAt(index).forceActiveFocus(Qt.ShortcutFocusReason)
+                    pages.itemAt(index).item.forceActiveFocus(Qt.ShortcutFocusReason)
                 }
             }
         }

@@ -27,8 +27,11 @@ FocusScope {
 
     readonly property Item _focused: visible ? Window.activeFocusItem : null
 
-    on_FocusedChanged: {
-        if (_focused && isInside(_focused))
+    // Later, since the keyboard can go on at once from a list to the row in it.
+    on_FocusedChanged: Qt.callLater(revealFocused)
+
+    function revealFocused() {
+        if (_focused && _focused !== start && isInside(_focused))
             reveal(_focused)
     }
 
@@ -66,8 +69,12 @@ FocusScope {
             spacing: 16
 
             Item {
+                id: start
                 width: parent.width
                 height: heading.height
+                focus: true // where the keyboard waits in front of the first control
+                Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
                 Column {
                     id: heading

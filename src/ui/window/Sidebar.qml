@@ -7,9 +7,9 @@ Item {
 
     required property QtObject view
 
-    function move(from: Item, by: int) {
-        const rows = [...upper.children, ...lower.children].filter(row => row instanceof SidebarRow)
-        rows[rows.indexOf(from) + by]?.forceActiveFocus(Qt.TabFocusReason)
+    function focusPage(page: int) {
+        const row = upperRows.itemAt(page) ?? lowerRows.itemAt(page - upperRows.count)
+        row?.forceActiveFocus(Qt.TabFocusReason)
     }
 
     Row {
@@ -40,10 +40,11 @@ Item {
         spacing: 2
 
         Repeater {
+            id: upperRows
             model: sidebar.view.mainPages
             delegate: SidebarRow {
                 view: sidebar.view
-                onMoved: by => sidebar.move(this, by)
+                onKeyboardMoved: page => sidebar.focusPage(page)
             }
         }
     }
@@ -53,7 +54,7 @@ Item {
         anchors.top: upper.bottom
         anchors.topMargin: 12
         x: 12
-        width: parent.width - 24
+        width: parent.width - 25
     }
 
     Column {
@@ -65,10 +66,11 @@ Item {
         spacing: 2
 
         Repeater {
+            id: lowerRows
             model: sidebar.view.lowerPages
             delegate: SidebarRow {
                 view: sidebar.view
-                onMoved: by => sidebar.move(this, by)
+                onKeyboardMoved: page => sidebar.focusPage(page)
             }
         }
     }

@@ -10,8 +10,8 @@ T.AbstractButton {
     required property QtObject view
     readonly property bool selected: view.selectedPage === modelData.page
 
-    /// The keyboard goes to a neighbour, so many rows on.
-    signal moved(int by)
+    /// The keyboard goes to the row of that page.
+    signal keyboardMoved(int page)
 
     width: parent?.width ?? 0
     implicitHeight: 36
@@ -23,10 +23,10 @@ T.AbstractButton {
     Accessible.selected: selected
 
     onClicked: view.selectedPage = modelData.page
-    Keys.onUpPressed: moved(-1)
-    Keys.onDownPressed: moved(1)
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onUpPressed: keyboardMoved(modelData.page - 1)
+    Keys.onDownPressed: keyboardMoved(modelData.page + 1)
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         Symbol {

@@ -24,10 +24,9 @@ Rectangle {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: card.modelData.emoji
-            size: 20
-            fixedLineHeight: 24
+            size: 23 // the emoji are drawn smaller than the letters of their size
+            topPadding: -4
             height: 24
-            topPadding: 0 // the emoji's typeface has measures of its own
             Accessible.ignored: true
         }
 
