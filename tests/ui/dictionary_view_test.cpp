@@ -67,6 +67,22 @@ TEST_F(DictionaryViewTest, RemovesEveryCopyAndPushesOnlyForAnAccount) {
     EXPECT_TRUE(pushes.isEmpty());
 }
 
+TEST_F(DictionaryViewTest, GivesARemovedWordBackAtItsPlace) {
+    store(R"([{"word":"Oslo"},{"word":"fjord"},{"word":"Bodø"}])");
+    DictionaryView view(page);
+    view.removeWord(u"fjord"_s);
+    view.setNewWord(u"ny"_s);
+    view.addWord();
+    undoOffer.undo();
+    EXPECT_EQ(stored(), uR"([{"word":"Oslo"},{"word":"fjord"},{"word":"Bodø"},{"word":"ny"}])"_s);
+    EXPECT_EQ(pushes.size(), 3);
+
+    view.removeWord(u"ny"_s);
+    store(R"([{"word":"ny"}])"); // elsewhere
+    undoOffer.undo();
+    EXPECT_EQ(stored(), uR"([{"word":"ny"}])"_s);
+}
+
 TEST_F(DictionaryViewTest, ChangesTheListAsItIsStoredNow) {
     store(R"([{"word":"Oslo"},{"word":"fjord"}])");
     DictionaryView view(page);

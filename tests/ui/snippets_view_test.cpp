@@ -73,6 +73,17 @@ TEST_F(SnippetsViewTest, AddsEditsAndRemovesInTheListAsItIsStoredNow) {
     EXPECT_EQ(texts(view.snippets()), stored());
 }
 
+TEST_F(SnippetsViewTest, GivesARemovedSnippetBackAtItsPlace) {
+    store({adr, sig});
+    SnippetsView view(page);
+    view.removeRow(0);
+    EXPECT_EQ(stored(), QStringList({u"sig=Vennlig hilsen"_s}));
+    undoOffer.undo();
+    EXPECT_EQ(snippets(preferences), QList({adr, sig}));
+    EXPECT_EQ(view.filteredSnippets()->rows(), QList({adr, sig}));
+    EXPECT_EQ(pushes.size(), 2);
+}
+
 TEST_F(SnippetsViewTest, KnowsASnippetWhoseIdentifierASynchronisationRenewed) {
     store({adr, sig});
     SnippetsView view(page);
