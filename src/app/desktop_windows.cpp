@@ -1,5 +1,8 @@
 #include "app/desktop_windows.h"
 
+#include "app/main_window_parts.h"
+#include "ui/controls/interface_setup.h"
+
 namespace velmo {
 
 DesktopWindows::DesktopWindows(const Collaborators &collaborators) : m_with(collaborators) {}
@@ -16,7 +19,13 @@ void DesktopWindows::closePopover() {}
 
 void DesktopWindows::showOverlay() {}
 
-void DesktopWindows::showMainWindow() {}
+void DesktopWindows::showMainWindow() {
+    if (!m_mainWindow) {
+        prepareInterface();
+        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_engine, [] { return true; });
+    }
+    m_mainWindow->show();
+}
 
 void DesktopWindows::showOnboarding() {}
 

@@ -3,11 +3,13 @@
 #include "app/user_interface.h"
 
 #include <QQmlEngine>
+#include <memory>
 
 namespace velmo {
 
 class Composition;
 class HotkeyListener;
+class MainWindowParts;
 class RecordingManager;
 
 /// The parts list of what can be seen: builds each window with its page states when it is first shown. Main thread.
@@ -34,6 +36,7 @@ public:
 private:
     Collaborators m_with;
     QQmlEngine m_engine;
+    std::unique_ptr<MainWindowParts> m_mainWindow; ///< Made when it is first shown.
 };
 
 } // namespace velmo

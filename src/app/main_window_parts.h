@@ -1,0 +1,41 @@
+#pragma once
+
+#include "base/calendar.h"
+#include "base/collation.h"
+#include "ui/models/dictionary_view.h"
+#include "ui/models/home_view.h"
+#include "ui/models/main_window_view.h"
+#include "ui/models/snippets_view.h"
+#include "ui/models/undo_offer.h"
+#include "ui/window/main_window_controller.h"
+
+namespace velmo {
+
+class Composition;
+
+/// The parts list of the main window: its pages' states over the stores, and the window. Made when it is first shown.
+/// Main thread.
+class MainWindowParts {
+public:
+    /// Both outlive the window.
+    MainWindowParts(Composition &composition, QQmlEngine &engine, std::function<bool()> hasTrayHost);
+
+    void show();
+
+private:
+    MainWindowParts(Composition &composition, QQmlEngine &engine, std::function<bool()> hasTrayHost,
+                    const Region &region);
+    [[nodiscard]] HomeView::Collaborators homePage(Composition &composition);
+    [[nodiscard]] ListPage listPage(Composition &composition);
+
+    Calendar m_calendar;
+    Collation m_collation;
+    UndoOffer m_undoOffer;
+    MainWindowView m_view;
+    HomeView m_home;
+    DictionaryView m_dictionary;
+    SnippetsView m_snippets;
+    MainWindowController m_controller;
+};
+
+} // namespace velmo
