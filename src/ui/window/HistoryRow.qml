@@ -15,7 +15,8 @@ T.Control {
     required property bool isLast
     property bool menuIsOpen: false
 
-    readonly property bool _active: hovered || activeFocus || menuIsOpen || button.activeFocus
+    property bool _buttonHasFocus: false
+    readonly property bool _active: hovered || activeFocus || menuIsOpen || _buttonHasFocus
 
     /// The menu should open at that place of the item.
     signal menuRequested(Item item, real x, real y)
@@ -31,7 +32,7 @@ T.Control {
     Accessible.name: day + ", " + time + ", " + text
 
     function openMenuByButton() {
-        menuRequested(button, button.width - 160, button.height + 4)
+        menuRequested(row, button.x + button.width - 160, button.y + button.height + 4)
     }
 
     Keys.onMenuPressed: openMenuByButton()
@@ -48,16 +49,20 @@ T.Control {
             event.accepted = false
     }
 
-    Label {
-        visible: row.isFirst
+    // What few rows show at a time is made only there: a hundred rows are made at once.
+    Loader {
+        active: row.isFirst
         x: 4
         y: row.topPadding - 24
-        text: row.day
-        size: 12
-        weight: Font.DemiBold
-        capitals: true
-        color: Theme.secondary
-        Accessible.role: Accessible.Heading
+
+        sourceComponent: Label {
+            text: row.day
+            size: 12
+            weight: Font.DemiBold
+            capitals: true
+            color: Theme.secondary
+            Accessible.role: Accessible.Heading
+        }
     }
 
     background: Item {
@@ -98,15 +103,21 @@ T.Control {
         width: parent.width - x - 1
     }
 
-    SymbolButton {
+    Loader {
         id: button
-        visible: row._active
-        x: row.width - width - 8
-        y: row.topPadding + 8
-        symbolName: "ellipsis"
-        text: qsTr("More for %1").arg(row.time)
-        focusPolicy: row.activeFocus || activeFocus ? Qt.StrongFocus : Qt.NoFocus
-        onClicked: row.openMenuByButton()
+        active: row._active
+        x: row.width - width - 9
+        y: words.y - 4
+        width: 28
+        height: 28
+
+        sourceComponent: SymbolButton {
+            symbolName: "ellipsis"
+            text: qsTr("More for %1").arg(row.time)
+            focusPolicy: row.activeFocus || activeFocus ? Qt.StrongFocus : Qt.NoFocus
+            onClicked: row.openMenuByButton()
+            onActiveFocusChanged: row._buttonHasFocus = activeFocus
+        }
     }
 
     MouseArea {
@@ -115,14 +126,17 @@ T.Control {
         onClicked: mouse => row.menuRequested(row, mouse.x, mouse.y)
     }
 
-    Rectangle {
+    Loader {
+        active: row.visualFocus
         y: row.topPadding
-        visible: row.visualFocus
-        width: parent.width
-        height: parent.height - y
-        color: "transparent"
-        radius: Theme.radiusCard
-        border.color: Theme.accent
-        border.width: 2
+        width: row.width
+        height: row.height - y
+
+        sourceComponent: Rectangle {
+            color: "transparent"
+            radius: Theme.radiusCard
+            border.color: Theme.accent
+            border.width: 2
+        }
     }
 }

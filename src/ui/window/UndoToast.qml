@@ -10,7 +10,7 @@ T.Control {
 
     implicitWidth: row.implicitWidth + 28
     implicitHeight: 44
-    visible: opacity > 0
+    visible: offer.isOffered || opacity > 0
     opacity: offer.isOffered ? 1 : 0
     hoverEnabled: true
     Accessible.role: Accessible.AlertMessage
