@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kProcessLimit = 60000; // milliseconds
 
+const QString kSound = QStringLiteral("sound"); // as the server calls it
+
 void startInBackground(QProcess &process, const QString &program, const QStringList &arguments) {
     process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     process.setStandardOutputFile(QProcess::nullDevice());
@@ -80,29 +82,36 @@ void PulseServer::wakeMicrophone() {
 }
 
 void PulseServer::control(const QStringList &arguments) {
-    run(QStringLiteral("pactl"), arguments);
+    pactl(arguments);
 }
 
-void PulseServer::play(const QString &path) {
-    run(QStringLiteral("paplay"),
-        {QStringLiteral("--latency-msec=100"), QStringLiteral("--device=vmic"), path});
+void PulseServer::load(const QString &path) {
+    pactl({QStringLiteral("upload-sample"), path, kSound});
+}
+
+void PulseServer::play() {
+    pactl({QStringLiteral("play-sample"), kSound, QStringLiteral("vmic")});
+    const QStringList streams = {QStringLiteral("list"), QStringLiteral("short"),
+                                 QStringLiteral("sink-inputs")};
+    EXPECT_TRUE(waitUntil([&streams] { return pactl(streams).isEmpty(); })) << "the sound does not end";
 }
 
 void PulseServer::signal(int number) {
     ::kill(static_cast<pid_t>(m_server.processId()), number);
 }
 
-void PulseServer::run(const QString &program, const QStringList &arguments) {
+QByteArray PulseServer::pactl(const QStringList &arguments) {
     QProcess process;
-    process.start(program, arguments);
+    process.start(QStringLiteral("pactl"), arguments);
     if (!process.waitForFinished(kProcessLimit) || process.exitCode() != 0)
-        ADD_FAILURE() << program.toStdString() << ": " << process.readAllStandardError().toStdString();
+        ADD_FAILURE() << "pactl: " << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
 }
 
 QString speechFile(const QTemporaryDir &directory, const QString &sentence) {
     const QString path = directory.filePath(QStringLiteral("speech.wav"));
     QProcess flite;
-    flite.start(QStringLiteral("flite"), {QStringLiteral("-voice"), QStringLiteral("slt"),
+    flite.start(QStringLiteral("flite"), {QStringLiteral("-voice"), QStringLiteral("rms"),
                                           QStringLiteral("-t"), sentence, QStringLiteral("-o"), path});
     if (!flite.waitForFinished(kProcessLimit) || flite.exitCode() != 0)
         ADD_FAILURE() << "flite is silent; it has to be installed for the tests";

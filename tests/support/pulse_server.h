@@ -27,12 +27,14 @@ public:
     void wakeMicrophone();
     /// What the server is told by pactl; waits until it is done.
     void control(const QStringList &arguments);
-    /// Plays a file to the end.
-    void play(const QString &path);
+    /// Has the server keep a sound of its own, so that playing it begins at once and has no gaps on a busy machine.
+    void load(const QString &path);
+    /// Plays the loaded sound to the virtual microphone, to the end.
+    void play();
     void signal(int number);
 
 private:
-    void run(const QString &program, const QStringList &arguments);
+    static QByteArray pactl(const QStringList &arguments);
 
     QTemporaryDir m_directory;
     QProcess m_server;

@@ -108,9 +108,10 @@ TEST_F(PulseMicrophoneTest, RecordsWhatIsSpoken) {
     server.wakeMicrophone();
     const QString speech =
         testing::speechFile(directory, QStringLiteral("The quick brown fox jumps over the lazy dog."));
+    server.load(speech);
     recorder.press(queue.uptime());
     startHearing();
-    server.play(speech);
+    server.play();
     EXPECT_TRUE(hears(isSilence)) << "the last word is through";
     const auto recording = stop();
     EXPECT_TRUE(log.lines().first().endsWith(QStringLiteral("(16kHz mono, input: 48000Hz 2ch)")));
