@@ -20,20 +20,22 @@ RealEditor::RealEditor(Xvfb &server, const QString &program)
     EXPECT_TRUE(file.open(QFile::WriteOnly));
     qputenv("HOME", m_folder.path().toUtf8()); // keeps off the settings of whoever runs the test
     m_program = server.start(program, {standaloneOption(program), m_path});
-    // The window may have the focus long before it takes keys; the star in its title tells of a changed text.
-    const QStringList give = {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                              QStringLiteral("--name"), QStringLiteral("text.txt"),
-                              QStringLiteral("windowfocus")};
-    const QStringList ask = {QStringLiteral("getwindowfocus"), QStringLiteral("getwindowname")};
-    EXPECT_TRUE(waitUntil([&] {
-        xdotool(give);
+    // The window may have the focus long before it takes keys.
+    EXPECT_TRUE(waitUntil([this] {
+        xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                 QStringLiteral("text.txt"), QStringLiteral("windowfocus")});
         press("x");
-        const QByteArray title = xdotool(ask);
-        return title.contains('*') && title.contains("text.txt");
+        return isChanged();
     })) << program.toStdString()
         << " does not take keys";
     press("ctrl+a");
     press("Delete");
+    EXPECT_TRUE(waitUntil([this] { return savedText().isEmpty() && !isChanged(); }));
+}
+
+bool RealEditor::isChanged() {
+    const QByteArray title = xdotool({QStringLiteral("getwindowfocus"), QStringLiteral("getwindowname")});
+    return title.contains("text.txt") && title.contains('*');
 }
 
 QString RealEditor::savedText() {

@@ -6,7 +6,7 @@
 
 namespace velmo::testing {
 
-/// An editor that people use, on a display with a window manager. It has the focus and an empty text.
+/// An editor that people use, on a display with a window manager. It has the focus and an empty text, which is saved.
 class RealEditor {
 public:
     /// "mousepad" (GTK) or "featherpad" (Qt).
@@ -14,7 +14,10 @@ public:
 
     [[nodiscard]] DisplayProgram &program() { return *m_program; }
 
-    /// Has the editor save its text and reads it.
+    /// Whether it shows that its text differs from what was saved.
+    [[nodiscard]] bool isChanged();
+
+    /// Has the editor save its text and reads it. This presses keys: not while somebody else does.
     [[nodiscard]] QString savedText();
 
 private:

@@ -7,6 +7,12 @@
 
 namespace velmo::testing {
 
+namespace {
+
+constexpr int kSampleRate = 16000;
+
+}
+
 WaveFile readWave(const QString &path) {
     SF_INFO info{};
     SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &info);
@@ -19,15 +25,18 @@ WaveFile readWave(const QString &path) {
     return wave;
 }
 
-void writeSilence(const QString &path, double seconds) {
+void writeWave(const QString &path, std::span<const float> samples) {
     SF_INFO info{};
-    info.samplerate = 16000;
+    info.samplerate = kSampleRate;
     info.channels = 1;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
     SNDFILE *file = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
-    const std::vector<float> samples(static_cast<std::size_t>(seconds * info.samplerate));
     sf_write_float(file, samples.data(), static_cast<sf_count_t>(samples.size()));
     sf_close(file);
+}
+
+void writeSilence(const QString &path, double seconds) {
+    writeWave(path, std::vector<float>(static_cast<std::size_t>(seconds * kSampleRate)));
 }
 
 double loudness(std::span<const float> samples) {

@@ -17,7 +17,8 @@ struct WaveFile {
 /// Everything zero when the file is not readable sound.
 [[nodiscard]] WaveFile readWave(const QString &path);
 
-/// Makes a mono 16-bit recording of nothing, at 16 kHz.
+/// Makes a mono 16-bit recording at 16 kHz: of these samples, or of nothing.
+void writeWave(const QString &path, std::span<const float> samples);
 void writeSilence(const QString &path, double seconds);
 
 /// The root mean square.

@@ -7,6 +7,7 @@
 
 namespace velmo::testing {
 
+using namespace std::chrono_literals;
 using x11::Connection;
 using x11::Owned;
 
@@ -73,15 +74,30 @@ void Hands::click(QPoint at) {
     move(XCB_BUTTON_RELEASE, 1, m_mouse);
 }
 
-/// @param device 0 for the XTEST devices.
+void Hands::tapTwice(uint8_t code, std::chrono::milliseconds secondHeld) {
+    send(XCB_KEY_PRESS, code, m_keyboard);
+    send(XCB_KEY_RELEASE, code, m_keyboard, 60ms);
+    send(XCB_KEY_PRESS, code, m_keyboard, 60ms);
+    const auto pressed = xcb_get_input_focus(m_connection->xcb());
+    send(XCB_KEY_RELEASE, code, m_keyboard, secondHeld);
+    const Owned<xcb_get_input_focus_reply_t> answer(
+        xcb_get_input_focus_reply(m_connection->xcb(), pressed, nullptr));
+}
+
 void Hands::move(uint8_t kind, uint8_t detail, uint8_t device) {
+    send(kind, detail, device);
+    settle(*m_connection);
+}
+
+/// @param device 0 for the XTEST devices.
+/// @param pause After what was sent before.
+void Hands::send(uint8_t kind, uint8_t detail, uint8_t device, std::chrono::milliseconds pause) {
     // Events of a particular device are numbered from the extension's first, in the same order as the core
     // ones.
     const auto type = static_cast<uint8_t>(
         device == 0 ? kind : m_extensionEvent + XCB_INPUT_DEVICE_KEY_PRESS + kind - XCB_KEY_PRESS);
-    xcb_test_fake_input(m_connection->xcb(), type, detail, XCB_CURRENT_TIME, m_connection->root(), 0, 0,
-                        device);
-    settle(*m_connection);
+    xcb_test_fake_input(m_connection->xcb(), type, detail, static_cast<uint32_t>(pause.count()),
+                        m_connection->root(), 0, 0, device);
 }
 
 void Hands::unplugKeyboard() {

@@ -4,6 +4,7 @@
 
 #include <QPoint>
 #include <QStringList>
+#include <chrono>
 
 // The two sides of a private display between which Velmo sits: a person at the keyboard and another
 // application.
@@ -34,6 +35,9 @@ public:
     /// Held together in that order, released in the opposite one.
     void chord(std::initializer_list<uint8_t> codes);
     void click(QPoint at);
+    /// Two taps in the server's own time, so their pace does not depend on how busy the machine is. Returns at the second
+    /// press, which goes on for that long (less than the gesture allows).
+    void tapTwice(uint8_t code, std::chrono::milliseconds secondHeld);
 
     void pressAsProgram(uint8_t code) { move(XCB_KEY_PRESS, code, 0); }
     void releaseAsProgram(uint8_t code) { move(XCB_KEY_RELEASE, code, 0); }
@@ -43,6 +47,7 @@ public:
 
 private:
     void move(uint8_t kind, uint8_t detail, uint8_t device);
+    void send(uint8_t kind, uint8_t detail, uint8_t device, std::chrono::milliseconds pause = {});
     void findDevices();
 
     std::unique_ptr<x11::Connection> m_connection;

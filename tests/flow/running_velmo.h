@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/velmo_program.h"
+#include "flow/desk.h"
+
+namespace velmo::testing {
+
+/// The application as people run it, at a desk. It has started when this is made; ending it is checked.
+class RunningVelmo {
+public:
+    RunningVelmo(const Desk &desk, const QString &serviceOrigin, const QString &temporaryDirectory);
+    RunningVelmo(const RunningVelmo &) = delete;
+    RunningVelmo &operator=(const RunningVelmo &) = delete;
+    ~RunningVelmo();
+
+    /// Waits for a log line with these words, after the ones waited for before.
+    [[nodiscard]] bool says(const QByteArray &words);
+    [[nodiscard]] const QByteArray &log();
+
+    /// Has the application do something, by the command line; it must succeed.
+    void command(const QString &name);
+
+    void signal(int number) const;
+    /// Ends it before it can do anything about it.
+    void kill();
+
+private:
+    VelmoProgram m_program;
+    std::unique_ptr<QProcess> m_process;
+    QByteArray m_log;      ///< All it has said.
+    qsizetype m_heard = 0; ///< Up to where it has been waited for.
+};
+
+} // namespace velmo::testing
