@@ -54,21 +54,26 @@ QString themeFile(QLatin1StringView name) {
 /// A connection to the sound server for cues; belongs to the thread of the player and may wait for the server.
 class CueOutput {
 public:
+    CueOutput() = default;
+    CueOutput(const CueOutput &) = delete;
+    CueOutput &operator=(const CueOutput &) = delete;
+    ~CueOutput() {
+        const std::lock_guard lock(s_library);
+        m_context.reset();
+    }
+
     void open() {
-        ca_context *context = nullptr;
-        if (ca_context_create(&context) != CA_SUCCESS)
-            return;
-        m_context.reset(context);
-        ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Velmo", nullptr);
-        ca_context_open(context);
+        const std::lock_guard lock(s_library);
+        connect();
     }
 
     /// A connection that has broken since the last cue, perhaps long ago, is made anew.
     void play(const QString &path) {
+        const std::lock_guard lock(s_library);
         if (m_context && handOver(path))
             return;
         m_context.reset();
-        open();
+        connect();
         if (m_context)
             (void)handOver(path);
     }
@@ -78,12 +83,24 @@ private:
         void operator()(ca_context *context) const { ca_context_destroy(context); }
     };
 
+    void connect() {
+        ca_context *context = nullptr;
+        if (ca_context_create(&context) != CA_SUCCESS)
+            return;
+        m_context.reset(context);
+        ca_context_change_props(context, CA_PROP_APPLICATION_NAME, "Velmo", nullptr);
+        ca_context_open(context);
+    }
+
     /// Whether the server has taken the sound; it plays on by itself.
     [[nodiscard]] bool handOver(const QString &path) {
         return ca_context_play(m_context.get(), 0, CA_PROP_MEDIA_FILENAME,
                                QFile::encodeName(path).constData(), CA_PROP_MEDIA_NAME, "Velmo",
                                CA_PROP_MEDIA_ROLE, "event", nullptr) == CA_SUCCESS;
     }
+
+    /// libcanberra loads and unloads its back-end with libltdl, where two threads at once crash.
+    inline static std::mutex s_library;
 
     std::unique_ptr<ca_context, Destroy> m_context;
 };

@@ -89,14 +89,21 @@ TEST_F(CanberraSoundPlayerTest, PlaysShortSoundsAndNoOthers) {
     EXPECT_LT(seconds, 0.35) << "Pop alone lasts longer";
 }
 
+qsizetype threads() {
+    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+}
+
 TEST_F(CanberraSoundPlayerTest, IsSilentWithoutAServerThatAnswers) {
     addSound(QStringLiteral("dialog-warning"), 0.2);
-    const auto player = makePlayer();
+    const qsizetype before = threads();
+    auto player = makePlayer();
     for (const int end : {SIGSTOP, SIGKILL}) {
         server.signal(end);
         player->play(SoundCue::Funk); // does not wait
         makePlayer()->play(SoundCue::Funk);
     }
+    player.reset();
+    EXPECT_TRUE(testing::waitUntil([before] { return threads() == before; })) << "a thread hangs on";
 }
 
 } // namespace
