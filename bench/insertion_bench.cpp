@@ -1,10 +1,12 @@
-// From insert() to the moment at which the focused application has the text, in real editors on a private display,
-// beside the time in which a tool types the same text key by key.
+// From insert() to the moment at which the focused application has the text, in real editors on a private display, and
+// from the end of speech by the program that people run, beside the time in which a tool types the same text key by key.
 
 #include "base/qt_main_queue.h"
 #include "dictation/text_inserter.h"
+#include "flow/running_velmo.h"
 #include "platform/linux/x11/x11_insertion.h"
 #include "support/real_editor.h"
+#include "support/scripted_server.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -116,6 +118,46 @@ void inserted(benchmark::State &state, const char *editor) {
     report(state, milliseconds);
 }
 
+void letPass(std::chrono::milliseconds time) {
+    const auto start = std::chrono::steady_clock::now();
+    static_cast<void>(waitUntil([=] { return std::chrono::steady_clock::now() - start >= time; }));
+}
+
+QByteArray lineOf(QProcess &process) {
+    static_cast<void>(spinUntil([&process] { return process.canReadLine(); }));
+    return process.readLine();
+}
+
+/// From the release of the trigger key to the moment at which the focused program has told its text; the service answers
+/// at once.
+void dictated(benchmark::State &state) {
+    testing::Desk desk;
+    testing::ScriptedServer service;
+    service.answer("/api/transcribe", 200, "{\"text\":\"" + sentence().toUtf8() + "\"}");
+    const QTemporaryDir temporary;
+    testing::RunningVelmo velmo(desk, service.origin(), temporary.path());
+    const auto target =
+        desk.startWindow(QStringLiteral("target"), QStringLiteral(VELMO_PUPPET), {QStringLiteral("target")});
+    std::vector<double> milliseconds;
+    for (auto _ : state) {
+        desk.hands.press(testing::key::rightControl);
+        if (!velmo.says("[Flow] Recording started"))
+            return state.SkipWithError("no recording starts");
+        letPass(std::chrono::milliseconds(500));
+        const auto start = std::chrono::steady_clock::now();
+        desk.hands.release(testing::key::rightControl);
+        lineOf(target->process()); // the shortcut
+        target->process().write("read\n");
+        if (lineOf(target->process()).size() < kCharacters)
+            return state.SkipWithError("the text does not come");
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+        state.SetIterationTime(taken.count());
+        milliseconds.push_back(taken.count() * 1000);
+        letPass(std::chrono::milliseconds(500)); // what was on the clipboard is back
+    }
+    report(state, milliseconds);
+}
+
 void typedByXdotool(benchmark::State &state, const QStringList &options) {
     Desktop desktop("featherpad");
     std::vector<double> milliseconds;
@@ -142,6 +184,7 @@ BENCHMARK_CAPTURE(inserted, mousepad, "mousepad")
     ->UseManualTime()
     ->Iterations(50)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(dictated)->UseManualTime()->Iterations(50)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(typedByXdotool, without_delay, {QStringLiteral("--delay"), QStringLiteral("0")})
     ->UseManualTime()
     ->Iterations(5)
