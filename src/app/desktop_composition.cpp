@@ -12,6 +12,7 @@
 #include "dictation/recording_paths.h"
 #include "dictation/text_inserter.h"
 #include "platform/linux/canberra/sound_player.h"
+#include "platform/linux/dbus/screen_saver_lock.h"
 #include "platform/linux/granted_microphone_permission.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/pulse/microphone.h"
@@ -65,8 +66,20 @@ struct DesktopComposition::Parts {
         recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
         commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
+        heedSessionLock();
     }
 
+    /// Behind a lock keys begin nothing and no text is pasted, and the microphone does not stay open.
+    void heedSessionLock() {
+        hotkeyListener.isSessionLocked =
+            textInserter.isSessionLocked = [this] { return sessionLock.isLocked(); };
+        sessionLock.onLocked = [this] {
+            if (recordingManager.state() == State::recording)
+                recordingManager.stopRecording();
+        };
+    }
+
+    ScreenSaverLock sessionLock;
     X11Input x11;
     std::unique_ptr<X11Insertion> insertion;
     SqlitePreferences keyboardPreferences;

@@ -85,9 +85,9 @@ void HotkeyListener::resumeFnKey() {
 void HotkeyListener::registerFallbackHotkey() {
     if (m_carbonHotkeyRef)
         return;
-    auto toggle = m_lifetime.guard([this] { toggleFromHotkey(); });
+    auto pressed = m_lifetime.guard([this] { hotkeyPressed(); });
     auto registered = m_with.hotkey.registerHotkey(
-        kFallbackHotkey, [queue = &m_with.queue, toggle = std::move(toggle)] { queue->post(toggle); });
+        kFallbackHotkey, [queue = &m_with.queue, pressed = std::move(pressed)] { queue->post(pressed); });
     if (!registered) {
         log(LogTag::Hotkey, QStringLiteral("Failed to register Carbon hotkey: %1").arg(registered.error()));
         return;
@@ -107,7 +107,13 @@ void HotkeyListener::stopListening() {
 
 // Gestures
 
+bool HotkeyListener::mayBegin() const {
+    return !isSessionLocked || !isSessionLocked();
+}
+
 void HotkeyListener::fnDown(std::chrono::nanoseconds time) {
+    if (m_recordingMode == RecordingMode::none && !mayBegin())
+        return;
     m_fnIsDown = true;
     m_fnPressedAt = time;
     switch (m_recordingMode) {
@@ -187,6 +193,11 @@ void HotkeyListener::combinationUsed() {
     m_fnIsDown = false;
     m_lastTapTime = 0ns;
     dropPress();
+}
+
+void HotkeyListener::hotkeyPressed() {
+    if (m_recordingMode != RecordingMode::none || mayBegin())
+        toggleFromHotkey();
 }
 
 void HotkeyListener::toggleFromHotkey() {

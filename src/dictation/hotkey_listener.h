@@ -73,6 +73,9 @@ public:
     std::function<void()> onStopRecording;
     std::function<void(bool granted)> onPermissionStatusChanged;
 
+    /// Whether whoever is at the keyboard may be anybody: keys begin nothing then, what runs they can end. Absent: never.
+    std::function<bool()> isSessionLocked;
+
     /// The trigger key went down and may become a gesture: time to open the microphone, so that words spoken
     /// with the press are not lost. Called again with the second press of a double tap.
     std::function<void(std::chrono::nanoseconds time)> onPress;
@@ -85,6 +88,8 @@ Q_SIGNALS:
     void recordingModeChanged();
 
 private:
+    [[nodiscard]] bool mayBegin() const;
+    void hotkeyPressed();
     void armPushToTalk();
     void beginPushToTalk();
     void tapped(std::chrono::nanoseconds time);

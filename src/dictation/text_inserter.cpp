@@ -63,7 +63,7 @@ void TextInserter::startNext() {
 }
 
 void TextInserter::findTarget(const QString &text) {
-    if (!m_with.keys.canInject()) {
+    if (!m_with.keys.canInject() || (isSessionLocked && isSessionLocked())) {
         leaveOnClipboard();
         return;
     }

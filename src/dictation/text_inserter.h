@@ -38,6 +38,9 @@ public:
 
     explicit TextInserter(const Collaborators &collaborators);
 
+    /// Whether keys would go to whatever asks for the password. Absent: never.
+    std::function<bool()> isSessionLocked;
+
     void insert(const QString &text) override;
 
     /// For the end of the program: drops what waits, gives the insertion under way a second to end, and has

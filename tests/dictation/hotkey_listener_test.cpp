@@ -24,6 +24,7 @@ protected:
         };
         listener.onPress = [this](std::chrono::nanoseconds) { calls.append(QStringLiteral("press")); };
         listener.onPressDropped = [this] { calls.append(QStringLiteral("drop")); };
+        listener.isSessionLocked = [this] { return isLocked; };
     }
 
     void listen() {
@@ -43,7 +44,7 @@ protected:
     void release(std::chrono::nanoseconds ago = 0ns) { report(TapEventType::FlagsChanged, {}, ago); }
 
     /// Words of a script: "down" and "up" of the trigger key, "other" key or button, "hotkey", "ended" (the
-    /// recording, by another way), or milliseconds that pass.
+    /// recording, by another way), "locked" and "unlocked" (the session), or milliseconds that pass.
     void perform(const QString &script) {
         for (const QString &step : script.split(u' ')) {
             if (step == u"down")
@@ -56,6 +57,8 @@ protected:
                 hotkey.pressed();
             else if (step == u"ended")
                 listener.recordingEnded();
+            else if (step.endsWith(u"locked"))
+                isLocked = step == u"locked";
             else
                 queue.advance(std::chrono::milliseconds(step.toInt()));
             queue.runPosted();
@@ -69,6 +72,7 @@ protected:
     testing::FakeEventTap tap;
     testing::FakeGlobalHotkey hotkey;
     QStringList calls;
+    bool isLocked = false;
     HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
 };
 
@@ -150,6 +154,14 @@ INSTANTIATE_TEST_SUITE_P(
                               "press start drop press", kNone},
                       Gesture{"KeepsAPressMadeSince", "down 300 up down 10 ended 290",
                               "press start stop drop press start", kPushToTalk}),
+    [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    SessionLock, Gestures,
+    ::testing::Values(Gesture{"KeysBeginNothing", "locked down 500 up 50 down 50 up 50 hotkey", "", kNone},
+                      Gesture{"ReleaseAfterItIsNothing", "locked down unlocked 500 up", "", kNone},
+                      Gesture{"KeysEndWhatRuns", "down 300 locked up hotkey", "press start stop drop", kNone},
+                      Gesture{"HotkeyEndsWhatRuns", "hotkey locked hotkey", "start stop", kNone}),
     [](const auto &info) { return info.param.name; });
 
 TEST_F(HotkeyListenerTest, SaysWhatTheGesturesDo) {

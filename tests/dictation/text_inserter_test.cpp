@@ -181,14 +181,14 @@ TEST_F(TextInserterTest, LetsATerminalReadAfterTheClipboardAloneWasLost) {
 
 struct NoPasteCase {
     const char *name;
-    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus);
+    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus, TextInserter &inserter);
     const char *line;
 };
 
 class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<NoPasteCase> {};
 
 TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
-    GetParam().arrange(keys, focus);
+    GetParam().arrange(keys, focus, inserter);
     insert("dictated");
     EXPECT_EQ(inserter.notice(), QStringLiteral("Copied - press Ctrl+V"));
     advance(3999ms);
@@ -201,11 +201,14 @@ TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
 
 INSTANTIATE_TEST_SUITE_P(
     TextInserter, NoPaste,
-    ::testing::Values(NoPasteCase{"injection_impossible", [](auto &keys, auto &) { keys.possible = false; },
-                                  ""},
-                      NoPasteCase{"no_focus", [](auto &, auto &focus) { focus.window.reset(); }, ""},
-                      NoPasteCase{"refused", [](auto &keys, auto &) { keys.works = false; },
-                                  "🎙️ [Insert] Failed to create CGEvent"}),
+    ::testing::Values(
+        NoPasteCase{"injection_impossible", [](auto &keys, auto &, auto &) { keys.possible = false; }, ""},
+        NoPasteCase{"no_focus", [](auto &, auto &focus, auto &) { focus.window.reset(); }, ""},
+        NoPasteCase{"locked",
+                    [](auto &, auto &, auto &inserter) { inserter.isSessionLocked = [] { return true; }; },
+                    ""},
+        NoPasteCase{"refused", [](auto &keys, auto &, auto &) { keys.works = false; },
+                    "🎙️ [Insert] Failed to create CGEvent"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {

@@ -1,6 +1,7 @@
 #include "flow/desk_test.h"
 
 #include "support/qt_printing.h"
+#include "support/screen_saver.h"
 #include "support/scripted_server.h"
 
 #include <QFile>
@@ -161,6 +162,23 @@ TEST_F(DictationTest, TypingGoesOnWhileVelmoIsStoppedAndWhenItIsKilled) {
     expectText(editor, u"xOg videre.x"_s);
     EXPECT_EQ(recordingFiles().size(), 1);
     startVelmo(service.origin()); // which clears up
+}
+
+TEST_F(DictationTest, GoesOnToTheClipboardAloneWhenTheScreenIsLocked) {
+    testing::RealEditor editor(desk->display, u"mousepad"_s);
+    hears({u"Dette blir liggende."_s, u"Og dette skrives inn."_s});
+    testing::ScreenSaver screenSaver(desk->bus);
+    beginPushToTalk();
+    screenSaver.setActive(true);
+    EXPECT_TRUE(velmo->says("[Flow] Recording stopped"));
+    desk->hands.release(key::rightControl);
+    EXPECT_TRUE(testing::waitUntil([this] { return paste("UTF8_STRING") == "Dette blir liggende."; }));
+    EXPECT_FALSE(editor.isChanged());
+
+    screenSaver.setActive(false);
+    velmo->command(u"status"_s); // it has heard of that by now
+    dictate();
+    expectText(editor, u"Og dette skrives inn."_s);
 }
 
 TEST_F(DictationTest, FollowsAChangeOfTheLayout) {
