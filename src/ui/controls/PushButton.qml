@@ -25,8 +25,8 @@ T.Button {
     hoverEnabled: true
     Accessible.name: text
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     contentItem: Item {
         implicitWidth: row.implicitWidth

@@ -20,8 +20,8 @@ T.Button {
     hoverEnabled: true
     Accessible.name: text
 
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     contentItem: Item {
         Symbol {

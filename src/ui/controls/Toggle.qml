@@ -11,8 +11,13 @@ T.Switch {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
 
-    Keys.onReturnPressed: toggle.click()
-    Keys.onEnterPressed: toggle.click()
+    function flip() {
+        toggle.toggle()
+        toggle.toggled()
+    }
+
+    Keys.onReturnPressed: toggle.flip()
+    Keys.onEnterPressed: toggle.flip()
 
     indicator: Rectangle {
         width: 36
