@@ -213,23 +213,28 @@ void HttpClient::Worker::complete(const Completion &completion, HttpOutcome outc
         m_idle.notify_all();
 }
 
-HttpClient::HttpClient(HttpClientOptions options) {
-    prepareLibrary();
-    m_worker = std::make_unique<Worker>(std::move(options));
-}
+HttpClient::HttpClient(HttpClientOptions options) : m_options(std::move(options)) {}
 
 HttpClient::~HttpClient() = default;
 
+HttpClient::Worker &HttpClient::worker() {
+    std::call_once(m_begun, [this] {
+        prepareLibrary();
+        m_worker = std::make_unique<Worker>(m_options);
+    });
+    return *m_worker;
+}
+
 void HttpClient::send(HttpRequest request, Completion completion) {
-    m_worker->enqueue(std::move(request), std::move(completion));
+    worker().enqueue(std::move(request), std::move(completion));
 }
 
 void HttpClient::warm(const QString &origin) {
-    m_worker->enqueue({"HEAD", origin + u'/', {}, std::nullopt, kWarmingLimits}, {});
+    worker().enqueue({"HEAD", origin + u'/', {}, std::nullopt, kWarmingLimits}, {});
 }
 
 void HttpClient::waitUntilIdle() {
-    m_worker->waitUntilIdle();
+    worker().waitUntilIdle();
 }
 
 } // namespace velmo

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -88,7 +89,11 @@ public:
 
 private:
     class Worker;
-    std::unique_ptr<Worker> m_worker;
+    [[nodiscard]] Worker &worker();
+
+    HttpClientOptions m_options;
+    std::once_flag m_begun;
+    std::unique_ptr<Worker> m_worker; ///< Made for the first exchange: the library takes 3 MiB, even at rest.
 };
 
 } // namespace velmo
