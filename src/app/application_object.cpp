@@ -1,6 +1,7 @@
 #include "app/application_object.h"
 
 #include "app/termination_signals.h"
+#include "platform/linux/session_bus_presence.h"
 #include "platform/linux/x11/display_presence.h"
 
 #include <QApplication>
@@ -24,6 +25,7 @@ std::unique_ptr<QCoreApplication> makeApplicationObject(const QStringList &argum
     if (!arguments.isEmpty() || !hasX11Display())
         return std::make_unique<QCoreApplication>(argc, argv);
     TerminationSignals::block();
+    keepFromStartingSessionBus();
     chooseX11();
     auto application = std::make_unique<QApplication>(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the tray icon stays

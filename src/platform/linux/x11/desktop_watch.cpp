@@ -3,6 +3,7 @@
 #include "platform/linux/x11/xkb.h"
 
 #include <algorithm>
+#include <xcb/xfixes.h>
 
 namespace velmo::x11 {
 
@@ -24,6 +25,26 @@ int selectKeyboardChanges(Connection &connection) {
     return extension->first_event;
 }
 
+/// A compositor owns this selection (Extended Window Manager Hints). The number is that of the screen; servers have had
+/// one alone since monitors can form one desktop.
+constexpr const char *kCompositor = "_NET_WM_CM_S0";
+
+/// Begins to listen for compositors that come and go.
+/// @return the kind of the events; 0, which is none, without the extension.
+int selectCompositorChanges(Connection &connection) {
+    xcb_connection_t *xcb = connection.xcb();
+    const auto *extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        return 0;
+    const Owned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        xcb, xcb_xfixes_query_version(xcb, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION), nullptr));
+    xcb_xfixes_select_selection_input(xcb, connection.root(), connection.atom(kCompositor),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    return extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+}
+
 } // namespace
 
 std::unique_ptr<DesktopWatch> DesktopWatch::open(const QString &display) {
@@ -43,6 +64,7 @@ DesktopWatch::DesktopWatch(std::unique_ptr<Connection> connection, const ServerC
       m_clock(clock),
       m_devices(devices),
       m_xkbEvent(selectKeyboardChanges(*m_connection)),
+      m_compositorEvent(selectCompositorChanges(*m_connection)),
       m_loop(*m_connection) {
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->xcb(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
@@ -58,6 +80,13 @@ void DesktopWatch::run(const Loop::Task &task) {
 
 void DesktopWatch::remove(Observer *observer) {
     m_observers.erase(std::remove(m_observers.begin(), m_observers.end(), observer), m_observers.end());
+}
+
+bool DesktopWatch::hasCompositor() {
+    xcb_connection_t *xcb = m_connection->xcb();
+    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        xcb, xcb_get_selection_owner(xcb, m_connection->atom(kCompositor)), nullptr));
+    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 void DesktopWatch::catchUp() {
@@ -79,6 +108,9 @@ void DesktopWatch::handle(const xcb_generic_event_t &event) {
     } else if (kindOf(event) == XCB_PROPERTY_NOTIFY) {
         for (Observer *observer : m_observers)
             observer->rootPropertyChanged(as<xcb_property_notify_event_t>(event).atom);
+    } else if (m_compositorEvent != 0 && kindOf(event) == m_compositorEvent) {
+        for (Observer *observer : m_observers)
+            observer->compositorChanged();
     } else if (kindOf(event) == XCB_MAPPING_NOTIFY || (m_xkbEvent != 0 && kindOf(event) == m_xkbEvent)) {
         scheduleKeyboardRead();
     }

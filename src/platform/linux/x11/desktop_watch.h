@@ -28,6 +28,7 @@ public:
         virtual void keyboardChanged() {} ///< Another layout, or other names of keys.
         virtual void devicesChanged() {}  ///< Keyboards or mice came or went.
         virtual void rootPropertyChanged(xcb_atom_t) {}
+        virtual void compositorChanged() {} ///< It came or went.
     };
 
     /// Nothing when the display cannot be opened or cannot report keys.
@@ -55,6 +56,9 @@ public:
         return m_clock.toUptime(input.at, uptime());
     }
 
+    /// Whether a compositor draws the windows, so that they can be translucent. Asks the server.
+    [[nodiscard]] bool hasCompositor();
+
     /// Has every observer told of what happened before now.
     void catchUp();
 
@@ -71,7 +75,8 @@ private:
     InputDevices m_devices;
     KeyboardMap m_keyboard;
     std::vector<Observer *> m_observers;
-    int m_xkbEvent; ///< The kind of all events of the XKB extension.
+    int m_xkbEvent;        ///< The kind of all events of the XKB extension.
+    int m_compositorEvent; ///< The kind of event that tells of another compositor.
     bool m_isKeyboardReadScheduled = false;
     Loop m_loop; ///< Last: its thread uses the others.
 };

@@ -6,6 +6,7 @@
 #include "platform/linux/x11/keyboard_keys.h"
 #include "platform/linux/x11/mouse_monitor.h"
 #include "platform/linux/x11/trigger_tap.h"
+#include "platform/linux/x11/unmanaged_windows.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -34,6 +35,7 @@ X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places) {
         queue, watch, x11::TriggerTap::Places{places.display, places.keyGuardProgram});
     input.hotkey = std::make_unique<x11::Hotkeys>(queue, watch, places.display);
     input.mouse = std::make_unique<x11::MouseMonitor>(queue, watch);
+    input.floating = std::make_unique<x11::UnmanagedWindows>(queue, watch, places.windows);
     input.keys = std::make_unique<x11::Keys>(watch);
     input.workspace = std::make_unique<x11::ActiveApplication>(queue, watch);
     return input;

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <functional>
+#include <memory>
+
+namespace velmo {
+
+/// What a desktop does for windows of ours that float over all others and that no window manager manages. A window goes
+/// by its number on the display. Main thread.
+class FloatingWindows {
+public:
+    /// Ends, when it is dropped, what it was returned for.
+    class Handle {
+    public:
+        Handle() = default;
+        Handle(const Handle &) = delete;
+        Handle &operator=(const Handle &) = delete;
+        virtual ~Handle() = default;
+    };
+
+    /// Each is called as a task of the main queue.
+    struct Events {
+        std::function<void()> compositionChanged; ///< `isComposited` has another answer.
+        std::function<void()> restacked;          ///< Managed windows came forward, perhaps over ours.
+    };
+
+    FloatingWindows() = default;
+    FloatingWindows(const FloatingWindows &) = delete;
+    FloatingWindows &operator=(const FloatingWindows &) = delete;
+    virtual ~FloatingWindows() = default;
+
+    /// Whether what is translucent looks so. Without a compositor the clear parts of a window are black.
+    [[nodiscard]] virtual bool isComposited() const = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<Handle> watch(Events events) = 0;
+
+    /// Lets clicks outside of the rectangles through to whatever lies beneath the window.
+    /// @param region in device pixels from the window's upper left corner.
+    virtual void setInputRegion(quint64 window, const QList<QRect> &region) = 0;
+
+    /// Has the window get the keys that are pressed. Once the handle is dropped, whoever got them before gets them
+    /// again, unless somebody else has taken them meanwhile.
+    [[nodiscard]] virtual std::unique_ptr<Handle> borrowKeyboard(quint64 window) = 0;
+};
+
+} // namespace velmo
