@@ -1,0 +1,154 @@
+#include "ui/models/menu_bar_view.h"
+
+#include "dictation/hotkey_listener.h"
+#include "dictation/recording_manager.h"
+#include "dictation/trigger_key.h"
+#include "platform/accessibility_permission.h"
+#include "store/history_store.h"
+#include "ui/models/platform_texts.h"
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+/// Permissions are given in other programs, which tell nobody, and times grow older (a product decision).
+constexpr auto kRefreshInterval = 2000ms;
+
+} // namespace
+
+// Rows
+
+QHash<int, QByteArray> RecentEntries::roleNames() const {
+    return {{TextRole, "text"}, {TimeAgoRole, "timeAgo"}};
+}
+
+QVariant RecentEntries::data(const QModelIndex &index, int role) const {
+    const RecentEntry &entry = rows()[index.row()];
+    switch (role) {
+    case TextRole:
+        return entry.text;
+    case TimeAgoRole:
+        return entry.timeAgo;
+    default:
+        return {};
+    }
+}
+
+MenuBarView::MenuBarView(const Collaborators &collaborators, Ways ways, const Region &region)
+    : m_with(collaborators), m_ways(std::move(ways)), m_calendar(region) {
+    const RecordingManager &manager = m_with.recordingManager;
+    connect(&manager, &RecordingManager::stateChanged, this, &MenuBarView::statusChanged);
+    connect(&manager, &RecordingManager::errorMessageChanged, this, &MenuBarView::errorMessageChanged);
+    connect(&m_with.hotkeyListener, &HotkeyListener::recordingModeChanged, this, &MenuBarView::statusChanged);
+    connect(this, &MenuBarView::setupChanged, this, &MenuBarView::statusChanged);
+    connect(&m_with.historyStore, &HistoryStore::entriesChanged, this, &MenuBarView::loadEntries);
+    refresh();
+}
+
+void MenuBarView::refresh() {
+    refreshPermission();
+    loadEntries();
+    m_refreshTimer = m_with.queue.after(kRefreshInterval, [this] { refresh(); });
+}
+
+void MenuBarView::refreshPermission() {
+    const bool hadAccessibility = std::exchange(m_hasAccessibility, m_with.permission.isTrusted());
+    if (!m_with.hotkeyListener.isUsingFnHotkey())
+        m_with.hotkeyListener.setupFnKey();
+    const bool hadFnHotkey = std::exchange(m_hasFnHotkey, m_with.hotkeyListener.isUsingFnHotkey());
+    if (hadAccessibility != m_hasAccessibility || hadFnHotkey != m_hasFnHotkey)
+        Q_EMIT setupChanged();
+}
+
+// Status
+
+bool MenuBarView::isRecording() const {
+    return m_with.recordingManager.state() == State::recording;
+}
+
+bool MenuBarView::isTranscribing() const {
+    return m_with.recordingManager.state() == State::transcribing;
+}
+
+QString MenuBarView::title() const {
+    switch (m_with.recordingManager.state()) {
+    case State::idle:
+        return tr("Ready");
+    case State::recording:
+        return tr("Listening...");
+    case State::transcribing:
+        return tr("Transcribing...");
+    }
+    return {};
+}
+
+QString MenuBarView::subtitle() const {
+    const bool isHeld = m_with.hotkeyListener.recordingMode() == RecordingMode::pushToTalk;
+    switch (m_with.recordingManager.state()) {
+    case State::idle:
+        return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn")) : tr("Ctrl+Shift+A to record");
+    case State::recording:
+        if (isHeld)
+            return withTriggerKey(tr("Release Fn to stop"));
+        return m_hasFnHotkey ? withTriggerKey(tr("Tap Fn to stop")) : tr("Ctrl+Shift+A to stop");
+    case State::transcribing:
+        return tr("Processing your speech");
+    }
+    return {};
+}
+
+const QString &MenuBarView::errorMessage() const {
+    return m_with.recordingManager.errorMessage();
+}
+
+QString MenuBarView::setupHint() const {
+    return platform_texts::setupHint();
+}
+
+QString MenuBarView::emptyHint() const {
+    return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn to dictate"))
+                         : tr("Press Ctrl+Shift+A to dictate");
+}
+
+QString MenuBarView::withTriggerKey(const QString &text) const {
+    return platform_texts::withTriggerKey(text, triggerKeyLabel(triggerKey(m_with.preferences)));
+}
+
+// Recent texts
+
+void MenuBarView::loadEntries() {
+    const qsizetype before = entryCount();
+    const Date now = m_with.queue.now();
+    QList<RecentEntry> rows;
+    for (const Entry &entry : m_with.historyStore.entries())
+        rows.append({entry.id, entry.text, m_calendar.timeAgo(entry.timestamp, now)});
+    m_recentEntries.setRows(rows);
+    if (entryCount() != before)
+        Q_EMIT entriesChanged();
+}
+
+void MenuBarView::copyRow(qsizetype row) {
+    m_ways.copy(m_recentEntries.rows()[row].text);
+}
+
+void MenuBarView::removeRow(qsizetype row) {
+    m_with.historyStore.remove(m_recentEntries.rows()[row].id);
+}
+
+// Ways out
+
+void MenuBarView::showPermission() {
+    m_ways.showPermission();
+}
+
+void MenuBarView::openVelmo() {
+    m_ways.openVelmo();
+}
+
+void MenuBarView::quit() {
+    m_ways.quit();
+}
+
+} // namespace velmo

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "base/calendar.h"
+#include "base/lifetime.h"
+#include "base/main_queue.h"
+#include "ui/models/row_model.h"
+
+#include <functional>
+
+namespace velmo {
+
+class AccessibilityPermission;
+class HistoryStore;
+class HotkeyListener;
+class Preferences;
+class RecordingManager;
+
+/// One text of the history, as the popover lists it.
+struct RecentEntry {
+    QString id;
+    QString text;
+    QString timeAgo;
+
+    bool operator==(const RecentEntry &) const = default;
+};
+
+/// The recent texts as rows of a view; the roles "text" and "timeAgo".
+class RecentEntries final : public RowModel<RecentEntry, QString> {
+public:
+    enum Role { TextRole = Qt::UserRole, TimeAgoRole };
+
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+
+protected:
+    [[nodiscard]] QString keyOf(const RecentEntry &entry) const override { return entry.id; }
+};
+
+/// What the popover shows and does, for as long as it is open: whether dictation is ready and how to begin, what is still
+/// missing for it, and the recent texts. Main thread.
+class MenuBarView final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isRecording READ isRecording NOTIFY statusChanged)
+    Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY statusChanged)
+    Q_PROPERTY(QString title READ title NOTIFY statusChanged)
+    Q_PROPERTY(QString subtitle READ subtitle NOTIFY statusChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY setupChanged)
+    Q_PROPERTY(bool isSetupRequired READ isSetupRequired NOTIFY setupChanged)
+    Q_PROPERTY(QString setupHint READ setupHint CONSTANT)
+    Q_PROPERTY(QAbstractItemModel *recentEntries READ recentEntries CONSTANT)
+    Q_PROPERTY(qsizetype entryCount READ entryCount NOTIFY entriesChanged)
+    Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY setupChanged)
+
+public:
+    /// Whom the popover's state works with; all of it outlives the state.
+    struct Collaborators {
+        MainQueue &queue;
+        const Preferences &preferences;
+        RecordingManager &recordingManager;
+        HistoryStore &historyStore;
+        HotkeyListener &hotkeyListener;
+        const AccessibilityPermission &permission;
+    };
+
+    /// What leads out of the popover.
+    struct Ways {
+        std::function<void()> openVelmo;
+        std::function<void()> quit;
+        std::function<void()> showPermission; ///< Where the person learns how to give the permission.
+        std::function<void(const QString &text)> copy;
+    };
+
+    MenuBarView(const Collaborators &collaborators, Ways ways, const Region &region);
+
+    [[nodiscard]] bool isRecording() const;
+    [[nodiscard]] bool isTranscribing() const;
+    [[nodiscard]] QString title() const;
+    /// How to begin or to end a dictation now.
+    [[nodiscard]] QString subtitle() const;
+    [[nodiscard]] const QString &errorMessage() const;
+
+    [[nodiscard]] bool hasAccessibility() const { return m_hasAccessibility; }
+    [[nodiscard]] bool isSetupRequired() const { return !m_hasAccessibility || !m_hasFnHotkey; }
+    [[nodiscard]] QString setupHint() const;
+
+    /// All of the history, newest first.
+    [[nodiscard]] RecentEntries *recentEntries() { return &m_recentEntries; }
+    [[nodiscard]] qsizetype entryCount() const { return m_recentEntries.rows().size(); }
+    /// How to get a first text.
+    [[nodiscard]] QString emptyHint() const;
+
+    Q_INVOKABLE void copyRow(qsizetype row);
+    /// Removes every entry with the identifier of that row.
+    Q_INVOKABLE void removeRow(qsizetype row);
+    Q_INVOKABLE void showPermission();
+    Q_INVOKABLE void openVelmo();
+    Q_INVOKABLE void quit();
+
+Q_SIGNALS:
+    void statusChanged();
+    void errorMessageChanged();
+    void setupChanged();
+    void entriesChanged();
+
+private:
+    void refresh();
+    void refreshPermission();
+    void loadEntries();
+    [[nodiscard]] QString withTriggerKey(const QString &text) const;
+
+    Collaborators m_with;
+    Ways m_ways;
+    Calendar m_calendar;
+    bool m_hasAccessibility = false;
+    bool m_hasFnHotkey = false;
+    RecentEntries m_recentEntries;
+    MainQueue::Timer m_refreshTimer;
+};
+
+} // namespace velmo
