@@ -4,7 +4,6 @@
 #include "app/application_commands.h"
 #include "app/composition.h"
 #include "app/desktop_windows.h"
-#include "app/headless.h"
 #include "dictation/audio_level_provider.h"
 #include "dictation/audio_recorder.h"
 #include "dictation/hotkey_listener.h"
@@ -22,8 +21,11 @@
 #include "platform/linux/x11/x11_insertion.h"
 #include "store/history_store.h"
 #include "store/sqlite_preferences.h"
+#include "ui/overlay/recording_overlay_controller.h"
 
 #include <QDir>
+#include <QGuiApplication>
+#include <QQmlEngine>
 
 namespace velmo {
 
@@ -31,6 +33,14 @@ namespace {
 
 /// The domain in which the desktop keeps what the trigger key does by itself.
 const QString kKeyboardDomain = QStringLiteral("com.apple.HIToolbox");
+
+/// The connection on which Qt makes windows; null when it makes none on an X display.
+xcb_connection_t *windowConnection() {
+    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const auto *x11 =
+        application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 ? x11->connection() : nullptr;
+}
 
 X11InsertionOptions insertionOptions(const AccessibilityPermission &permission) {
     X11InsertionOptions options;
@@ -52,13 +62,16 @@ struct DesktopComposition::Parts {
           levelMeter(composition.mainQueue(), recorder),
           textInserter({composition.mainQueue(), insertion->clipboard(), insertion->primarySelection(),
                         insertion->keyInjector(), insertion->focusedWindow()}),
+          overlay({engine, composition.mainQueue(), *x11.floating, *x11.mouse}),
           recordingManager({composition.mainQueue(), composition.preferences(), microphonePermission,
                             *x11.workspace, *sounds, recorder, composition.transcriptionClient(),
                             composition.textProcessor(), textInserter, levelMeter, overlay,
                             composition.historyStore(), composition.account(), composition.statistics()}),
           hotkeyListener(
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
-          windows({composition, recordingManager, hotkeyListener}),
+          windows({composition, engine, *x11.floating, *x11.mouse, *x11.permission, recordingManager,
+                   hotkeyListener, levelMeter, textInserter, overlay},
+                  {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
                        recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
                        composition.synchronisation(), *x11.permission, windows}),
@@ -90,8 +103,9 @@ struct DesktopComposition::Parts {
     AudioLevelProvider levelMeter;
     GrantedMicrophonePermission microphonePermission;
     std::unique_ptr<SoundPlayer> sounds = makeCanberraSoundPlayer(makeSndfileAudioLength());
-    headless::NoOverlay overlay;
     TextInserter textInserter;
+    QQmlEngine engine;
+    RecordingOverlayController overlay;
     RecordingManager recordingManager;
     HotkeyListener hotkeyListener;
     DesktopWindows windows;
@@ -100,7 +114,7 @@ struct DesktopComposition::Parts {
 };
 
 Result<std::unique_ptr<DesktopComposition>, QString> DesktopComposition::open(Composition &composition) {
-    X11Input x11 = makeX11Input(composition.mainQueue(), {QString(), keyGuardProgram()});
+    X11Input x11 = makeX11Input(composition.mainQueue(), {QString(), keyGuardProgram(), windowConnection()});
     auto insertion = X11Insertion::open(composition.mainQueue(), insertionOptions(*x11.permission));
     if (!insertion)
         return failed(insertion.error());

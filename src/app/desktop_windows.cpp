@@ -1,29 +1,95 @@
 #include "app/desktop_windows.h"
 
+#include "app/composition.h"
 #include "app/main_window_parts.h"
+#include "store/history_store.h"
+#include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
+#include "ui/models/floating_bar.h"
+#include "ui/models/menu_bar_view.h"
+#include "ui/overlay/recording_overlay_controller.h"
+#include "ui/popover/popover_window.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+using namespace std::chrono_literals;
 
 namespace velmo {
 
-DesktopWindows::DesktopWindows(const Collaborators &collaborators) : m_with(collaborators) {}
+namespace {
+
+/// Panels that start together with Velmo have their tray ready by then (a product decision).
+constexpr auto kTrayPatience = 3s;
+
+} // namespace
+
+DesktopWindows::DesktopWindows(const Collaborators &collaborators, Requests requests)
+    : m_with(collaborators),
+      m_requests(std::move(requests)),
+      m_isDesktopDark(StatusItem::isDesktopDark()) { // before our own colours take over
+    prepareInterface();
+}
 
 DesktopWindows::~DesktopWindows() = default;
 
-void DesktopWindows::showStatusItem(std::function<void()>) {}
+// Status item and popover
 
-void DesktopWindows::updateStatusIcon(State) {}
+void DesktopWindows::showStatusItem(std::function<void()> pressed) {
+    MainQueue &queue = m_with.composition.mainQueue();
+    m_statusItem = std::make_unique<StatusItem>(queue, m_isDesktopDark, std::move(pressed));
+    m_popover = std::make_unique<PopoverWindow>(
+        PopoverWindow::Collaborators{m_with.engine, queue, m_with.floating, m_with.mouse},
+        [this] { return makeMenuBarView(); });
+    m_trayTimer = queue.after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
+}
 
-void DesktopWindows::togglePopover() {}
+void DesktopWindows::showMainWindowWithoutTray() {
+    if (!StatusItem::hasHost())
+        showMainWindow();
+}
 
-void DesktopWindows::closePopover() {}
+void DesktopWindows::updateStatusIcon(State state) {
+    m_statusItem->setState(state);
+}
 
-void DesktopWindows::showOverlay() {}
+void DesktopWindows::togglePopover() {
+    m_popover->toggle(m_statusItem->frame());
+}
+
+void DesktopWindows::closePopover() {
+    m_popover->close();
+}
+
+std::unique_ptr<MenuBarView> DesktopWindows::makeMenuBarView() {
+    MenuBarView::Ways ways;
+    ways.openVelmo = m_requests.openMainWindow;
+    ways.quit = m_requests.quit;
+    ways.showPermission = m_requests.openMainWindow;
+    ways.copy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
+    Composition &composition = m_with.composition;
+    return std::make_unique<MenuBarView>(
+        MenuBarView::Collaborators{composition.mainQueue(), composition.preferences(),
+                                   m_with.recordingManager, composition.historyStore(), m_with.hotkeyListener,
+                                   m_with.permission},
+        std::move(ways), Region::ofSession());
+}
+
+// Overlay
+
+void DesktopWindows::showOverlay() {
+    Composition &composition = m_with.composition;
+    m_with.overlay.show(std::make_unique<FloatingBar>(FloatingBar::Collaborators{
+        composition.mainQueue(), composition.preferences(), composition.preferenceWatch(),
+        m_with.recordingManager, m_with.levelMeter, m_with.textInserter}));
+}
+
+// Windows
 
 void DesktopWindows::showMainWindow() {
-    if (!m_mainWindow) {
-        prepareInterface();
-        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_engine, [] { return true; });
-    }
+    if (!m_mainWindow)
+        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_with.engine,
+                                                         [] { return StatusItem::hasHost(); });
     m_mainWindow->show();
 }
 

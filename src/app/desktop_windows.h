@@ -1,16 +1,27 @@
 #pragma once
 
+#include "app/status_item.h"
 #include "app/user_interface.h"
+#include "base/main_queue.h"
 
-#include <QQmlEngine>
 #include <memory>
+
+class QQmlEngine;
 
 namespace velmo {
 
+class AccessibilityPermission;
+class AudioLevelProvider;
 class Composition;
+class FloatingWindows;
+class GlobalMouseMonitor;
 class HotkeyListener;
 class MainWindowParts;
+class MenuBarView;
+class PopoverWindow;
 class RecordingManager;
+class RecordingOverlayController;
+class TextInserter;
 
 /// The parts list of what can be seen: builds each window with its page states when it is first shown. Main thread.
 class DesktopWindows final : public UserInterface {
@@ -18,11 +29,23 @@ public:
     /// What the windows show and steer; all of it outlives them.
     struct Collaborators {
         Composition &composition;
+        QQmlEngine &engine;
+        FloatingWindows &floating;
+        GlobalMouseMonitor &mouse;
+        const AccessibilityPermission &permission;
         RecordingManager &recordingManager;
         HotkeyListener &hotkeyListener;
+        AudioLevelProvider &levelMeter;
+        TextInserter &textInserter;
+        RecordingOverlayController &overlay;
+    };
+    /// What the windows ask of the application.
+    struct Requests {
+        std::function<void()> openMainWindow;
+        std::function<void()> quit;
     };
 
-    explicit DesktopWindows(const Collaborators &collaborators);
+    DesktopWindows(const Collaborators &collaborators, Requests requests);
     ~DesktopWindows() override;
 
     void showStatusItem(std::function<void()> pressed) override;
@@ -34,9 +57,16 @@ public:
     void showOnboarding() override;
 
 private:
+    [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
+    void showMainWindowWithoutTray();
+
     Collaborators m_with;
-    QQmlEngine m_engine;
+    Requests m_requests;
+    bool m_isDesktopDark;
+    std::unique_ptr<StatusItem> m_statusItem;
+    std::unique_ptr<PopoverWindow> m_popover;
     std::unique_ptr<MainWindowParts> m_mainWindow; ///< Made when it is first shown.
+    MainQueue::Timer m_trayTimer;
 };
 
 } // namespace velmo

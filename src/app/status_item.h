@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/main_queue.h"
+#include "dictation/dictation_state.h"
+
+#include <QRect>
+#include <QSystemTrayIcon>
+#include <functional>
+
+namespace velmo {
+
+/// The item in the tray, whose image tells where a dictation is, in one colour that stands out from the panel. Main
+/// thread.
+class StatusItem {
+public:
+    /// @param isDesktopDark whether panels are likely to be; asked where the panel itself cannot be looked at.
+    /// @param pressed called for each press.
+    StatusItem(MainQueue &queue, bool isDesktopDark, std::function<void()> pressed);
+
+    void setState(State state);
+
+    /// Where the item is on the desktop; empty where the tray does not tell.
+    [[nodiscard]] QRect frame() const { return m_icon.geometry(); }
+
+    /// Whether the desktop has a tray to show it in now.
+    [[nodiscard]] static bool hasHost() { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+    /// Whether the colours of the desktop make panels likely that are dark.
+    [[nodiscard]] static bool isDesktopDark();
+
+private:
+    void look(int triesLeft);
+    void draw();
+
+    MainQueue &m_queue;
+    bool m_isPanelDark;
+    State m_state = State::idle;
+    QSystemTrayIcon m_icon;
+    MainQueue::Timer m_lookTimer;
+};
+
+} // namespace velmo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/main_queue.h"
+#include "platform/floating_windows.h"
+
+#include <QQuickView>
+
+namespace velmo {
+
+/// A window that floats over all others on every desktop, full-screen windows included, and is as translucent as its
+/// content wherever the display can do that. Elsewhere its content is told to be opaque, and the window has the shape of
+/// what is drawn. Main thread.
+///
+/// The root of its content has these properties:
+///   composited   bool, required: whether what is translucent looks so
+///   inputAreas   list of rectangles: what takes the mouse; clicks elsewhere go to what lies beneath
+///   solidAreas   list of rectangles: what is drawn, shadows apart
+///   solidRadius  number: how round their corners are at most; else it is half their height
+class FloatingView final : public QQuickView {
+    Q_OBJECT
+public:
+    enum class Keyboard { Never, CanBorrow };
+
+    /// All three outlive the view. @param keyboard whether the window ever gets the keys that are pressed.
+    FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows &desktop, Keyboard keyboard);
+    FloatingView(const FloatingView &) = delete;
+    FloatingView &operator=(const FloatingView &) = delete;
+    ~FloatingView() override;
+
+    /// Loads the component as the window's content; what the properties point to outlives the view.
+    void setContent(const QUrl &component, QVariantMap properties);
+
+private Q_SLOTS:
+    void applyInputAreas();
+    void applySolidAreas();
+
+private:
+    void applyComposition();
+    void comeForward();
+    [[nodiscard]] QList<QRectF> areas(const char *property) const;
+
+    MainQueue &m_queue;
+    FloatingWindows &m_desktop;
+    std::unique_ptr<FloatingWindows::Handle> m_watch;
+    MainQueue::Timer m_raiseTimer; ///< Runs for a while after the window has come forward.
+    bool m_shouldRaise = false;    ///< It has to once more when the timer runs out.
+};
+
+} // namespace velmo

@@ -1,0 +1,74 @@
+import QtQuick
+import Velmo.Controls
+import Velmo.Overlay
+
+/// The floating bar: a handle at rest, with a tip above it while the pointer is there or something has to be said; a
+/// bar while somebody dictates. Fills a window of fixed size at the foot of the screen, most of which is clear.
+Item {
+    id: view
+
+    required property QtObject bar
+    required property bool composited
+    /// The panel, of which the window shows more: its size at rest and while active, and what lies below it.
+    required property size idleSize
+    required property size activeSize
+    required property real bottomMargin
+
+    readonly property bool isHovering: idle.hovered
+    readonly property bool swings: composited && !Theme.reducedMotion
+
+    readonly property var inputAreas: bar.isIdle ? idle.inputAreas : [areaOf(active)]
+    readonly property var solidAreas: bar.isIdle ? idle.solidAreas : [areaOf(active)]
+    readonly property real solidRadius: bar.isIdle ? idle.solidRadius : active.radius
+
+    function areaOf(item: Item): rect {
+        return Qt.rect(item.x, item.y, item.width, item.height)
+    }
+
+    Spring {
+        id: presence // of the bar; what of it is missing is the handle's
+        readonly property real shown: Math.min(1, Math.max(0, value))
+
+        // A response of 0.4 s at three quarters of the critical damping.
+        stiffness: 246.7
+        damping: 23.6
+        swings: view.swings
+        target: view.bar.isIdle ? 0 : 1
+    }
+
+    IdleContent {
+        id: idle
+        bar: view.bar
+        composited: view.composited
+        width: view.width
+        height: view.height - view.bottomMargin
+        transformOrigin: Item.Bottom
+        opacity: 1 - presence.shown
+        scale: 1 - 0.5 * presence.value
+        visible: opacity > 0
+        enabled: view.bar.isIdle
+    }
+
+    ActiveBar {
+        id: active
+
+        property real panelHeight: (view.bar.isIdle ? view.idleSize : view.activeSize).height
+
+        Behavior on panelHeight {
+            enabled: view.swings
+            NumberAnimation { duration: 350; easing.type: Easing.InOutQuad }
+        }
+
+        bar: view.bar
+        composited: view.composited
+        swings: view.swings
+        width: view.activeSize.width - 32
+        height: view.activeSize.height - 16
+        x: (view.width - width) / 2
+        y: view.height - view.bottomMargin - (panelHeight + height) / 2
+        opacity: presence.shown
+        scale: 0.8 + 0.2 * presence.value
+        visible: opacity > 0
+        enabled: !view.bar.isIdle
+    }
+}

@@ -1,0 +1,132 @@
+#include "ui/overlay/recording_overlay_controller.h"
+
+#include "ui/floating/floating_view.h"
+#include "ui/models/floating_bar.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+
+void qml_register_types_Velmo_Overlay();
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+// Product decisions.
+constexpr auto kResizeTime = 350ms;
+constexpr auto kMoveTime = 300ms;
+
+/// The window shows a tip of two lines above the handle, with its shadow, and the shadow below the bar; it keeps its
+/// size, since a window that changes it at every frame flickers.
+constexpr QSize kWindowSize(RecordingOverlayController::activeSize.width(), 92);
+
+QScreen *screenUnderMouse() {
+    const QPoint mouse = QCursor::pos();
+    for (QScreen *screen : QGuiApplication::screens()) {
+        if (screen->geometry().contains(mouse))
+            return screen;
+    }
+    return QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
+RecordingOverlayController::RecordingOverlayController(const Collaborators &collaborators)
+    : m_with(collaborators) {
+    m_move.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&m_move, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant &position) { m_overlayPanel->setPosition(position.toPoint()); });
+}
+
+RecordingOverlayController::~RecordingOverlayController() = default;
+
+void RecordingOverlayController::show(std::unique_ptr<FloatingBar> bar) {
+    if (m_overlayPanel)
+        return;
+    qml_register_types_Velmo_Overlay(); // keeps the linker from dropping the module
+    m_overlayPanel = std::make_unique<FloatingView>(m_with.engine, m_with.queue, m_with.desktop,
+                                                    FloatingView::Keyboard::Never);
+    m_currentScreen = screenUnderMouse();
+    m_overlayPanel->setGeometry(windowFrame());
+    FloatingBar *content = bar.release();
+    content->setParent(m_overlayPanel.get()); // goes after the items that show it
+    m_overlayPanel->setContent(
+        QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Overlay/FloatingBarView.qml")),
+        {{QStringLiteral("bar"), QVariant::fromValue<QObject *>(content)},
+         {QStringLiteral("idleSize"), QSizeF(idleSize)},
+         {QStringLiteral("activeSize"), QSizeF(activeSize)},
+         {QStringLiteral("bottomMargin"), bottomMargin}});
+    m_overlayPanel->show();
+    followScreens();
+    m_mouseMonitor = m_with.mouse.watch([this](QPoint) { mouseClicked(); });
+}
+
+void RecordingOverlayController::update(State state) {
+    m_size = state == State::idle ? idleSize : activeSize;
+    if (!m_overlayPanel)
+        return;
+    m_currentScreen = screenUnderMouse();
+    moveIn(kResizeTime);
+}
+
+QRect RecordingOverlayController::placement(QSize size, QRect visibleFrame) {
+    const int left = visibleFrame.x() + (visibleFrame.width() - size.width()) / 2;
+    const int bottom = visibleFrame.y() + visibleFrame.height() - bottomMargin;
+    return {QPoint(left, bottom - size.height()), size};
+}
+
+QRect RecordingOverlayController::windowFrame() const {
+    if (!m_currentScreen)
+        return {QPoint(0, 0), kWindowSize};
+    const QRect panel = placement(m_size, m_currentScreen->availableGeometry());
+    const QPoint lowerLeft(panel.x() + (panel.width() - kWindowSize.width()) / 2,
+                           panel.y() + panel.height() + bottomMargin);
+    return {lowerLeft - QPoint(0, kWindowSize.height()), kWindowSize};
+}
+
+void RecordingOverlayController::followScreens() {
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](QScreen *screen) {
+        followScreen(screen);
+        screensChanged();
+    });
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &RecordingOverlayController::screensChanged);
+    for (QScreen *screen : QGuiApplication::screens())
+        followScreen(screen);
+}
+
+void RecordingOverlayController::followScreen(QScreen *screen) {
+    connect(screen, &QScreen::geometryChanged, this, &RecordingOverlayController::screensChanged);
+    connect(screen, &QScreen::availableGeometryChanged, this, &RecordingOverlayController::screensChanged);
+}
+
+void RecordingOverlayController::screensChanged() {
+    m_move.stop();
+    m_currentScreen = screenUnderMouse();
+    m_overlayPanel->setGeometry(windowFrame());
+}
+
+void RecordingOverlayController::mouseClicked() {
+    QScreen *screen = screenUnderMouse();
+    if (screen == m_currentScreen || !screen)
+        return;
+    m_currentScreen = screen;
+    moveIn(kMoveTime);
+}
+
+void RecordingOverlayController::moveIn(std::chrono::milliseconds duration) {
+    const QPoint target = windowFrame().topLeft();
+    if (m_move.state() == QAbstractAnimation::Running && m_move.endValue().toPoint() == target)
+        return;
+    m_move.stop();
+    if (m_overlayPanel->position() == target)
+        return;
+    m_move.setDuration(static_cast<int>(duration.count()));
+    m_move.setStartValue(m_overlayPanel->position());
+    m_move.setEndValue(target);
+    m_move.start();
+}
+
+} // namespace velmo

@@ -1,0 +1,56 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velmo.Controls
+
+/// The recent texts, newest first; how to get one where there is none.
+Item {
+    id: recent
+
+    required property QtObject view
+
+    EmptyHint {
+        anchors.centerIn: parent
+        width: parent.width - 32
+        visible: recent.view.entryCount === 0
+        text: recent.view.emptyHint
+    }
+
+    Rectangle {
+        id: card
+        visible: recent.view.entryCount > 0
+        width: parent.width
+        height: Math.min(parent.height, list.contentHeight + 2)
+        radius: Theme.radiusField
+        color: Theme.card
+        border.width: 1
+        border.color: Theme.hairline
+    }
+
+    ListView {
+        id: list
+        anchors.fill: card
+        anchors.margins: 1
+        visible: card.visible
+        clip: true
+        model: recent.view.recentEntries
+        boundsBehavior: Flickable.StopAtBounds
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        currentIndex: -1
+        T.ScrollBar.vertical: ScrollBar {}
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Recent")
+        onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = 0
+
+        delegate: RecentRow {
+            width: ListView.view.width
+            isLast: index === ListView.view.count - 1
+            onMenuRequested: (item, at) => menu.openFor(index, item, at, list.activeFocus ? list : recent)
+        }
+    }
+
+    RecentMenu {
+        id: menu
+        view: recent.view
+    }
+}

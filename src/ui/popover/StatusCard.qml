@@ -1,0 +1,111 @@
+import QtQuick
+import Velmo.Controls
+
+/// Whether dictation is ready, listening or at work, how to go on, and what went wrong last.
+Rectangle {
+    id: card
+
+    required property QtObject view
+    readonly property color stateColor: view.isRecording ? Theme.red : view.isTranscribing ? Theme.blue : Theme.accent
+
+    implicitHeight: content.implicitHeight + 28
+    radius: Theme.radiusField
+    color: Theme.card
+    border.width: 1
+    border.color: colorAt(0.2)
+    Accessible.role: Accessible.StatusBar
+    Accessible.name: [view.title, view.subtitle, view.errorMessage].filter(text => text.length > 0).join(", ")
+
+    function colorAt(opacity: real): color {
+        return Qt.rgba(stateColor.r, stateColor.g, stateColor.b, opacity)
+    }
+
+    Column {
+        id: content
+        x: 14
+        y: 14
+        width: parent.width - 28
+        spacing: 12
+
+        Item {
+            width: parent.width
+            implicitHeight: Math.max(icon.height, words.implicitHeight)
+
+            Rectangle {
+                id: icon
+                anchors.verticalCenter: parent.verticalCenter
+                width: 42
+                height: 42
+                radius: Theme.radiusRow
+                color: card.view.isRecording || card.view.isTranscribing ? card.colorAt(0.1) : Theme.tint
+
+                Symbol {
+                    anchors.centerIn: parent
+                    name: card.view.isRecording ? "mic.fill" : card.view.isTranscribing ? "ellipsis.circle" : "mic"
+                    pointSize: 17
+                    weight: Symbol.Medium
+                    color: card.stateColor
+                }
+            }
+
+            Column {
+                id: words
+                anchors.left: icon.right
+                anchors.leftMargin: 12
+                anchors.right: live.visible ? live.left : parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 1
+
+                Label {
+                    text: card.view.title
+                    size: 14
+                    weight: Font.DemiBold
+                    Accessible.ignored: true
+                }
+
+                Label {
+                    width: parent.width
+                    text: card.view.subtitle
+                    size: 12
+                    color: Theme.secondary
+                    wrapMode: Text.Wrap
+                    Accessible.ignored: true
+                }
+            }
+
+            LiveBadge {
+                id: live
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                visible: card.view.isRecording
+            }
+        }
+
+        Divider {
+            visible: card.view.errorMessage.length > 0
+            width: parent.width
+        }
+
+        Row {
+            visible: card.view.errorMessage.length > 0
+            width: parent.width
+            spacing: 8
+
+            Symbol {
+                id: warning
+                name: "exclamationmark.triangle"
+                pointSize: 13
+                color: Theme.orangeText
+            }
+
+            Label {
+                width: parent.width - x
+                text: card.view.errorMessage
+                size: 12
+                color: Theme.orangeText
+                wrapMode: Text.Wrap
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,117 @@
+#include "ui/popover/popover_window.h"
+
+#include "ui/floating/floating_view.h"
+#include "ui/models/menu_bar_view.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QScreen>
+
+void qml_register_types_Velmo_Popover();
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+// Product decisions, in logical pixels.
+constexpr int kGap = 6;          ///< Between the popover and what it belongs to.
+constexpr int kScreenMargin = 8; ///< Between the popover and the edge of what is free of the screen.
+
+/// Around the content, for the shadow.
+constexpr int kShadowMargin = 24;
+
+/// A press on the status item closes the popover before the item tells of it. What it tells within this time, with the
+/// pointer in place, is of the same press.
+constexpr auto kOnePress = 1s;
+constexpr int kOnePlace = 4;
+
+QScreen *screenAt(QPoint position) {
+    QScreen *screen = QGuiApplication::screenAt(position);
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
+PopoverWindow::PopoverWindow(const Collaborators &collaborators, MakeContent makeContent)
+    : m_with(collaborators), m_makeContent(std::move(makeContent)) {}
+
+PopoverWindow::~PopoverWindow() = default;
+
+void PopoverWindow::toggle(QRect item) {
+    if (isShown())
+        close();
+    else if (!hasThisClickClosed())
+        show(item.isEmpty() ? QRect(QCursor::pos(), QSize(1, 1)) : item);
+}
+
+void PopoverWindow::show(QRect item) {
+    qml_register_types_Velmo_Popover(); // keeps the linker from dropping the module
+    m_frame = placement(item, screenAt(item.center())->availableGeometry());
+    m_view = std::make_unique<FloatingView>(m_with.engine, m_with.queue, m_with.desktop,
+                                            FloatingView::Keyboard::CanBorrow);
+    MenuBarView *content = m_makeContent().release();
+    content->setParent(m_view.get()); // goes after the items that show it
+    m_view->setGeometry(m_frame.marginsAdded({kShadowMargin, kShadowMargin, kShadowMargin, kShadowMargin}));
+    m_view->setContent(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Popover/MenuBarView.qml")),
+                       {{QStringLiteral("view"), QVariant::fromValue<QObject *>(content)},
+                        {QStringLiteral("margin"), kShadowMargin}});
+    connect(m_view->rootObject(), SIGNAL(closeRequested()), this, SLOT(closeFromWithin()));
+    connect(m_view.get(), &QWindow::activeChanged, this, &PopoverWindow::activeChanged);
+    // What is dictated belongs to the application that had the keyboard.
+    connect(content, &MenuBarView::statusChanged, this, [this, content] {
+        if (content->isRecording())
+            m_keyboard.reset();
+    });
+    m_view->show();
+    m_keyboard = m_with.desktop.borrowKeyboard(m_view->winId());
+    m_clickWatch = m_with.mouse.watch([this](QPoint) { clicked(); });
+}
+
+void PopoverWindow::close() {
+    if (!isShown())
+        return;
+    m_closedAt = 0ns;
+    m_clickWatch.reset();
+    m_keyboard.reset(); // before the window goes, or the keyboard would be nobody's
+    m_view->hide();
+    m_view->disconnect(this);
+    m_view.release()->deleteLater(); // it may be the one that asks
+}
+
+void PopoverWindow::closeFromWithin() {
+    close();
+}
+
+void PopoverWindow::clicked() {
+    if (!isShown() || m_frame.contains(QCursor::pos()))
+        return;
+    close();
+    m_closingClick = QCursor::pos();
+    m_closedAt = m_with.queue.uptime();
+}
+
+void PopoverWindow::activeChanged() {
+    if (m_keyboard && !m_view->isActive())
+        close();
+}
+
+bool PopoverWindow::hasThisClickClosed() const {
+    return m_closedAt != 0ns && m_with.queue.uptime() - m_closedAt < kOnePress &&
+           (QCursor::pos() - m_closingClick).manhattanLength() <= kOnePlace;
+}
+
+QRect PopoverWindow::placement(QRect item, QRect visibleFrame) {
+    const QRect free =
+        visibleFrame.marginsRemoved({kScreenMargin, kScreenMargin, kScreenMargin, kScreenMargin});
+    const bool isBelow = item.center().y() < visibleFrame.center().y();
+    const int x = item.x() + (item.width() - contentSize.width()) / 2;
+    const int y = isBelow ? item.y() + item.height() + kGap : item.y() - kGap - contentSize.height();
+    const int right = std::max(free.x(), free.x() + free.width() - contentSize.width());
+    const int lowest = std::max(free.y(), free.y() + free.height() - contentSize.height());
+    return {QPoint(std::clamp(x, free.x(), right), std::clamp(y, free.y(), lowest)), contentSize};
+}
+
+} // namespace velmo

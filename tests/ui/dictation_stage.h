@@ -1,0 +1,72 @@
+#pragma once
+
+#include "dictation/audio_level_provider.h"
+#include "dictation/audio_level_source.h"
+#include "dictation/dictation_fakes.h"
+#include "dictation/hotkey_listener.h"
+#include "dictation/insertion_fakes.h"
+#include "dictation/recording_manager.h"
+#include "dictation/text_inserter.h"
+#include "dictation/trigger_fakes.h"
+#include "store/history_store.h"
+#include "store/memory_preferences.h"
+#include "store/preference_watch.h"
+#include "support/manual_main_queue.h"
+
+namespace velmo::testing {
+
+struct FakeAudioLevelSource final : AudioLevelSource {};
+
+/// A dictation with real controllers and stores, which stands still until a test moves it on.
+struct DictationStage {
+    explicit DictationStage(OverlayDisplay *display = nullptr)
+        : manager{{queue, preferences, microphone, workspace, sounds, recorder, transcriber, processor,
+                   inserter, levelMeter, display ? *display : noOverlay, history, account, account}} {
+        listener.onStartRecording = [this] { manager.startRecording(); };
+        listener.onStopRecording = [this] { manager.stopRecording(); };
+        QObject::connect(&manager, &RecordingManager::stateChanged, &manager, [this] {
+            if (manager.state() != State::recording)
+                listener.recordingEnded();
+        });
+        listener.setupFnKey();
+        listener.registerFallbackHotkey();
+    }
+
+    void dictate(const QString &text) {
+        manager.startRecording();
+        queue.advance(std::chrono::seconds(2));
+        manager.stopRecording();
+        queue.runPosted();
+        transcriber.complete(Transcript{text, std::nullopt});
+        queue.runPosted();
+        processor.complete(text);
+        queue.runPosted();
+    }
+
+    ManualMainQueue queue;
+    MemoryPreferences preferences;
+    PreferenceWatch watch{preferences, queue};
+    FakeMicrophonePermission microphone;
+    FakeWorkspace workspace;
+    FakeSounds sounds;
+    FakeRecorder recorder;
+    FakeTranscriber transcriber;
+    FakeTextProcessing processor;
+    FakeClipboard clipboard{queue};
+    FakeClipboard primarySelection{queue};
+    FakeKeyInjector keys{queue};
+    FakeFocus focus{queue};
+    TextInserter inserter{{queue, clipboard, primarySelection, keys, focus}};
+    FakeAudioLevelSource levels;
+    AudioLevelProvider levelMeter{queue, levels};
+    FakeOverlay noOverlay;
+    HistoryStore history{preferences, queue};
+    FakeAccount account;
+    FakeAccessibilityPermission permission;
+    FakeEventTap tap;
+    FakeGlobalHotkey hotkey;
+    HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
+    RecordingManager manager;
+};
+
+} // namespace velmo::testing
