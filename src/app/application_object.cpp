@@ -16,6 +16,7 @@ void chooseX11() {
     constexpr const char *kPlatform = "QT_QPA_PLATFORM";
     if (!qEnvironmentVariableIsSet(kPlatform))
         qputenv(kPlatform, "xcb");
+    qputenv("QT_XCB_GL_INTEGRATION", "none"); // windows are drawn in software
 }
 
 } // namespace

@@ -69,8 +69,8 @@ struct DesktopComposition::Parts {
                             composition.historyStore(), composition.account(), composition.statistics()}),
           hotkeyListener(
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
-          windows({composition, engine, *x11.floating, *x11.mouse, *x11.permission, recordingManager,
-                   hotkeyListener, levelMeter, textInserter, overlay},
+          windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.permission,
+                   recordingManager, hotkeyListener, levelMeter, textInserter, overlay},
                   {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
                        recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),

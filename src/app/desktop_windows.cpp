@@ -37,7 +37,7 @@ DesktopWindows::~DesktopWindows() = default;
 
 void DesktopWindows::showStatusItem(std::function<void()> pressed) {
     MainQueue &queue = m_with.composition.mainQueue();
-    m_statusItem = std::make_unique<StatusItem>(queue, m_isDesktopDark, std::move(pressed));
+    m_statusItem = std::make_unique<StatusItem>(queue, m_with.panels, m_isDesktopDark, std::move(pressed));
     m_popover = std::make_unique<PopoverWindow>(
         PopoverWindow::Collaborators{m_with.engine, queue, m_with.floating, m_with.mouse},
         [this] { return makeMenuBarView(); });

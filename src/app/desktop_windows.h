@@ -13,6 +13,7 @@ namespace velmo {
 class AccessibilityPermission;
 class AudioLevelProvider;
 class Composition;
+class DesktopPanels;
 class FloatingWindows;
 class GlobalMouseMonitor;
 class HotkeyListener;
@@ -31,6 +32,7 @@ public:
         Composition &composition;
         QQmlEngine &engine;
         FloatingWindows &floating;
+        const DesktopPanels &panels;
         GlobalMouseMonitor &mouse;
         const AccessibilityPermission &permission;
         RecordingManager &recordingManager;

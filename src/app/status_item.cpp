@@ -1,10 +1,14 @@
 #include "app/status_item.h"
 
+#include "platform/desktop_panels.h"
 #include "ui/controls/symbol_drawing.h"
 
 #include <QGuiApplication>
+#include <QImage>
 #include <QPalette>
 #include <QScreen>
+#include <algorithm>
+#include <vector>
 
 using namespace std::chrono_literals;
 
@@ -43,23 +47,38 @@ bool isDark(const QColor &color) {
     return color.lightnessF() < 0.5F;
 }
 
-QColor colorOnScreen(QPoint position) {
-    QScreen *screen = QGuiApplication::screenAt(position);
+QImage seenOnScreen(QRect area) {
+    QScreen *screen = QGuiApplication::screenAt(area.center());
     if (!screen)
         return {};
-    const QPoint onScreen = position - screen->geometry().topLeft();
-    return QColor(screen->grabWindow(0, onScreen.x(), onScreen.y(), 1, 1).toImage().pixel(0, 0));
+    const QPoint onScreen = area.topLeft() - screen->geometry().topLeft();
+    return screen->grabWindow(0, onScreen.x(), onScreen.y(), area.width(), area.height()).toImage();
+}
+
+/// That of the middle lightness along the middle line: letters and symbols take less room than what they stand on.
+QColor groundOf(const QImage &image) {
+    std::vector<QColor> colors;
+    for (int x = 0; x < image.width(); ++x)
+        colors.push_back(image.pixelColor(x, image.height() / 2));
+    if (colors.empty())
+        return {};
+    const auto middle = colors.begin() + static_cast<std::ptrdiff_t>(colors.size() / 2);
+    std::nth_element(colors.begin(), middle, colors.end(), [](const QColor &left, const QColor &right) {
+        return left.lightnessF() < right.lightnessF();
+    });
+    return *middle;
 }
 
 } // namespace
 
-StatusItem::StatusItem(MainQueue &queue, bool isDesktopDark, std::function<void()> pressed)
-    : m_queue(queue), m_isPanelDark(isDesktopDark) {
+StatusItem::StatusItem(MainQueue &queue, const DesktopPanels &panels, bool isDesktopDark,
+                       std::function<void()> pressed)
+    : m_queue(queue), m_panels(panels), m_isPanelDark(isDesktopDark) {
     QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
                      [pressed = std::move(pressed)] { pressed(); });
     draw();
     m_icon.show();
-    look(kLooks);
+    lookAtPanel(kLooks);
 }
 
 bool StatusItem::isDesktopDark() {
@@ -70,18 +89,32 @@ bool StatusItem::isDesktopDark() {
 
 void StatusItem::setState(State state) {
     m_state = state;
-    look(0);
+    lookAtPanel(0);
     draw();
 }
 
-/// The symbols leave the corners of their square free, so there the panel is seen.
-void StatusItem::look(int triesLeft) {
-    if (!frame().isEmpty()) {
-        m_isPanelDark = isDark(colorOnScreen(frame().topLeft()));
+void StatusItem::lookAtPanel(int triesLeft) {
+    if (const QColor color = panelColor(); color.isValid()) {
+        m_isPanelDark = isDark(color);
         draw();
     } else if (triesLeft > 0) {
-        m_lookTimer = m_queue.after(kLookInterval, [this, triesLeft] { look(triesLeft - 1); });
+        m_lookTimer = m_queue.after(kLookInterval, [this, triesLeft] { lookAtPanel(triesLeft - 1); });
     }
+}
+
+/// Where the tray does not tell where the item is, it is taken to be in the largest panel.
+QColor StatusItem::panelColor() const {
+    if (const QRect own = frame(); !own.isEmpty())
+        return groundOf(seenOnScreen(QRect(own.topLeft(), QSize(own.width(), 1)))); // above the symbol
+    QRect largest;
+    for (const QRect &panel : m_panels.frames()) {
+        if (panel.width() * panel.height() > largest.width() * largest.height())
+            largest = panel;
+    }
+    if (largest.isEmpty())
+        return {};
+    const qreal ratio = qGuiApp->devicePixelRatio();
+    return groundOf(seenOnScreen(QRect(largest.topLeft() / ratio, largest.size() / ratio)));
 }
 
 void StatusItem::draw() {

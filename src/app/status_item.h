@@ -9,13 +9,16 @@
 
 namespace velmo {
 
+class DesktopPanels;
+
 /// The item in the tray, whose image tells where a dictation is, in one colour that stands out from the panel. Main
 /// thread.
 class StatusItem {
 public:
-    /// @param isDesktopDark whether panels are likely to be; asked where the panel itself cannot be looked at.
+    /// @param isDesktopDark whether panels are likely to be; for as long as none can be looked at.
     /// @param pressed called for each press.
-    StatusItem(MainQueue &queue, bool isDesktopDark, std::function<void()> pressed);
+    StatusItem(MainQueue &queue, const DesktopPanels &panels, bool isDesktopDark,
+               std::function<void()> pressed);
 
     void setState(State state);
 
@@ -29,10 +32,12 @@ public:
     [[nodiscard]] static bool isDesktopDark();
 
 private:
-    void look(int triesLeft);
+    void lookAtPanel(int triesLeft);
+    [[nodiscard]] QColor panelColor() const;
     void draw();
 
     MainQueue &m_queue;
+    const DesktopPanels &m_panels;
     bool m_isPanelDark;
     State m_state = State::idle;
     QSystemTrayIcon m_icon;

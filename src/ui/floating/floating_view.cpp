@@ -35,6 +35,7 @@ QRegion roundedRegion(const QRectF &area, qreal largestRadius) {
 FloatingView::FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows &desktop, Keyboard keyboard)
     : QQuickView(&engine, nullptr), m_queue(queue), m_desktop(desktop) {
     setFlags(flagsFor(keyboard));
+    setTitle(QStringLiteral("Velmo"));
     setColor(Qt::transparent);
     setResizeMode(SizeRootObjectToView);
     m_watch = m_desktop.watch({[this] { applyComposition(); }, [this] { comeForward(); }});

@@ -2,6 +2,7 @@
 
 #include "base/main_queue.h"
 #include "platform/accessibility_permission.h"
+#include "platform/desktop_panels.h"
 #include "platform/event_tap.h"
 #include "platform/floating_windows.h"
 #include "platform/global_hotkey.h"
@@ -24,6 +25,7 @@ struct X11Input {
     std::unique_ptr<GlobalHotkey> hotkey;
     std::unique_ptr<GlobalMouseMonitor> mouse;
     std::unique_ptr<FloatingWindows> floating;
+    std::unique_ptr<DesktopPanels> panels;
     std::unique_ptr<KeyboardKeys> keys;
     std::unique_ptr<Workspace> workspace;
 };
