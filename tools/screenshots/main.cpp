@@ -20,7 +20,7 @@ int main(int argc, char **argv) {
     }
     const QStringList wanted = arguments.mid(2);
     Stage stage(arguments[1]);
-    for (const Scene &scene : controlScenes() + windowScenes()) {
+    for (const Scene &scene : controlScenes() + floatingScenes() + windowScenes()) {
         if (wanted.isEmpty() || wanted.contains(scene.name))
             scene.play(stage);
     }

@@ -38,6 +38,7 @@ struct Scene {
 
 // One function a file.
 [[nodiscard]] QList<Scene> controlScenes();
+[[nodiscard]] QList<Scene> floatingScenes();
 [[nodiscard]] QList<Scene> windowScenes();
 
 } // namespace velmo::screenshots
