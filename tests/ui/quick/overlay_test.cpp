@@ -3,6 +3,7 @@
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
 #include "ui/overlay/recording_overlay_controller.h"
+#include "ui/quick/accessible_tree.h"
 #include "ui/quick/floating_fakes.h"
 
 #include <QQmlEngine>
@@ -145,6 +146,17 @@ TEST_F(OverlayTest, RestsWhenNothingMoves) {
     QObject::connect(&panel(), &QQuickWindow::afterFrameEnd, &panel(), [&] { ++frames; });
     EXPECT_TRUE(testing::waitUntil(
         [&] { return std::exchange(frames, 0) == 0 && (QTest::qWait(200), frames == 0); }));
+}
+
+TEST_F(OverlayTest, NamesItsControls) {
+    QAccessible::setActive(true);
+    EXPECT_TRUE(testing::accessibleNames(panel()).contains(u"Start dictation"_s));
+    click(handle());
+    EXPECT_TRUE(testing::waitUntil([this] {
+        const QSet<QString> names = testing::accessibleNames(panel());
+        return names.contains(u"Cancel dictation"_s) && names.contains(u"Stop dictation"_s) &&
+               !names.contains(u"Start dictation"_s);
+    }));
 }
 
 TEST(OverlayPlacementTest, IsInTheMiddleAtTheFootOfWhatIsFree) {

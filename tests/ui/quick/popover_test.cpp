@@ -3,6 +3,7 @@
 #include "ui/floating/floating_view.h"
 #include "ui/models/menu_bar_view.h"
 #include "ui/popover/popover_window.h"
+#include "ui/quick/accessible_tree.h"
 #include "ui/quick/floating_fakes.h"
 
 #include <QCursor>
@@ -175,6 +176,19 @@ TEST_F(PopoverTest, LeadsToTheMainWindowAndOut) {
     press(Qt::Key_Return);
     EXPECT_TRUE(opened);
     EXPECT_FALSE(popover.isShown());
+}
+
+TEST_F(PopoverTest, NamesAllThatIsInIt) {
+    QAccessible::setActive(true);
+    stage.listener.stopListening();
+    stage.permission.trusted = false;
+    stage.history.add(u"Hei"_s, std::nullopt);
+    open();
+    const QSet<QString> names = testing::accessibleNames(*popover.view());
+    for (const QString &name :
+         {u"Velmo"_s, u"Setup Required"_s, u"Accessibility Permission"_s, u"Ready, Ctrl+Shift+A to record"_s,
+          u"Recent"_s, u"Hei"_s, u"Open Velmo"_s, u"Quit Velmo"_s})
+        EXPECT_TRUE(names.contains(name)) << name.toStdString();
 }
 
 TEST(PopoverPlacementTest, IsBesideTheItemAndWithinTheScreen) {
