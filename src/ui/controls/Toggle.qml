@@ -11,13 +11,15 @@ T.Switch {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
 
-    function flip() {
-        toggle.toggle()
-        toggle.toggled()
-    }
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
 
-    Keys.onReturnPressed: toggle.flip()
-    Keys.onEnterPressed: toggle.flip()
+    /// As Space does.
+    function press() {
+        toggle()
+        toggled()
+        clicked()
+    }
 
     indicator: Rectangle {
         width: 36
