@@ -32,6 +32,7 @@ T.Control {
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         maximumLineCount: 1
+        Accessible.ignored: true
     }
 
     background: Rectangle {

@@ -26,6 +26,8 @@ Text {
     // A fixed height leaves its surplus below the letters; half of it belongs above them.
     topPadding: Math.round((usedLineHeight - metrics.height) / 2)
     bottomPadding: -topPadding
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
 
     FontMetrics {
         id: metrics

@@ -7,6 +7,9 @@ T.MenuItem {
     id: item
 
     property string symbolName
+    /// Without it the symbol's place stays empty.
+    property bool symbolVisible: true
+    property color symbolColor: _color
     property bool destructive: false
     readonly property color _color: destructive ? Theme.red : Theme.ink
 
@@ -24,13 +27,15 @@ T.MenuItem {
             anchors.verticalCenter: parent.verticalCenter
             name: item.symbolName
             pointSize: 13
-            color: item._color
+            color: item.symbolColor
+            opacity: item.symbolVisible ? 1 : 0
         }
 
         Label {
             anchors.verticalCenter: parent.verticalCenter
             text: item.text
             color: item._color
+            Accessible.ignored: true
         }
     }
 

@@ -9,6 +9,10 @@ T.Button {
     property bool small: false
     property bool busy: false
     property string symbolName: ""
+    /// Whether the symbol stands behind the words.
+    property bool symbolTrails: false
+    property int textSize: small ? 12 : 13
+    property int symbolSize: textSize
     property color fill: Theme.card
     property color fillHover: Theme.field
     property color fillPressed: "#E4E4E9"
@@ -20,7 +24,7 @@ T.Button {
     implicitHeight: small ? 28 : 36
     leftPadding: small ? 12 : 18
     rightPadding: leftPadding
-    opacity: enabled ? 1 : Theme.disabledOpacity
+    spacing: 6
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.name: text
@@ -28,14 +32,17 @@ T.Button {
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
+    // Faded as one piece: white words on a fill stay white while the fill fades.
     contentItem: Item {
+        opacity: button.enabled || button.outline.a === 0 ? 1 : Theme.disabledOpacity
         implicitWidth: row.implicitWidth
         implicitHeight: row.implicitHeight
 
         Row {
             id: row
             anchors.centerIn: parent
-            spacing: 6
+            spacing: button.spacing
+            layoutDirection: button.symbolTrails ? Qt.RightToLeft : Qt.LeftToRight
 
             Item {
                 visible: button.symbolName.length > 0
@@ -47,7 +54,7 @@ T.Button {
                     id: symbol
                     visible: !button.busy
                     name: button.symbolName
-                    pointSize: button.small ? 12 : 13
+                    pointSize: button.symbolSize
                     weight: Symbol.Medium
                     color: button.foreground
                 }
@@ -61,14 +68,16 @@ T.Button {
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 text: button.text
-                size: button.small ? 12 : 13
+                size: button.textSize
                 weight: button.weight
                 color: button.busy ? Theme.secondary : button.foreground
+                Accessible.ignored: true
             }
         }
     }
 
     background: Rectangle {
+        opacity: button.enabled ? 1 : Theme.disabledOpacity
         radius: button.small ? Theme.radiusRow : Theme.radiusField
         color: button.down ? button.fillPressed : button.hovered ? button.fillHover : button.fill
         border.color: button.outline

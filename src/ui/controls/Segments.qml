@@ -62,6 +62,7 @@ Rectangle {
                     verticalAlignment: Text.AlignVCenter
                     weight: choice.checked ? Font.DemiBold : Font.Normal
                     color: choice.checked ? Theme.ink : Theme.secondary
+                    Accessible.ignored: true
                 }
 
                 background: Rectangle {
