@@ -1,9 +1,13 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 
 /// A menu of actions on a row; opens inside the window. Fill it with MenuAction.
 T.Menu {
     id: menu
+
+    property Item _giveBackTo: null
+    property bool _hadRing: false
 
     implicitWidth: 160
     implicitHeight: contentHeight + topPadding + bottomPadding
@@ -12,6 +16,11 @@ T.Menu {
     margins: 8
     modal: false
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onAboutToShow: {
+        _giveBackTo = parent.Window.activeFocusItem
+        _hadRing = _giveBackTo?.visualFocus ?? false
+    }
+    onClosed: _giveBackTo?.forceActiveFocus(_hadRing ? Qt.TabFocusReason : Qt.MouseFocusReason)
 
     delegate: MenuAction {}
 

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 
 /// What sheets and alerts have in common: they lie in the middle over a scrim, keep the keyboard and give it back.
 T.Popup {
@@ -8,6 +9,8 @@ T.Popup {
     property color fill: Theme.window
     property real scrimOpacity: 0.32
     property string title
+    property Item _giveBackTo: null
+    property bool _hadRing: false
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
@@ -17,6 +20,11 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+    onAboutToShow: {
+        _giveBackTo = parent.Window.activeFocusItem
+        _hadRing = _giveBackTo?.visualFocus ?? false
+    }
+    onClosed: _giveBackTo?.forceActiveFocus(_hadRing ? Qt.TabFocusReason : Qt.MouseFocusReason)
 
     background: Rectangle {
         radius: Theme.radiusCard
