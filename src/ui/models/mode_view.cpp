@@ -135,7 +135,7 @@ void ModeView::openSheet(const ModeDraft &draft) {
 }
 
 void ModeView::closeSheet() {
-    m_sheet.reset();
+    m_closedSheet = std::move(m_sheet);
     Q_EMIT sheetChanged();
 }
 

@@ -89,6 +89,7 @@ private:
     ModeCards m_builtInModes;
     ModeCards m_customModes;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_sheet;
+    std::unique_ptr<ModeEditorSheet, DeleteLater> m_closedSheet; ///< Can still be seen while it fades.
 };
 
 } // namespace velmo
