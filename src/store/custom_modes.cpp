@@ -78,6 +78,13 @@ void removeCustomMode(Preferences &preferences, const QString &id) {
     });
 }
 
+void restoreCustomMode(Preferences &preferences, const CustomMode &mode, qsizetype place) {
+    changeList(preferences, [&](QList<CustomMode> &modes) {
+        if (std::ranges::find(modes, mode.id, &CustomMode::id) == modes.end())
+            modes.insert(std::clamp<qsizetype>(place, 0, modes.size()), mode);
+    });
+}
+
 std::optional<QString> customModePrompt(const Preferences &preferences, const QString &id) {
     const QString stored = preferences.string(keys::customModes).value_or(QString());
     const QJsonArray objects = json::arrayOfObjects(stored.toUtf8()).value_or(QJsonArray());

@@ -37,6 +37,10 @@ void replaceCustomMode(Preferences &preferences, const CustomMode &mode);
 /// Removes every mode of that identifier from the stored list.
 void removeCustomMode(Preferences &preferences, const QString &id);
 
+/// Puts a removed mode back to its place in the stored list, or to the end where that is shorter now. One that is there
+/// already stays where it is.
+void restoreCustomMode(Preferences &preferences, const CustomMode &mode, qsizetype place);
+
 /// The prompt of the first stored object with that identifier, whatever else it lacks; empty when it has no string
 /// "systemPrompt", nothing when there is no such object.
 [[nodiscard]] std::optional<QString> customModePrompt(const Preferences &preferences, const QString &id);

@@ -30,7 +30,7 @@ protected:
 
 TEST_F(ModeViewTest, MakesChoosesEditsAndRemovesAMode) {
     preferences.set(keys::selectedMode, u"fast"_s); // retired
-    ModeView view(preferences, watch);
+    ModeView view(preferences, watch, undoOffer);
     view.appear();
     EXPECT_EQ(preferences.string(keys::selectedMode), u"accurate"_s);
     EXPECT_EQ(cards(*view.builtInModes()),
@@ -67,10 +67,13 @@ TEST_F(ModeViewTest, MakesChoosesEditsAndRemovesAMode) {
     view.removeRow(0);
     EXPECT_EQ(cards(*view.customModes()), u"Standup"_s);
     EXPECT_EQ(cards(*view.builtInModes()).left(10), u"[Accurate]"_s);
+    EXPECT_EQ(undoOffer.text(), u"“Mail” removed"_s);
+    undoOffer.undo();
+    EXPECT_EQ(cards(*view.customModes()), u"[Mail], Standup"_s);
 }
 
 TEST_F(ModeViewTest, ShowsWhatIsUsedWhateverIsStored) {
-    ModeView view(preferences, watch);
+    ModeView view(preferences, watch, undoOffer);
     storeElsewhere(keys::customModes,
                    u"[{\"id\":\"casual\",\"name\":\"Mine\",\"systemPrompt\":\"x\",\"icon\":\"globe\"}]"_s);
     storeElsewhere(keys::selectedMode, u"casual"_s);

@@ -3,6 +3,7 @@
 #include "store/custom_modes.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
+#include "ui/models/undo_offer.h"
 
 #include <algorithm>
 #include <array>
@@ -59,8 +60,8 @@ QVariant ModeCards::data(const QModelIndex &index, int role) const {
     }
 }
 
-ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch)
-    : m_preferences(preferences), m_settings(preferences) {
+ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer)
+    : m_preferences(preferences), m_undoOffer(undoOffer), m_settings(preferences) {
     for (const QLatin1StringView key : {keys::selectedMode, keys::smartFormatting, keys::customModes})
         watch.watch(key);
     connect(&watch, &PreferenceWatch::changed, this, &ModeView::load);
@@ -93,20 +94,36 @@ void ModeView::openNewSheet() {
 }
 
 void ModeView::openEditSheet(qsizetype row) {
-    if (row < 0 || row >= m_customModes.rows().size())
-        return;
-    const QString id = m_customModes.rows()[row].id;
-    const QList<CustomMode> stored = velmo::customModes(m_preferences);
-    const auto mode = std::ranges::find(stored, id, &CustomMode::id);
-    if (mode != stored.end())
+    if (const auto mode = customModeIn(row))
         openSheet({mode->id, mode->name, mode->systemPrompt, mode->icon});
 }
 
 void ModeView::removeRow(qsizetype row) {
-    if (row < 0 || row >= m_customModes.rows().size())
+    const auto mode = customModeIn(row);
+    if (!mode)
         return;
-    m_settings.remove(QString(m_customModes.rows()[row].id));
+    const bool wasChosen = m_customModes.rows()[row].isChosen;
+    m_settings.remove(mode->id);
     load();
+    m_undoOffer.offer(
+        tr("“%1” removed").arg(mode->name),
+        m_lifetime.guard([this, mode = *mode, row, wasChosen] { restore(mode, row, wasChosen); }));
+}
+
+void ModeView::restore(const CustomMode &mode, qsizetype place, bool wasChosen) {
+    restoreCustomMode(m_preferences, mode, place);
+    if (wasChosen)
+        m_settings.choose(mode.id);
+    load();
+}
+
+/// As it is stored; nothing when it is not any more.
+std::optional<CustomMode> ModeView::customModeIn(qsizetype row) const {
+    if (row < 0 || row >= m_customModes.rows().size())
+        return std::nullopt;
+    const QList<CustomMode> stored = velmo::customModes(m_preferences);
+    const auto mode = std::ranges::find(stored, m_customModes.rows()[row].id, &CustomMode::id);
+    return mode == stored.end() ? std::nullopt : std::optional(*mode);
 }
 
 void ModeView::load() {

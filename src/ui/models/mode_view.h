@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/lifetime.h"
 #include "text/modes/mode_settings.h"
 #include "ui/models/mode_editor_sheet.h"
 #include "ui/models/row_model.h"
@@ -9,6 +10,8 @@
 namespace velmo {
 
 class PreferenceWatch;
+class UndoOffer;
+struct CustomMode;
 
 /// A mode as its card shows it.
 struct ModeCard {
@@ -45,8 +48,8 @@ class ModeView final : public QObject {
     Q_PROPERTY(velmo::ModeEditorSheet *sheet READ sheet NOTIFY sheetChanged)
 
 public:
-    /// Both outlive the view.
-    ModeView(Preferences &preferences, PreferenceWatch &watch);
+    /// All of them outlive the view.
+    ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer);
     ~ModeView() override;
 
     [[nodiscard]] bool smartFormatting() const { return m_smartFormatting; }
@@ -66,7 +69,7 @@ public:
     Q_INVOKABLE void openNewSheet();
     /// Opens the sheet for the custom mode in that row.
     Q_INVOKABLE void openEditSheet(qsizetype row);
-    /// Removes the custom mode in that row.
+    /// Removes the custom mode in that row; offers it back for a few seconds.
     Q_INVOKABLE void removeRow(qsizetype row);
 
 Q_SIGNALS:
@@ -80,16 +83,20 @@ private:
     };
 
     void load();
+    [[nodiscard]] std::optional<CustomMode> customModeIn(qsizetype row) const;
+    void restore(const CustomMode &mode, qsizetype place, bool wasChosen);
     void openSheet(const ModeDraft &draft);
     void closeSheet();
 
     Preferences &m_preferences;
+    UndoOffer &m_undoOffer;
     ModeSettings m_settings;
     bool m_smartFormatting = true;
     ModeCards m_builtInModes;
     ModeCards m_customModes;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_sheet;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_closedSheet; ///< Can still be seen while it fades.
+    Lifetime m_lifetime;
 };
 
 } // namespace velmo
