@@ -37,8 +37,12 @@ struct Scene {
 };
 
 // One function a file.
+[[nodiscard]] QList<Scene> accountScenes();
 [[nodiscard]] QList<Scene> controlScenes();
 [[nodiscard]] QList<Scene> floatingScenes();
+[[nodiscard]] QList<Scene> modeScenes();
+[[nodiscard]] QList<Scene> onboardingScenes();
+[[nodiscard]] QList<Scene> settingsScenes();
 [[nodiscard]] QList<Scene> windowScenes();
 
 } // namespace velmo::screenshots

@@ -105,7 +105,7 @@ Date PictureClock::now() const {
     return Date(kAfternoon);
 }
 
-WindowSet::WindowSet(QQmlEngine &engine, Contents contents, const QString &triggerKey)
+WindowSet::WindowSet(QQmlEngine &engine, Contents contents, const QString &triggerKey, OtherPages pages)
     : m_contents(contents),
       m_historyStore(filled(m_preferences, contents, triggerKey), m_clock),
       m_home({m_clock, m_preferences, m_watch, m_historyStore, m_calendar, *this,
@@ -115,7 +115,11 @@ WindowSet::WindowSet(QQmlEngine &engine, Contents contents, const QString &trigg
               [](const QString &) {}, m_undoOffer}),
       m_dictionary({m_preferences, m_watch, m_collation, *this, *this, m_undoOffer}),
       m_snippets({m_preferences, m_watch, m_collation, *this, *this, m_undoOffer}),
-      m_controller(engine, {m_view, m_undoOffer, m_home, m_dictionary, m_snippets}, [] { return true; }) {}
+      m_controller(engine,
+                   {m_view, m_undoOffer, m_home, m_dictionary, m_snippets,
+                    pages.mode ? *pages.mode : m_nothing, pages.account ? *pages.account : m_nothing,
+                    pages.settings ? *pages.settings : m_nothing},
+                   [] { return true; }) {}
 
 QQuickWindow &WindowSet::show(QSize size) {
     m_controller.show();

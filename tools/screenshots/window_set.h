@@ -31,12 +31,19 @@ private:
     QtMainQueue m_queue;
 };
 
+/// The state of the pages that hold no texts; null for a page that is not shown.
+struct OtherPages {
+    QObject *mode = nullptr;
+    QObject *account = nullptr;
+    QObject *settings = nullptr;
+};
+
 /// Somebody's texts, and the main window over them, with the real stores and page states.
 class WindowSet : private Account, private ListPushes {
 public:
     enum class Contents { Filled, Empty, Overfull };
 
-    WindowSet(QQmlEngine &engine, Contents contents, const QString &triggerKey = {});
+    WindowSet(QQmlEngine &engine, Contents contents, const QString &triggerKey = {}, OtherPages pages = {});
 
     /// Shows the window; sizes in logical pixels.
     QQuickWindow &show(QSize size = QSize(900, 600));
@@ -63,6 +70,7 @@ private:
     HomeView m_home;
     DictionaryView m_dictionary;
     SnippetsView m_snippets;
+    QObject m_nothing;
     MainWindowController m_controller;
 };
 

@@ -20,6 +20,7 @@ Rectangle {
         width: parent.width - 32
 
         Symbol {
+            visible: empty.symbolName.length > 0
             anchors.horizontalCenter: parent.horizontalCenter
             name: empty.symbolName
             pointSize: 28
@@ -27,7 +28,7 @@ Rectangle {
             opacity: 0.3
         }
 
-        Item { width: 1; height: 12 }
+        Item { width: 1; height: 12; visible: empty.symbolName.length > 0 }
 
         Label {
             width: parent.width

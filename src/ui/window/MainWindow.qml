@@ -12,16 +12,19 @@ Item {
     required property QtObject home
     required property QtObject dictionary
     required property QtObject snippets
+    required property QtObject mode
+    required property QtObject account
+    required property QtObject settings
 
     /// In the order of the sidebar.
     readonly property list<Component> _pages: [
         Component { HomePage { view: window.home } },
         Component { DictionaryPage { view: window.dictionary } },
         Component { SnippetsPage { view: window.snippets } },
-        Component { ModePage {} },
+        Component { ModePage { view: window.mode } },
         Component { NotesPage {} },
-        Component { AccountPage {} },
-        Component { SettingsPage {} }
+        Component { AccountPage { view: window.account } },
+        Component { SettingsPage { view: window.settings } }
     ]
 
     Sidebar {

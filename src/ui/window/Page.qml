@@ -11,6 +11,7 @@ FocusScope {
     property string title
     property string badge
     property string description
+    property real descriptionWidth: 560
     property Item searchField: null
     property alias trailing: trailingPlace.data
     property alias scrolling: flickable
@@ -103,7 +104,7 @@ FocusScope {
 
                     Label {
                         visible: text.length > 0
-                        width: Math.min(parent.width, 560)
+                        width: Math.min(parent.width, page.descriptionWidth)
                         text: page.description
                         fixedLineHeight: 20
                         color: Theme.secondary

@@ -41,7 +41,10 @@ public:
              {QStringLiteral("undoOffer"), QVariant::fromValue<QObject *>(&models.undoOffer)},
              {QStringLiteral("home"), QVariant::fromValue(&models.home)},
              {QStringLiteral("dictionary"), QVariant::fromValue(&models.dictionary)},
-             {QStringLiteral("snippets"), QVariant::fromValue(&models.snippets)}});
+             {QStringLiteral("snippets"), QVariant::fromValue(&models.snippets)},
+             {QStringLiteral("mode"), QVariant::fromValue(&models.mode)},
+             {QStringLiteral("account"), QVariant::fromValue(&models.account)},
+             {QStringLiteral("settings"), QVariant::fromValue(&models.settings)}});
         setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml")));
         connect(&m_view, &MainWindowView::closingNoticeRead, this, &QWindow::close);
     }

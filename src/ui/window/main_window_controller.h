@@ -24,6 +24,9 @@ public:
         QObject &home;
         QObject &dictionary;
         QObject &snippets;
+        QObject &mode;
+        QObject &account;
+        QObject &settings;
     };
 
     /// @param hasTrayHost whether the person finds Velmo in a tray; asked when the window closes.

@@ -1,0 +1,126 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velmo.Controls
+
+/// The set-up: what Velmo needs, one step after the other.
+Rectangle {
+    id: root
+
+    required property QtObject onboarding
+
+    color: Theme.window
+
+    Flickable {
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: 680
+        interactive: height < contentHeight
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        T.ScrollBar.vertical: ScrollBar {}
+
+        Column {
+            x: 40
+            y: 39
+            width: parent.width - 80
+
+            Symbol {
+                anchors.horizontalCenter: parent.horizontalCenter
+                name: "waveform.circle.fill"
+                pointSize: 28
+                color: Theme.accent
+            }
+
+            Item {
+                width: 1
+                height: 16
+            }
+
+            Label {
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                text: qsTr("Welcome to Velmo")
+                size: 28
+                weight: Font.Bold
+                Accessible.role: Accessible.Heading
+            }
+
+            Item {
+                width: 1
+                height: 4
+            }
+
+            Label {
+                width: parent.width
+                horizontalAlignment: Text.AlignHCenter
+                text: qsTr("A few quick steps so Velmo can type for you.")
+                size: 14
+                color: Theme.secondary
+            }
+
+            Item {
+                width: 1
+                height: 28
+            }
+
+            Column {
+                width: parent.width
+                spacing: 13
+
+                Repeater {
+                    model: root.onboarding.steps
+
+                    StepCard {
+                        width: parent.width
+                        onActed: root.onboarding.act()
+                    }
+                }
+            }
+        }
+
+        Row {
+            visible: !root.onboarding.isAllDone
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 637
+            spacing: 10
+            Accessible.role: Accessible.StatusBar
+            Accessible.name: waiting.text
+
+            ProgressRing {
+                anchors.verticalCenter: parent.verticalCenter
+                size: 16
+            }
+
+            Label {
+                id: waiting
+                text: root.onboarding.waitingText
+                color: Theme.secondary
+                Accessible.ignored: true
+            }
+        }
+
+        AllSet {
+            y: 481
+            width: parent.width
+            shown: root.onboarding.isAllDone
+            text: root.onboarding.doneText
+            onDone: root.onboarding.done()
+        }
+    }
+
+    // While a trigger key is chosen, every key belongs to the choice.
+    Item {
+        readonly property QtObject key: root.onboarding.triggerKey
+        readonly property bool capturing: key.isCapturing
+
+        focus: capturing
+        onCapturingChanged: if (capturing) forceActiveFocus(Qt.OtherFocusReason)
+        onActiveFocusChanged: if (!activeFocus) key.cancel()
+        Keys.onShortcutOverride: event => event.accepted = capturing
+        Keys.onPressed: event => {
+            event.accepted = capturing
+            if (capturing && !event.isAutoRepeat)
+                key.press(event.key, event.nativeScanCode)
+        }
+    }
+}

@@ -1,0 +1,15 @@
+#include "ui/controls/interface_setup.h"
+
+#include <QGuiApplication>
+#include <gtest/gtest.h>
+
+// As main.cpp, for tests that show windows; on no display.
+int main(int argc, char **argv) {
+    qputenv("LC_ALL", "C.UTF-8");
+    qputenv("TZ", "UTC");
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    velmo::prepareInterface();
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

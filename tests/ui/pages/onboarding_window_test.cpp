@@ -1,0 +1,74 @@
+#include "support/person.h"
+#include "support/qt_printing.h"
+#include "support/wait_until.h"
+#include "ui/desktop_fakes.h"
+#include "ui/models/onboarding_view.h"
+#include "ui/onboarding/onboarding_window_controller.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QQmlEngine>
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+class OnboardingWindowTest : public ::testing::Test {
+protected:
+    [[nodiscard]] bool isComplete() const {
+        return desktop.preferences.boolean(keys::onboardingComplete).value_or(false);
+    }
+
+    testing::FakeDesktop desktop;
+    OnboardingView view{{desktop.queue, desktop.listener, desktop.triggerKey, desktop.accessibility,
+                         desktop.microphone, desktop.microphone, desktop.systemSettings}};
+    QQmlEngine engine;
+    OnboardingWindowController controller{engine, desktop.preferences, view};
+};
+
+TEST_F(OnboardingWindowTest, LeadsFromNothingToDone) {
+    desktop.tap.canStart = false;
+    desktop.microphone.isPresent = false;
+    controller.show();
+    testing::Person person(*controller.window());
+    EXPECT_TRUE(person.sees(u"Step 2: Right\u00a0Control Key Setup"_s));
+    person.click(u"Choose Another Key…"_s);
+    person.pressKeyAt(38, Qt::Key_A);
+    EXPECT_TRUE(person.sees(u"This key is needed for writing."_s));
+    desktop.tap.canStart = true;
+    person.pressKeyAt(127, Qt::Key_Pause);
+    desktop.queue.advance(1s);
+    EXPECT_TRUE(person.sees(u"Grant microphone access to continue..."_s));
+    person.click(u"Open Sound Settings"_s);
+    EXPECT_EQ(desktop.systemSettings.opened, QStringList{u"sound"_s});
+
+    // Closed and shown again it is the same window; nothing is polled meanwhile.
+    controller.window()->close();
+    EXPECT_EQ(desktop.queue.pendingTimers(), 0U);
+    EXPECT_FALSE(isComplete());
+    controller.show();
+    desktop.microphone.isPresent = true;
+    desktop.queue.advance(1s);
+    ASSERT_TRUE(testing::waitUntil([&] { return person.focused() == u"Done"_s; }));
+    const QPointer<QQuickWindow> window = controller.window();
+    desktop.queue.advance(2s);
+    EXPECT_TRUE(isComplete());
+    EXPECT_FALSE(controller.window());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(window);
+}
+
+TEST_F(OnboardingWindowTest, WaitsForDoneWhenNothingIsMissing) {
+    desktop.listener.setupFnKey();
+    controller.show();
+    testing::Person person(*controller.window());
+    desktop.queue.advance(10s);
+    EXPECT_FALSE(isComplete());
+    EXPECT_EQ(person.focused(), u"Done"_s);
+    person.press(Qt::Key_Return);
+    EXPECT_TRUE(isComplete());
+}
+
+} // namespace velmo

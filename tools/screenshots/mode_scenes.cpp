@@ -1,0 +1,79 @@
+#include "page_view.h"
+#include "stage.h"
+#include "store/custom_modes.h"
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+#include "support/manual_main_queue.h"
+#include "ui/models/mode_view.h"
+#include "ui/models/undo_offer.h"
+
+namespace velmo::screenshots {
+
+namespace {
+
+struct ModeDesk {
+    testing::ManualMainQueue queue;
+    MemoryPreferences preferences;
+    PreferenceWatch watch{preferences, queue};
+    UndoOffer undoOffer{queue};
+    ModeView view{preferences, watch, undoOffer};
+
+    void addCustomModes() {
+        addCustomMode(
+            preferences,
+            {QStringLiteral("1"), QStringLiteral("Email Writer"),
+             QStringLiteral(
+                 "Write the text as a short, friendly e-mail with a greeting and my name at the end."),
+             QStringLiteral("envelope")});
+        addCustomMode(preferences,
+                      {QStringLiteral("2"), QStringLiteral("Standup Notes"),
+                       QStringLiteral("Three short lines: yesterday, today, what is in the way."),
+                       QStringLiteral("lightbulb")});
+    }
+};
+
+/// Sets the desk, opens the page, and does what is left to do before the picture is taken.
+Scene scene(const QString &name, QSize size, std::function<void(ModeDesk &)> set,
+            std::function<void(ModeDesk &, PageView &)> then = {}) {
+    return {name, [=](Stage &stage) {
+                ModeDesk desk;
+                set(desk);
+                PageView page(stage.engine(), MainWindowView::Mode, {.mode = &desk.view}, size);
+                if (then)
+                    then(desk, page);
+                stage.photograph(page.window(), name);
+            }};
+}
+
+void setFixGrammar(ModeDesk &desk) {
+    desk.addCustomModes();
+    desk.view.choose(QStringLiteral("fix-grammar"));
+}
+
+} // namespace
+
+QList<Scene> modeScenes() {
+    constexpr QSize ordinary = PageView::ordinarySize;
+    return {
+        scene(QStringLiteral("mode"), ordinary, setFixGrammar),
+        scene(QStringLiteral("mode-min"), PageView::smallestSize, setFixGrammar),
+        scene(QStringLiteral("mode-focus"), ordinary, setFixGrammar,
+              [](ModeDesk &, PageView &page) {
+                  for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
+                      page.press(key);
+              }),
+        scene(QStringLiteral("mode-off"), ordinary,
+              [](ModeDesk &desk) {
+                  desk.view.choose(QStringLiteral("summarize"));
+                  desk.view.setSmartFormatting(false);
+              }),
+        scene(
+            QStringLiteral("mode-new"), ordinary, [](ModeDesk &) {},
+            [](ModeDesk &desk, PageView &) { desk.view.openNewSheet(); }),
+        scene(QStringLiteral("mode-edit"), ordinary, setFixGrammar,
+              [](ModeDesk &desk, PageView &) { desk.view.openEditSheet(0); }),
+    };
+}
+
+} // namespace velmo::screenshots

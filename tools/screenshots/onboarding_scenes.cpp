@@ -1,0 +1,56 @@
+#include "stage.h"
+#include "ui/desktop_fakes.h"
+#include "ui/models/onboarding_view.h"
+#include "ui/onboarding/onboarding_window_controller.h"
+
+#include <QQuickWindow>
+
+namespace velmo::screenshots {
+
+namespace {
+
+struct OnboardingDesk {
+    testing::FakeDesktop desktop;
+    OnboardingView view{{desktop.queue, desktop.listener, desktop.triggerKey, desktop.accessibility,
+                         desktop.microphone, desktop.microphone, desktop.systemSettings}};
+};
+
+Scene scene(const QString &name, std::function<void(OnboardingDesk &)> set,
+            std::function<void(OnboardingDesk &)> then = {}) {
+    return {name, [=](Stage &stage) {
+                OnboardingDesk desk;
+                set(desk);
+                OnboardingWindowController controller(stage.engine(), desk.desktop.preferences, desk.view);
+                controller.show();
+                desk.desktop.queue.runPosted();
+                if (then)
+                    then(desk);
+                stage.photograph(*controller.window(), name);
+            }};
+}
+
+void setMissingKey(OnboardingDesk &desk) {
+    desk.desktop.tap.canStart = false;
+    desk.desktop.microphone.isPresent = false;
+}
+
+} // namespace
+
+QList<Scene> onboardingScenes() {
+    return {
+        scene(QStringLiteral("onboarding-1"),
+              [](OnboardingDesk &desk) {
+                  desk.desktop.accessibility.trusted = false;
+                  desk.desktop.microphone.isPresent = false;
+              }),
+        scene(QStringLiteral("onboarding-2"), setMissingKey),
+        scene(QStringLiteral("onboarding-capture"), setMissingKey,
+              [](OnboardingDesk &desk) { desk.view.act(); }),
+        scene(QStringLiteral("onboarding-3"),
+              [](OnboardingDesk &desk) { desk.desktop.microphone.isPresent = false; }),
+        scene(QStringLiteral("onboarding-done"),
+              [](OnboardingDesk &desk) { desk.desktop.listener.setupFnKey(); }),
+    };
+}
+
+} // namespace velmo::screenshots

@@ -1,0 +1,69 @@
+#include "page_view.h"
+#include "stage.h"
+#include "ui/desktop_fakes.h"
+#include "ui/models/settings_view.h"
+
+namespace velmo::screenshots {
+
+namespace {
+
+struct SettingsDesk {
+    testing::FakeDesktop desktop;
+    SettingsView view{{desktop.preferences, desktop.watch, desktop.listener, desktop.triggerKey,
+                       desktop.accessibility, desktop.microphone, desktop.microphone, desktop.systemSettings,
+                       desktop.loginItem, QStringLiteral("1.0.0")}};
+
+    SettingsDesk() {
+        desktop.preferences.set(keys::selectedLanguages, QStringLiteral("en,no,sv"));
+        desktop.preferences.set(keys::deviceId, QStringLiteral("5d0c9a52-7a1e-4c0b-9f3e-2b8a61d4e7c3"));
+        desktop.watch.noteWrite();
+        desktop.queue.runPosted();
+        desktop.listener.setupFnKey();
+        desktop.loginItem.isOn = true;
+    }
+
+    void loseKeys() {
+        desktop.accessibility.trusted = false;
+        desktop.listener.stopListening();
+    }
+};
+
+Scene scene(const QString &name, QSize size, std::function<void(SettingsDesk &, PageView &)> then = {},
+            std::function<void(SettingsDesk &)> set = {}) {
+    return {name, [=](Stage &stage) {
+                SettingsDesk desk;
+                if (set)
+                    set(desk);
+                PageView page(stage.engine(), MainWindowView::Settings, {.settings = &desk.view}, size);
+                if (then)
+                    then(desk, page);
+                stage.photograph(page.window(), name);
+            }};
+}
+
+} // namespace
+
+QList<Scene> settingsScenes() {
+    const QSize ordinary = PageView::ordinarySize;
+    const QSize whole(900, 1140);
+    return {
+        scene(QStringLiteral("settings"), ordinary),
+        scene(QStringLiteral("settings-min"), PageView::smallestSize),
+        scene(QStringLiteral("settings-full"), whole),
+        scene(QStringLiteral("settings-picker"), ordinary,
+              [](SettingsDesk &, PageView &page) {
+                  for (const int key : {Qt::Key_Tab, Qt::Key_Space, Qt::Key_Down})
+                      page.press(key);
+              }),
+        scene(QStringLiteral("settings-capture"), whole,
+              [](SettingsDesk &desk, PageView &) { desk.view.triggerKey()->begin(); }),
+        scene(QStringLiteral("settings-refusal"), whole,
+              [](SettingsDesk &desk, PageView &) {
+                  desk.view.triggerKey()->begin();
+                  desk.view.triggerKey()->press(Qt::Key_A, 38);
+              }),
+        scene(QStringLiteral("settings-missing"), whole, {}, [](SettingsDesk &desk) { desk.loseKeys(); }),
+    };
+}
+
+} // namespace velmo::screenshots
