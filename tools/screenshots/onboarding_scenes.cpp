@@ -22,6 +22,8 @@ Scene scene(const QString &name, std::function<void(OnboardingDesk &)> set,
                 set(desk);
                 OnboardingWindowController controller(stage.engine(), desk.desktop.preferences, desk.view);
                 controller.show();
+                controller.window()->setMaximumSize({520, 680}); // larger than the screen of no display
+                controller.window()->resize(520, 680);
                 desk.desktop.queue.runPosted();
                 if (then)
                     then(desk);

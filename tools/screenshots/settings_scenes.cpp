@@ -52,7 +52,7 @@ QList<Scene> settingsScenes() {
         scene(QStringLiteral("settings-full"), whole),
         scene(QStringLiteral("settings-picker"), ordinary,
               [](SettingsDesk &, PageView &page) {
-                  for (const int key : {Qt::Key_Tab, Qt::Key_Space, Qt::Key_Down})
+                  for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Down})
                       page.press(key);
               }),
         scene(QStringLiteral("settings-capture"), whole,

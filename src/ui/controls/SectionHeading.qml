@@ -6,7 +6,7 @@ Row {
     property alias symbolName: symbol.name
     property alias text: label.text
 
-    spacing: 6
+    spacing: 8
     leftPadding: 4
     Accessible.role: Accessible.Heading
     Accessible.name: text
@@ -22,7 +22,7 @@ Row {
     Label {
         id: label
         anchors.verticalCenter: parent.verticalCenter
-        size: 14
+        size: 13
         weight: Font.DemiBold
         Accessible.ignored: true
     }

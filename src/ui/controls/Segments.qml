@@ -20,9 +20,9 @@ Rectangle {
     function choose(index: int) {
         if (index < 0 || index >= choices.length)
             return
+        buttons.itemAt(index).forceActiveFocus(Qt.TabFocusReason)
         if (index !== current)
             chosen(index)
-        buttons.itemAt(index).forceActiveFocus(Qt.TabFocusReason)
     }
 
     Row {
@@ -42,7 +42,7 @@ Rectangle {
 
                 text: modelData
                 checked: segments.current === index
-                implicitWidth: label.implicitWidth + 28
+                implicitWidth: label.implicitWidth + 26
                 implicitHeight: 30
                 focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
                 hoverEnabled: true
@@ -58,6 +58,7 @@ Rectangle {
                 contentItem: Label {
                     id: label
                     text: choice.text
+                    size: 12
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                     weight: choice.checked ? Font.DemiBold : Font.Normal

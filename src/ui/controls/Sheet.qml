@@ -26,11 +26,12 @@ ModalPanel {
         Column {
             id: form
             width: parent.width
-            spacing: 12
+            spacing: 16
         }
 
         Row {
             anchors.right: parent.right
+            topPadding: 4
             spacing: 8
 
             SecondaryButton {

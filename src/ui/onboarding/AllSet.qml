@@ -21,9 +21,9 @@ Column {
 
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: 56
-        height: 56
-        radius: 28
+        width: 48
+        height: 48
+        radius: 24
         color: Theme.tint
         border.width: 1
         border.color: Qt.rgba(Theme.accent.r, Theme.accent.g, Theme.accent.b, 0.25)
@@ -31,7 +31,7 @@ Column {
         Symbol {
             anchors.centerIn: parent
             name: "checkmark"
-            pointSize: 22
+            pointSize: 20
             color: Theme.accent
         }
     }

@@ -21,7 +21,7 @@ Rectangle {
 
         Column {
             x: 40
-            y: 39
+            y: 30
             width: parent.width - 80
 
             Symbol {
@@ -60,10 +60,11 @@ Rectangle {
 
             Item {
                 width: 1
-                height: 28
+                height: 22
             }
 
             Column {
+                id: steps
                 width: parent.width
                 spacing: 13
 
@@ -100,7 +101,9 @@ Rectangle {
         }
 
         AllSet {
-            y: 481
+            readonly property real stepsEnd: 30 + steps.y + steps.height
+
+            y: stepsEnd + (680 - stepsEnd - height) / 2
             width: parent.width
             shown: root.onboarding.isAllDone
             text: root.onboarding.doneText

@@ -21,8 +21,8 @@ Grid {
         const button = buttons.itemAt(index)
         if (!button)
             return
-        chosen(button.modelData)
         button.forceActiveFocus(Qt.TabFocusReason)
+        chosen(button.modelData)
     }
 
     Repeater {

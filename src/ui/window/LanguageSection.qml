@@ -57,6 +57,7 @@ SettingsSection {
     SettingsRow {
         width: parent.width
         verticalPadding: 15
+        stacked: width < 500
         title: qsTr("Cleanup Rules")
         subtitle: qsTr("Spoken punctuation, filler words and the English “I”")
 

@@ -48,7 +48,8 @@ Grid {
             isTabStop: index === Math.min(grid.current, cards.count - 1)
             onChosenChanged: if (chosen) grid.current = index
             Component.onCompleted: if (chosen) grid.current = index
-            onActiveFocusChanged: if (activeFocus) grid.current = index
+            // Later, as a card that still has the keyboard cannot stop being reached with Tab.
+            onActiveFocusChanged: if (activeFocus) Qt.callLater(() => grid.current = index)
             onClicked: grid.chosen(modeId)
             onEditRequested: grid.editRequested(index)
             onRemoveRequested: grid.removeRequested(index)

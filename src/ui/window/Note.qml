@@ -32,7 +32,7 @@ Item {
             x: 38
             y: 10
             width: parent.width - 50
-            text: note.text
+            text: "<p style=\"line-height:125%\">%1</p>".arg(note.text)
             textFormat: TextEdit.RichText
             size: 12
             color: Theme.secondary

@@ -13,6 +13,8 @@ Item {
     property real verticalPadding: 10
     property int titleWeight: Font.Medium
     property int titleSize: 14
+    /// Whether the control lies below the texts, where there is no room beside them.
+    property bool stacked: false
     property alias leading: before.data
     default property alias control: after.data
 
@@ -23,12 +25,14 @@ Item {
         width: parent.width
     }
 
-    RowLayout {
+    GridLayout {
         id: layout
         y: row.verticalPadding
         width: parent.width
         height: Math.max(36, implicitHeight)
-        spacing: 16
+        columns: row.stacked ? 1 : 3
+        columnSpacing: before.visible ? 12 : 16
+        rowSpacing: 8
 
         Row {
             id: before

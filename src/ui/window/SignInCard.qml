@@ -9,11 +9,11 @@ Card {
     required property QtObject account
 
     padding: 0
-    implicitHeight: content.height + 71
+    implicitHeight: content.height + 69
 
     Column {
         id: content
-        y: 38
+        y: 36
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(380, parent.width - 32)
 
@@ -74,7 +74,7 @@ Card {
         PushButton {
             anchors.horizontalCenter: parent.horizontalCenter
             implicitHeight: 44
-            leftPadding: 22
+            leftPadding: 19
             fill: "black"
             fillHover: "#2A2A2A"
             fillPressed: "#3A3A3A"
