@@ -51,6 +51,10 @@ QString preferencesPath(const QString &domain) {
     return QStringLiteral("%1/velmo/%2.sqlite").arg(configDirectory(), domain);
 }
 
+QString autostartFolder() {
+    return configDirectory() + QStringLiteral("/autostart");
+}
+
 Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {
     m_keychainWorker.setMaxThreadCount(1);
     m_syncWorker.setMaxThreadCount(1);

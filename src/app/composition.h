@@ -30,6 +30,9 @@ class UrlSchemeHandler;
 /// The file that holds a preference domain of this user.
 [[nodiscard]] QString preferencesPath(const QString &domain);
 
+/// Where the desktop looks for what to start when this user logs in.
+[[nodiscard]] QString autostartFolder();
+
 /// The parts list: builds each component once, from real parts, when it is first asked for, and is the only
 /// place that knows which parts those are. Main thread.
 class Composition {
@@ -39,6 +42,8 @@ public:
     Composition(const Composition &) = delete;
     Composition &operator=(const Composition &) = delete;
     ~Composition();
+
+    [[nodiscard]] bool isServiceOnThisMachine() const { return m_origin.isThisMachine(); }
 
     MainQueue &mainQueue();
     Preferences &preferences();

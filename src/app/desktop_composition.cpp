@@ -4,6 +4,7 @@
 #include "app/application_commands.h"
 #include "app/composition.h"
 #include "app/desktop_windows.h"
+#include "app/setup_parts.h"
 #include "dictation/audio_level_provider.h"
 #include "dictation/audio_recorder.h"
 #include "dictation/hotkey_listener.h"
@@ -15,14 +16,20 @@
 #include "platform/linux/granted_microphone_permission.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/pulse/microphone.h"
+#include "platform/linux/pulse/microphone_presence.h"
 #include "platform/linux/sndfile_audio_length.h"
 #include "platform/linux/sndfile_recording_files.h"
 #include "platform/linux/x11/x11_input.h"
 #include "platform/linux/x11/x11_insertion.h"
+#include "platform/linux/xdg/autostart_entry.h"
+#include "platform/linux/xdg/desktop_settings.h"
 #include "store/history_store.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
 #include "store/sqlite_preferences.h"
 #include "ui/overlay/recording_overlay_controller.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
 #include <QQmlEngine>
@@ -69,8 +76,11 @@ struct DesktopComposition::Parts {
                             composition.historyStore(), composition.account(), composition.statistics()}),
           hotkeyListener(
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
+          microphonePresence(makePulseMicrophonePresence(connection, composition.mainQueue())),
+          setup(composition, {hotkeyListener, *x11.permission, *x11.keys, microphonePermission,
+                              *microphonePresence, systemSettings, loginItem}),
           windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.permission,
-                   recordingManager, hotkeyListener, levelMeter, textInserter, overlay},
+                   recordingManager, hotkeyListener, levelMeter, textInserter, overlay, setup},
                   {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
                        recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
@@ -78,8 +88,16 @@ struct DesktopComposition::Parts {
           commands({recordingManager, hotkeyListener, composition.authManager(), composition.syncManager()}) {
         recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
         commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
+        followTriggerKey(composition.preferenceWatch());
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
         heedSessionLock();
+    }
+
+    /// Another process may choose another key too.
+    void followTriggerKey(PreferenceWatch &watch) {
+        watch.watch(keys::triggerKey);
+        QObject::connect(&watch, &PreferenceWatch::changed, &hotkeyListener,
+                         [this] { hotkeyListener.triggerKeyChanged(); });
     }
 
     /// Behind a lock keys begin nothing and no text is pasted, and the microphone does not stay open.
@@ -108,6 +126,10 @@ struct DesktopComposition::Parts {
     RecordingOverlayController overlay;
     RecordingManager recordingManager;
     HotkeyListener hotkeyListener;
+    std::unique_ptr<MicrophonePresence> microphonePresence;
+    DesktopSettings systemSettings;
+    AutostartEntry loginItem{autostartFolder(), QCoreApplication::applicationFilePath()};
+    SetupParts setup;
     DesktopWindows windows;
     AppDelegate appDelegate;
     ApplicationCommands commands;

@@ -2,6 +2,7 @@
 
 #include "app/composition.h"
 #include "app/main_window_parts.h"
+#include "app/setup_parts.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
@@ -88,11 +89,13 @@ void DesktopWindows::showOverlay() {
 
 void DesktopWindows::showMainWindow() {
     if (!m_mainWindow)
-        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_with.engine,
+        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_with.setup, m_with.engine,
                                                          [] { return StatusItem::hasHost(); });
     m_mainWindow->show();
 }
 
-void DesktopWindows::showOnboarding() {}
+void DesktopWindows::showOnboarding() {
+    m_with.setup.showOnboarding(m_with.engine);
+}
 
 } // namespace velmo

@@ -22,6 +22,7 @@ class MenuBarView;
 class PopoverWindow;
 class RecordingManager;
 class RecordingOverlayController;
+class SetupParts;
 class TextInserter;
 
 /// The parts list of what can be seen: builds each window with its page states when it is first shown. Main thread.
@@ -40,6 +41,7 @@ public:
         AudioLevelProvider &levelMeter;
         TextInserter &textInserter;
         RecordingOverlayController &overlay;
+        SetupParts &setup;
     };
     /// What the windows ask of the application.
     struct Requests {

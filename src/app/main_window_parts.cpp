@@ -1,6 +1,7 @@
 #include "app/main_window_parts.h"
 
 #include "app/composition.h"
+#include "app/setup_parts.h"
 #include "service/auth_manager.h"
 #include "service/sync_manager.h"
 #include "store/history_store.h"
@@ -12,11 +13,11 @@
 
 namespace velmo {
 
-MainWindowParts::MainWindowParts(Composition &composition, QQmlEngine &engine,
+MainWindowParts::MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
                                  std::function<bool()> hasTrayHost)
-    : MainWindowParts(composition, engine, std::move(hasTrayHost), Region::ofSession()) {}
+    : MainWindowParts(composition, setup, engine, std::move(hasTrayHost), Region::ofSession()) {}
 
-MainWindowParts::MainWindowParts(Composition &composition, QQmlEngine &engine,
+MainWindowParts::MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
                                  std::function<bool()> hasTrayHost, const Region &region)
     : m_calendar(region),
       m_collation(region.locale),
@@ -25,7 +26,11 @@ MainWindowParts::MainWindowParts(Composition &composition, QQmlEngine &engine,
       m_home(homePage(composition)),
       m_dictionary(listPage(composition)),
       m_snippets(listPage(composition)),
-      m_controller(engine, {m_view, m_undoOffer, m_home, m_dictionary, m_snippets}, std::move(hasTrayHost)) {
+      m_mode(composition.preferences(), composition.preferenceWatch(), m_undoOffer),
+      m_controller(engine,
+                   {m_view, m_undoOffer, m_home, m_dictionary, m_snippets, m_mode, setup.accountPage(),
+                    setup.settingsPage()},
+                   std::move(hasTrayHost)) {
     QObject::connect(&composition.authManager(), &AuthManager::isLoggedInChanged, &m_home,
                      &HomeView::refresh);
     QObject::connect(&composition.syncManager(), &SyncManager::serverTotalsChanged, &m_home,

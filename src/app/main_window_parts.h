@@ -5,6 +5,7 @@
 #include "ui/models/dictionary_view.h"
 #include "ui/models/home_view.h"
 #include "ui/models/main_window_view.h"
+#include "ui/models/mode_view.h"
 #include "ui/models/snippets_view.h"
 #include "ui/models/undo_offer.h"
 #include "ui/window/main_window_controller.h"
@@ -12,19 +13,21 @@
 namespace velmo {
 
 class Composition;
+class SetupParts;
 
 /// The parts list of the main window: its pages' states over the stores, and the window. Made when it is first shown.
 /// Main thread.
 class MainWindowParts {
 public:
-    /// Both outlive the window.
-    MainWindowParts(Composition &composition, QQmlEngine &engine, std::function<bool()> hasTrayHost);
+    /// All of them outlive the window.
+    MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+                    std::function<bool()> hasTrayHost);
 
     void show();
 
 private:
-    MainWindowParts(Composition &composition, QQmlEngine &engine, std::function<bool()> hasTrayHost,
-                    const Region &region);
+    MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+                    std::function<bool()> hasTrayHost, const Region &region);
     [[nodiscard]] HomeView::Collaborators homePage(Composition &composition);
     [[nodiscard]] ListPage listPage(Composition &composition);
 
@@ -35,6 +38,7 @@ private:
     HomeView m_home;
     DictionaryView m_dictionary;
     SnippetsView m_snippets;
+    ModeView m_mode;
     MainWindowController m_controller;
 };
 

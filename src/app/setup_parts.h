@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/calendar.h"
+
+#include <memory>
+
+class QObject;
+class QQmlEngine;
+
+namespace velmo {
+
+class AccessibilityPermission;
+class AccountView;
+class Composition;
+class HotkeyListener;
+class KeyboardKeys;
+class LoginItem;
+class MicrophonePermission;
+class MicrophonePresence;
+class OnboardingView;
+class OnboardingWindowController;
+class SettingsView;
+class SystemSettings;
+class TriggerKeyCapture;
+
+/// The parts list of what sets Velmo up: the state of the account and settings pages, and onboarding with its window.
+/// Each is made when it is first asked for. Main thread.
+class SetupParts {
+public:
+    /// What the desktop offers; all of it outlives the parts.
+    struct Desktop {
+        HotkeyListener &listener;
+        const AccessibilityPermission &accessibility;
+        const KeyboardKeys &keys;
+        MicrophonePermission &microphone;
+        MicrophonePresence &microphonePresence;
+        SystemSettings &systemSettings;
+        LoginItem &loginItem;
+    };
+
+    /// The composition outlives the parts.
+    SetupParts(Composition &composition, const Desktop &desktop);
+    SetupParts(const SetupParts &) = delete;
+    SetupParts &operator=(const SetupParts &) = delete;
+    ~SetupParts();
+
+    [[nodiscard]] QObject &accountPage();
+    [[nodiscard]] QObject &settingsPage();
+    /// The engine outlives the parts too.
+    void showOnboarding(QQmlEngine &engine);
+
+private:
+    TriggerKeyCapture &triggerKey();
+
+    Composition &m_composition;
+    Desktop m_desktop;
+    std::unique_ptr<TriggerKeyCapture> m_triggerKey;
+    std::unique_ptr<Calendar> m_calendar;
+    std::unique_ptr<AccountView> m_accountPage;
+    std::unique_ptr<SettingsView> m_settingsPage;
+    std::unique_ptr<OnboardingView> m_onboarding;
+    std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
+};
+
+} // namespace velmo
