@@ -19,11 +19,11 @@ namespace velmo {
 namespace {
 
 /// Ends the application in order: the text being pasted gets where it should, then the event loop ends. Asking twice
-/// changes nothing.
+/// changes nothing. Windows are not asked: the main window can refuse to close until it has told how to come back.
 std::function<void()> terminating(DesktopComposition &desktop) {
     return [&desktop, asked = std::make_shared<bool>(false)] {
         if (!std::exchange(*asked, true))
-            desktop.textInserter().finish([] { QCoreApplication::quit(); });
+            desktop.textInserter().finish([] { QCoreApplication::exit(); });
     };
 }
 
