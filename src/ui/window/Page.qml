@@ -43,14 +43,23 @@ FocusScope {
         return ancestor === column
     }
 
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp
+        if (event.accepted)
+            scrollTo(flickable.contentY + (event.key === Qt.Key_PageDown ? 0.9 : -0.9) * flickable.height)
+    }
+
+    function scrollTo(y: real) {
+        flickable.contentY = Math.max(0, Math.min(y, flickable.contentHeight - flickable.height))
+    }
+
     /// Scrolls no further than it must.
     function reveal(item: Item) {
         const margin = 12
         const area = item.mapToItem(flickable.contentItem, 0, 0, item.width, item.height)
         const lowest = area.y - margin
         const highest = area.y + Math.min(area.height, flickable.height - 2 * margin) + margin - flickable.height
-        const wanted = Math.max(highest, Math.min(flickable.contentY, lowest))
-        flickable.contentY = Math.max(0, Math.min(wanted, flickable.contentHeight - flickable.height))
+        scrollTo(Math.max(highest, Math.min(flickable.contentY, lowest)))
     }
 
     Flickable {
