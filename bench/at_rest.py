@@ -82,11 +82,11 @@ def launch(program, environment):
 
 
 def memory(pid):
-    """Resident and private MiB."""
+    """MiB that are resident, and that the process has written to: those nothing else shares."""
     with open(f"/proc/{pid}/smaps_rollup", encoding="ascii") as file:
         sizes = dict(line.split(":", 1) for line in file if ":" in line)
     kib = {name: int(size.split()[0]) for name, size in sizes.items() if size.endswith("kB\n")}
-    return kib["Rss"] / 1024, (kib["Private_Clean"] + kib["Private_Dirty"]) / 1024
+    return kib["Rss"] / 1024, kib["Private_Dirty"] / 1024
 
 
 def switches(pid):
