@@ -22,8 +22,16 @@ RunningVelmo::RunningVelmo(const Desk &desk, const QString &serviceOrigin,
     };
     for (const auto &[name, value] : environment)
         m_program.setEnvironment(name, value);
+    const Run setUp =
+        m_program.run({u"defaults"_s, u"write"_s, u"velmoOnboardingComplete"_s, u"--bool"_s, u"true"_s});
+    EXPECT_EQ(setUp.status, 0);
     m_process = m_program.start({});
     EXPECT_TRUE(says("[Velmo Mac] Ready")) << m_process->readAllStandardError().toStdString();
+    // Without a tray its window comes, some seconds later, and would take the focus from what the test opens next.
+    const QStringList focus = {u"getwindowfocus"_s, u"getwindowname"_s};
+    EXPECT_TRUE(waitUntil([&] {
+        return DisplayProgram(desk.display.display(), u"xdotool"_s, focus).outputUntilEnd() == "Velmo\n";
+    })) << "the main window does not come";
 }
 
 RunningVelmo::~RunningVelmo() {
