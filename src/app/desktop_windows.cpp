@@ -3,6 +3,7 @@
 #include "app/composition.h"
 #include "app/main_window_parts.h"
 #include "app/setup_parts.h"
+#include "dictation/recording_manager.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
@@ -42,12 +43,22 @@ void DesktopWindows::showStatusItem(std::function<void()> pressed) {
     m_popover = std::make_unique<PopoverWindow>(
         PopoverWindow::Collaborators{m_with.engine, queue, m_with.floating, m_with.mouse},
         [this] { return makeMenuBarView(); });
-    m_trayTimer = queue.after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
+    awaitTray();
 }
 
+void DesktopWindows::awaitTray() {
+    m_trayTimer =
+        m_with.composition.mainQueue().after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
+}
+
+/// The window takes the keyboard, so it waits for the end of a dictation.
 void DesktopWindows::showMainWindowWithoutTray() {
-    if (!StatusItem::hasHost())
+    if (StatusItem::hasHost())
+        return;
+    if (m_with.recordingManager.state() == State::idle)
         showMainWindow();
+    else
+        awaitTray();
 }
 
 void DesktopWindows::updateStatusIcon(State state) {

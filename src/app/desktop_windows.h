@@ -62,6 +62,7 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
+    void awaitTray();
     void showMainWindowWithoutTray();
 
     Collaborators m_with;
