@@ -94,7 +94,7 @@ TEST_F(DesktopInterfaceTest, DictatesByMouseOverAFullScreenWindowThatKeepsTheKey
 }
 
 TEST_F(DesktopInterfaceTest, ChangesItsShapeWithTheCompositor) {
-    const QRegularExpression bar(u"(0x[0-9a-f]+) \"velmo\".* 392x92\\+"_s);
+    const QRegularExpression bar(u"(0x[0-9a-f]+) \"Velmo\".* 392x92\\+"_s);
     QString window;
     ASSERT_TRUE(testing::waitUntil([&] { return !(window = bar.match(windows()).captured(1)).isEmpty(); }));
     const auto hasShape = [&](bool expected) {
