@@ -114,7 +114,7 @@ void FlowView::updatePolish() {
     const auto [first, end] = rowsInSight();
     for (const int row : m_items.keys()) {
         if ((row < first || row >= end) && row != m_currentIndex)
-            hideRow(row);
+            putAway(m_items.take(row));
     }
     for (int row = first; row < end; ++row)
         showRow(row);
@@ -131,14 +131,18 @@ void FlowView::insertRows(int first, int count) {
 void FlowView::removeRows(int first, int count) {
     const int end = first + count;
     const bool lostFocus = hasActiveFocus() && m_currentIndex >= first && m_currentIndex < end;
-    for (const int row : m_items.keys()) {
-        if (row >= first && row < end)
-            hideRow(row);
+    QList<QQuickItem *> leaving;
+    for (int row = first; row < end; ++row) {
+        if (QQuickItem *item = m_items.take(row))
+            leaving.append(item);
     }
     moveItems([=](int row) { return row < first ? row : row - count; });
     const int current = m_currentIndex < first ? m_currentIndex : std::max(first, m_currentIndex - count);
     setCurrentIndex(std::clamp(current, 0, std::max(0, this->count() - 1)));
     placeAgain();
+    for (QQuickItem *item :
+         leaving) // last: where one has the keyboard, this view gets it and shows its current row
+        putAway(item);
     Q_EMIT countChanged();
     if (lostFocus)
         focusAfterRemoval();
@@ -240,8 +244,7 @@ void FlowView::showRow(int row) {
     item->setVisible(true);
 }
 
-void FlowView::hideRow(int row) {
-    QQuickItem *item = m_items.take(row);
+void FlowView::putAway(QQuickItem *item) {
     item->setFocus(false);
     item->setVisible(false);
     if (m_spareItems.size() < kMostSpareItems)

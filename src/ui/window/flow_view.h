@@ -75,7 +75,7 @@ private:
     [[nodiscard]] std::pair<int, int> rowsInSight() const;
     [[nodiscard]] int rowBeside(int row, int line) const;
     void showRow(int row);
-    void hideRow(int row);
+    void putAway(QQuickItem *item);
     [[nodiscard]] QQuickItem *makeItem(int row);
     void fill(QQuickItem &item, int row);
     [[nodiscard]] QVariantMap valuesOf(int row) const;
