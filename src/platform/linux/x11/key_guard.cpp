@@ -76,7 +76,7 @@ KeyGuard::News KeyGuard::next() {
         if (message.kind == Kind::Watching)
             return News::Watching;
         if (message.kind == Kind::Ping)
-            send(Message{Kind::Pong});
+            return News::Question;
     }
 }
 

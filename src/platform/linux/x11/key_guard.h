@@ -28,11 +28,15 @@ public:
     enum class News {
         None,
         Watching, ///< The key may be grabbed.
+        Question, ///< Does the server wait for us? To be answered by `answer` once it does not.
         Gone,     ///< The guard has ended; nothing may stay grabbed.
     };
-    /// Takes what the guard has said, and answers when it asks whether we are there. To be called until it
-    /// says None.
+    /// Takes what the guard has said. To be called until it says None.
     [[nodiscard]] News next();
+
+    /// The server no longer waits for us. Said too early, a process that is stopped right after it would leave the
+    /// keyboard frozen: the guard hears of no key while the server holds them back.
+    void answer() const { send({keyguard::Kind::Pong}); }
 
 private:
     KeyGuard(int socket, pid_t process) : m_socket(socket), m_process(process) {}

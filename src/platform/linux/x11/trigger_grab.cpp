@@ -13,7 +13,11 @@ std::unique_ptr<TriggerGrab> TriggerGrab::open(const QString &display) {
 
 TriggerGrab::TriggerGrab(std::unique_ptr<Connection> connection)
     : m_connection(std::move(connection)), m_window(m_connection->createWindow(XCB_EVENT_MASK_NO_EVENT)) {
-    // The guard can name the window only once the server knows it.
+    catchUp(); // the guard can name the window only once the server knows it
+}
+
+void TriggerGrab::catchUp() {
+    // Events that happened before are sent before the answer.
     const Owned<xcb_get_input_focus_reply_t> answer(
         xcb_get_input_focus_reply(m_connection->xcb(), xcb_get_input_focus(m_connection->xcb()), nullptr));
 }

@@ -35,6 +35,9 @@ public:
     };
     [[nodiscard]] std::optional<Question> next();
 
+    /// Waits for the server, which takes in what it has asked by now: ask `next` after it.
+    void catchUp();
+
     /// The person sees nothing of it; the server asks again at the next event.
     void swallow(const Question &question) { allow(XCB_ALLOW_SYNC_KEYBOARD, question); }
     /// It goes where it would go without us, and so do all others until the key is pressed again.

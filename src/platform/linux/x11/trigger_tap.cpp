@@ -145,6 +145,13 @@ void TriggerTap::answerGrab() {
         grabLost();
 }
 
+void TriggerTap::answerAllTheServerAsked() {
+    if (!m_grab)
+        return;
+    m_grab->catchUp();
+    answerGrab();
+}
+
 void TriggerTap::answer(const TriggerGrab::Question &question) {
     m_watch->catchUp(); // the raw event decides
     if (question.code == m_code && m_state->hides())
@@ -185,8 +192,12 @@ void TriggerTap::hearGuard() {
             guardGone();
             return;
         }
-        if (m_grab)
+        if (news == KeyGuard::News::Question) {
+            answerAllTheServerAsked();
+            m_guard->answer();
+        } else if (m_grab) {
             grabKey();
+        }
     }
 }
 

@@ -50,6 +50,7 @@ private:
     void takeKey();
     [[nodiscard]] bool openGrab();
     void answerGrab();
+    void answerAllTheServerAsked();
     void answer(const TriggerGrab::Question &question);
     void grabLost();
     void closeGrab();
