@@ -34,8 +34,8 @@ struct ModeDesk {
 };
 
 /// Sets the desk, opens the page, and does what is left to do before the picture is taken.
-Scene scene(const QString &name, QSize size, std::function<void(ModeDesk &)> set,
-            std::function<void(ModeDesk &, PageView &)> then = {}) {
+Scene scene(const QString &name, QSize size, const std::function<void(ModeDesk &)> &set,
+            const std::function<void(ModeDesk &, PageView &)> &then = {}) {
     return {name, [=](Stage &stage) {
                 ModeDesk desk;
                 set(desk);

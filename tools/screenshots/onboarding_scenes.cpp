@@ -15,8 +15,8 @@ struct OnboardingDesk {
                          desktop.microphone, desktop.microphone, desktop.systemSettings}};
 };
 
-Scene scene(const QString &name, std::function<void(OnboardingDesk &)> set,
-            std::function<void(OnboardingDesk &)> then = {}) {
+Scene scene(const QString &name, const std::function<void(OnboardingDesk &)> &set,
+            const std::function<void(OnboardingDesk &)> &then = {}) {
     return {name, [=](Stage &stage) {
                 OnboardingDesk desk;
                 set(desk);

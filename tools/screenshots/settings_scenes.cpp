@@ -28,8 +28,8 @@ struct SettingsDesk {
     }
 };
 
-Scene scene(const QString &name, QSize size, std::function<void(SettingsDesk &, PageView &)> then = {},
-            std::function<void(SettingsDesk &)> set = {}) {
+Scene scene(const QString &name, QSize size, const std::function<void(SettingsDesk &, PageView &)> &then = {},
+            const std::function<void(SettingsDesk &)> &set = {}) {
     return {name, [=](Stage &stage) {
                 SettingsDesk desk;
                 if (set)
