@@ -107,6 +107,7 @@ std::optional<VelmoUser> AuthManager::cachedUser() const {
 void AuthManager::signInWithApple() {
     const QString state = newUpperUuid();
     m_attempt = {m_attempt.number + 1, state, addressFor(state)};
+    m_isExchanging = false;
     onMain([this] {
         setLoading(true);
         setAuthError(QString());
@@ -123,6 +124,15 @@ void AuthManager::signInWithApple() {
 
 void AuthManager::cancelSignIn() {
     m_with.webAuthentication.cancel();
+    abandonExchange();
+}
+
+/// Whoever cancels or signs out while the service thinks about the sign-in does not want its answer any more.
+void AuthManager::abandonExchange() {
+    if (!std::exchange(m_isExchanging, false))
+        return;
+    ++m_attempt.number;
+    endAttempt();
 }
 
 QString AuthManager::appleCallbackURL() const {
@@ -171,11 +181,13 @@ void AuthManager::handleCallback(const QString &address) {
 }
 
 void AuthManager::exchange(const SignInCallback &callback) {
+    m_isExchanging = true;
     m_with.http.send(serviceRequest(RequestKind::TokenExchange, m_origin, {}, {exchangeBody(callback)}),
                      onMainForAttempt([this](const HttpOutcome &outcome) { exchangeEnded(outcome); }));
 }
 
 void AuthManager::exchangeEnded(const HttpOutcome &outcome) {
+    m_isExchanging = false;
     const auto session = exchangeResult(outcome);
     if (!session) {
         log(LogTag::Auth, session.error().logLine);
@@ -214,6 +226,7 @@ void AuthManager::endAttempt(const QString &error, bool signedIn) {
 }
 
 void AuthManager::signOut() {
+    abandonExchange();
     m_token.forget(onMain([this] { Q_EMIT signedOut(); }));
     m_with.preferences.remove(keys::user);
     onMain([this] {

@@ -114,6 +114,7 @@ private:
     void webSessionEnded(const Result<std::optional<QString>, WebAuthenticationFailure> &outcome);
     void handleCallback(const QString &address);
     void exchange(const SignInCallback &callback);
+    void abandonExchange();
     void exchangeEnded(const HttpOutcome &outcome);
     void beginSession(const VelmoUser &user);
     void endAttempt(const QString &error = QString(), bool signedIn = false);
@@ -141,6 +142,7 @@ private:
     bool m_isRestored = false;
     std::vector<std::function<void()>> m_waitingForRestore;
     Attempt m_attempt;
+    bool m_isExchanging = false; ///< The service has the identity token and has not answered yet.
     Lifetime m_lifetime;
     SessionToken m_token; // last: its end waits for the worker, whose tasks use the rest
 };

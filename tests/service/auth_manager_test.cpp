@@ -399,6 +399,23 @@ TEST_F(AuthManagerTest, ChangesNothingForASessionThatIsOver) {
     EXPECT_EQ(storedToken(), QByteArray());
 }
 
+TEST_F(AuthManagerTest, DropsTheAnswerOfASignInThatIsCancelledOrSignedOutOf) {
+    server.answer("/api/auth/apple", 200, kSession);
+    createAuth();
+    for (void (AuthManager::*const stop)() : {&AuthManager::cancelSignIn, &AuthManager::signOut}) {
+        startAttempt();
+        std::exchange(web.complete, {})(u"velmo://auth?id_token=id"_s);
+        queue.runPosted(); // the exchange goes out
+        (auth.get()->*stop)();
+        awaitAnswers();
+        settle();
+        EXPECT_FALSE(auth->isLoggedIn());
+        EXPECT_FALSE(auth->isLoading());
+        EXPECT_EQ(auth->authError(), QString());
+        EXPECT_EQ(storedToken(), QByteArray());
+    }
+}
+
 TEST_F(AuthManagerTest, ReadsTheTokenAfreshButOncePerDictation) {
     storeSession("t-0");
     server.answer(kRefresh, 500, "");
