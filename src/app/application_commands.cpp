@@ -93,7 +93,13 @@ void ApplicationCommands::stop(const Reply &reply) {
 }
 
 void ApplicationCommands::toggle(const Reply &reply) {
-    m_with.hotkeyListener.toggleFromHotkey();
+    RecordingManager &manager = m_with.recordingManager;
+    const bool wasBegunByCommand =
+        manager.state() == State::recording && m_with.hotkeyListener.recordingMode() == RecordingMode::none;
+    if (wasBegunByCommand) // or by the mouse: the gestures do not know of it
+        manager.stopRecording();
+    else
+        m_with.hotkeyListener.toggleFromHotkey();
     reply(kDone);
 }
 
