@@ -1,7 +1,6 @@
 #include "ui/controls/interface_setup.h"
 
 #include <QGuiApplication>
-#include <clocale>
 #include <gtest/gtest.h>
 
 // The environment of every test with windows: no display, the interface as the application sets it up, a fixed locale
