@@ -46,9 +46,10 @@ protected:
         output(u"xdotool"_s,
                {u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"click"_s, u"1"_s});
     }
-    /// The middle of the icon, once the tray has taken it in.
+    /// The middle of the icon, once the tray at the right edge has taken it in: until then it is in the corner.
     [[nodiscard]] QPoint trayIcon() {
-        const QRegularExpression icon(u"\"velmo\".* (\\d\\d)x\\d\\d\\+\\d+\\+\\d+  \\+(\\d+)\\+(\\d+)"_s);
+        const QRegularExpression icon(
+            u"\"velmo\".* (\\d\\d)x\\d\\d\\+\\d+\\+\\d+  \\+([1-9]\\d*)\\+(\\d+)"_s);
         QRegularExpressionMatch found;
         EXPECT_TRUE(testing::waitUntil([&] { return (found = icon.match(windows())).hasMatch(); }));
         const int half = found.captured(1).toInt() / 2;
@@ -81,9 +82,14 @@ TEST_F(DesktopInterfaceTest, OpensThePopoverFromTheTray) {
 }
 
 TEST_F(DesktopInterfaceTest, DictatesByMouseOverAFullScreenWindowThatKeepsTheKeyboard) {
-    const auto editor = display.start(u"xterm"_s, {u"-fullscreen"_s});
-    ASSERT_TRUE(testing::waitUntil(
-        [&] { return windows().contains(u"1280x800+0+0  +0+0"_s) && focus().size() > 2; }));
+    const auto editor =
+        display.start(u"xterm"_s, {u"-fullscreen"_s, u"-T"_s, u"Editor"_s, u"-e"_s, u"cat"_s});
+    const QRegularExpression barAboveEditor(u"\"Velmo\".* 392x92\\+.*1280x800\\+0\\+0  \\+0\\+0"_s,
+                                            QRegularExpression::DotMatchesEverythingOption);
+    ASSERT_TRUE(testing::waitUntil([&] {
+        return windows().contains(barAboveEditor) &&
+               output(u"xdotool"_s, {u"getwindowfocus"_s, u"getwindowname"_s}).trimmed() == u"Editor"_s;
+    }));
     const QString focused = focus();
     click({640, 785}); // the handle
     EXPECT_TRUE(comesTo(u"recording"_s));

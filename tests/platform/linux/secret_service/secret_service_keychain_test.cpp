@@ -49,7 +49,8 @@ TEST_F(SecretServiceKeychainTest, KeepsOneItemKnownByItsAccountAlone) {
     EXPECT_EQ(keychain.read(kAccount), secret);
     EXPECT_EQ(keychain.read(u"com.example.other"_s), std::nullopt);
 
-    const QString found = keyring.secretTool({u"search"_s, u"--all"_s, u"account"_s, kAccount});
+    const QString found =
+        testing::PrivateKeyring::secretTool({u"search"_s, u"--all"_s, u"account"_s, kAccount});
     EXPECT_EQ(found.count(u"label = Test"_s), 1) << found.toStdString();
     EXPECT_EQ(found.count(u"attribute."_s), 1) << found.toStdString();
 
