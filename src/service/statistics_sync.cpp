@@ -42,7 +42,12 @@ void StatisticsSync::sync(const Completion &completion) {
             m_exchange.send(RequestKind::StatisticsPull, token, std::nullopt,
                             [this, token, completion](const SyncReply &reply) {
                                 if (reply) {
-                                    pulled(token, totalsIn(*reply, {}), completion);
+                                    whileSessionLasts(
+                                        token,
+                                        [this, token, server = totalsIn(*reply, {}), completion] {
+                                            pulled(token, server, completion);
+                                        },
+                                        completion);
                                     return;
                                 }
                                 log(LogTag::Sync,
@@ -105,6 +110,18 @@ UsageTotals StatisticsSync::localTotals() const {
     for (const Entry &entry : m_history.entries())
         totals.words += countWords(entry.text);
     return totals;
+}
+
+/// Goes on only where the token is still the session's: after a sign-out, totals of that account are neither shown nor
+/// pushed.
+void StatisticsSync::whileSessionLasts(const QString &token, std::function<void()> goOn,
+                                       Completion completion) {
+    m_exchange.onWorker([this, token, goOn = std::move(goOn), completion = std::move(completion)]() mutable {
+        if (m_exchange.token() == token)
+            m_exchange.onMain(std::move(goOn));
+        else
+            m_exchange.onMain([completion = std::move(completion)] { completion(false); });
+    });
 }
 
 /// Runs the task on the worker with the session's token; without one the operation is over.

@@ -34,6 +34,7 @@ private:
     void pulled(const QString &token, const UsageTotals &server, const Completion &completion);
     void pushLocal(const QString &token, const UsageTotals &local, const UsageTotals &shown,
                    const Completion &completion);
+    void whileSessionLasts(const QString &token, std::function<void()> goOn, Completion completion);
     void withToken(std::function<void(const QString &token)> task, Completion completion);
 
     const HistoryStore &m_history;

@@ -351,20 +351,24 @@ TEST_F(SyncManagerTest, SendsOnePushAtATimeAndTheNewestListLast) {
     EXPECT_EQ(ends, QStringList({u"first true"_s, u"second true"_s}));
 }
 
-TEST_F(SyncManagerTest, LeavesListsAloneAfterASignOutInTheMiddle) {
+TEST_F(SyncManagerTest, LeavesListsAndTotalsAloneAfterASignOutInTheMiddle) {
+    history.add(u"ahead of the service"_s, std::nullopt);
     for (const auto &later : {std::optional<QString>(), std::optional(u"t-2"_s)}) {
         setWords({u"mine"_s});
         setToken(u"t-1"_s);
         server.answer(kDictionary, 200, R"({"words":["of the account before"]})");
+        server.answer(kStats, 200, R"({"totalSessions":7})");
         QStringList ends;
         sync->syncDictionary(noted(ends, u"dictionary"_s));
+        sync->syncStats();
         awaitAnswers();
         setToken(later);
         settle();
         EXPECT_EQ(words(), QStringList{u"mine"_s});
         EXPECT_EQ(ends, QStringList{u"dictionary false"_s});
+        EXPECT_EQ(sync->serverTotalSessions(), std::nullopt);
     }
-    EXPECT_EQ(requests(), QStringList({u"GET /api/sync/dictionary"_s, u"GET /api/sync/dictionary"_s}));
+    EXPECT_TRUE(requests().filter(u"PUT"_s).isEmpty());
 }
 
 TEST_F(SyncManagerTest, PushesNoListThatCannotBeReadOrStored) {
