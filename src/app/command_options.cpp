@@ -14,7 +14,7 @@ CommandOptions::CommandOptions(const Command &command) : m_command(command) {
 std::optional<int> CommandOptions::read(const QStringList &arguments) {
     const QString program = QStringLiteral("velmo ") + m_command.name;
     if (!m_parser.parse(QStringList{program} + arguments))
-        return usageError(m_parser.errorText());
+        return usageError(complaintAbout(arguments));
     if (!m_parser.isSet(QStringLiteral("help")))
         return std::nullopt;
     // Without declared operands Qt writes a usage line of its own; the command's is put in its place.
@@ -23,6 +23,16 @@ std::optional<int> CommandOptions::read(const QStringList &arguments) {
                  QStringLiteral("Usage: %1 %2").arg(program, QString(m_command.usage)).trimmed());
     print(help);
     return exit_status::success;
+}
+
+/// Names an unknown option as it was typed; the parser knows it without its dashes.
+QString CommandOptions::complaintAbout(const QStringList &arguments) const {
+    const QStringList unknown = m_parser.unknownOptionNames();
+    for (const QString &argument : arguments)
+        for (const QLatin1StringView dashes : {QLatin1StringView("--"), QLatin1StringView("-")})
+            if (!unknown.isEmpty() && argument.section(u'=', 0, 0) == dashes + unknown.first())
+                return QStringLiteral("unknown option '%1'").arg(argument);
+    return m_parser.errorText();
 }
 
 std::optional<int> CommandOptions::readOptionsAlone(const QStringList &arguments) {

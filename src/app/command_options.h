@@ -30,6 +30,8 @@ public:
     [[nodiscard]] int usageError(const QString &message) const;
 
 private:
+    [[nodiscard]] QString complaintAbout(const QStringList &arguments) const;
+
     Command m_command;
     QCommandLineParser m_parser;
 };

@@ -73,13 +73,15 @@ TEST_F(DictateTest, UploadsAFileOfUnknownLengthWithoutADuration) {
 
 TEST_F(DictateTest, GoesOnAfterAFailureAndNamesTheFileAtFault) {
     hears("hei");
-    const auto run =
-        program.run({QStringLiteral("dictate"), QStringLiteral("/nowhere.wav"), wave(1), wave(0.2)});
+    const auto run = program.run(
+        {QStringLiteral("dictate"), QStringLiteral("/nowhere.wav"), wave(1), wave(0.2), files.path()});
 
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.output, "Hei\n");
-    EXPECT_EQ(run.messages(), (QStringList{QStringLiteral("/nowhere.wav: Recording file not found"),
-                                           wave(0.2) + QStringLiteral(": No text")}));
+    EXPECT_EQ(run.messages(),
+              (QStringList{QStringLiteral("/nowhere.wav: Recording file not found"),
+                           wave(0.2) + QStringLiteral(": No text"),
+                           files.path() + QStringLiteral(": This is a folder, not a recording")}));
 }
 
 TEST_F(DictateTest, SaysWhyThereIsNoText) {
@@ -116,7 +118,7 @@ TEST_F(DictateTest, RefusesWordsItDoesNotKnow) {
     for (const QString &option : {QStringLiteral("--loud"), QStringLiteral("-loud.wav")}) {
         const auto run = program.run({QStringLiteral("dictate"), option, wave(1)});
         EXPECT_EQ(run.status, 2);
-        EXPECT_TRUE(run.messages().at(0).contains(QLatin1String("'loud")));
+        EXPECT_TRUE(run.messages().at(0).contains(u'\'' + option + u'\''));
     }
     EXPECT_EQ(server.requests().size(), 0U);
     EXPECT_TRUE(

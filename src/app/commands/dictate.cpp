@@ -11,6 +11,7 @@
 #include "store/history_store.h"
 
 #include <QEventLoop>
+#include <QFileInfo>
 #include <unistd.h>
 
 namespace velmo {
@@ -31,6 +32,8 @@ public:
 
     /// The text of the recording, or the sentence that says why there is none. Waits for it in the event loop.
     Result<QString, QString> dictate(const QString &path) {
+        if (QFileInfo(path).isDir())
+            return failed(QStringLiteral("This is a folder, not a recording"));
         const auto seconds = m_audioLength.seconds(path);
         m_recorder.setFile(path, seconds);
         m_history.setLengthKnown(seconds.has_value());
