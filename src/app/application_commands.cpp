@@ -64,8 +64,12 @@ void ApplicationCommands::run(const QStringList &words, Reply reply) {
     reply({exit_status::usage, QString(), QStringLiteral("The running Velmo does not know this command.")});
 }
 
-/// Replies when it is known whether the recording runs.
 void ApplicationCommands::start(const Reply &reply) {
+    begin(reply, [this] { m_with.recordingManager.startRecording(); });
+}
+
+/// Replies when it is known whether the recording runs.
+void ApplicationCommands::begin(const Reply &reply, const std::function<void()> &startRecording) {
     RecordingManager &manager = m_with.recordingManager;
     if (manager.state() != State::idle) {
         reply(refusal(QStringLiteral("A dictation is under way already.")));
@@ -80,7 +84,7 @@ void ApplicationCommands::start(const Reply &reply) {
         delete answer;
         reply(refusal(manager.errorMessage()));
     });
-    manager.startRecording();
+    startRecording();
 }
 
 void ApplicationCommands::stop(const Reply &reply) {
@@ -92,15 +96,16 @@ void ApplicationCommands::stop(const Reply &reply) {
     reply(kDone);
 }
 
+/// As the hot key does, and it also stops what began by command or mouse, which the gestures do not know of.
 void ApplicationCommands::toggle(const Reply &reply) {
-    RecordingManager &manager = m_with.recordingManager;
-    const bool wasBegunByCommand =
-        manager.state() == State::recording && m_with.hotkeyListener.recordingMode() == RecordingMode::none;
-    if (wasBegunByCommand) // or by the mouse: the gestures do not know of it
-        manager.stopRecording();
-    else
+    if (m_with.hotkeyListener.recordingMode() != RecordingMode::none) {
         m_with.hotkeyListener.toggleFromHotkey();
-    reply(kDone);
+        reply(kDone);
+    } else if (m_with.recordingManager.state() == State::recording) {
+        stop(reply);
+    } else {
+        begin(reply, [this] { m_with.hotkeyListener.toggleFromHotkey(); });
+    }
 }
 
 void ApplicationCommands::cancel(const Reply &reply) {

@@ -42,6 +42,7 @@ public:
 
 private:
     void start(const Reply &reply);
+    void begin(const Reply &reply, const std::function<void()> &startRecording);
     void stop(const Reply &reply);
     void toggle(const Reply &reply);
     void cancel(const Reply &reply);

@@ -5,6 +5,7 @@
 #include "app/output.h"
 
 #include <QEventLoop>
+#include <algorithm>
 
 using namespace std::chrono_literals;
 
@@ -12,8 +13,18 @@ namespace velmo {
 
 namespace {
 
-/// These take the application no time; a start waits for the microphone.
-constexpr auto kPatience = 10s;
+/// These take an application that runs no time; one that is stopped or hangs should be noticed soon.
+constexpr auto kPatience = 3s;
+/// A recording waits for the microphone.
+constexpr auto kRecordingPatience = 10s;
+
+constexpr QLatin1StringView kBeginRecordings[] = {QLatin1StringView("start"), QLatin1StringView("toggle")};
+
+std::chrono::milliseconds patienceFor(QLatin1StringView command) {
+    const bool begins = std::find(std::begin(kBeginRecordings), std::end(kBeginRecordings), command) !=
+                        std::end(kBeginRecordings);
+    return begins ? kRecordingPatience : kPatience;
+}
 
 /// Waits for the answer to what `ask` asks.
 template <class Ask>
@@ -32,7 +43,7 @@ int runRemotely(Composition &composition, const Command &command, const QStringL
     CommandOptions options(command);
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
-    const auto outcome = runInApplication(composition, {QString(command.name)}, kPatience);
+    const auto outcome = runInApplication(composition, {QString(command.name)}, patienceFor(command.name));
     if (outcome)
         return tell(*outcome);
     printError(QStringLiteral("Velmo is not running. 'velmo' without a command starts it."));

@@ -29,7 +29,8 @@ std::optional<CommandOutcome> outcomeOf(const QDBusMessage &reply) {
     if (reply.type() == QDBusMessage::ErrorMessage) {
         if (isNobody(QDBusError(reply)))
             return std::nullopt;
-        return CommandOutcome{kFailure, QString(), QStringLiteral("The running Velmo does not answer.")};
+        return CommandOutcome{kFailure, QString(),
+                              QStringLiteral("Velmo runs but does not answer; it may be busy or stopped.")};
     }
     const QVariantList values = reply.arguments();
     return CommandOutcome{values.value(0).toInt(), values.value(1).toString(), values.value(2).toString()};
