@@ -51,11 +51,11 @@ void DesktopWindows::awaitTray() {
         m_with.composition.mainQueue().after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
 }
 
-/// The window takes the keyboard, so it waits for the end of a dictation.
+/// The window takes the keyboard, so it waits for the end of a dictation and of onboarding.
 void DesktopWindows::showMainWindowWithoutTray() {
     if (StatusItem::hasHost())
         return;
-    if (m_with.recordingManager.state() == State::idle)
+    if (m_with.recordingManager.state() == State::idle && !m_with.setup.isOnboardingShown())
         showMainWindow();
     else
         awaitTray();
@@ -77,7 +77,10 @@ std::unique_ptr<MenuBarView> DesktopWindows::makeMenuBarView() {
     MenuBarView::Ways ways;
     ways.openVelmo = m_requests.openMainWindow;
     ways.quit = m_requests.quit;
-    ways.showPermission = m_requests.openMainWindow;
+    ways.showPermission = [this] {
+        closePopover();
+        m_with.setup.showPermission(m_with.engine);
+    };
     ways.copy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
     Composition &composition = m_with.composition;
     return std::make_unique<MenuBarView>(

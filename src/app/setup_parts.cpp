@@ -1,6 +1,8 @@
 #include "app/setup_parts.h"
 
 #include "app/composition.h"
+#include "platform/accessibility_permission.h"
+#include "platform/system_settings.h"
 #include "service/auth_manager.h"
 #include "service/sync_manager.h"
 #include "store/preference_watch.h"
@@ -10,6 +12,7 @@
 #include "ui/onboarding/onboarding_window_controller.h"
 
 #include <QCoreApplication>
+#include <QQuickWindow>
 
 namespace velmo {
 
@@ -54,6 +57,18 @@ void SetupParts::showOnboarding(QQmlEngine &engine) {
             std::make_unique<OnboardingWindowController>(engine, m_composition.preferences(), *m_onboarding);
     }
     m_onboardingWindow->show();
+}
+
+bool SetupParts::isOnboardingShown() const {
+    return m_onboardingWindow && m_onboardingWindow->window() && m_onboardingWindow->window()->isVisible();
+}
+
+void SetupParts::showPermission(QQmlEngine &engine) {
+    constexpr auto kKeys = SystemSettings::Page::Keyboard;
+    if (!m_desktop.accessibility.isTrusted() && m_desktop.systemSettings.canOpen(kKeys))
+        m_desktop.systemSettings.open(kKeys);
+    else
+        showOnboarding(engine);
 }
 
 } // namespace velmo

@@ -48,6 +48,9 @@ public:
     [[nodiscard]] QObject &settingsPage();
     /// The engine outlives the parts too.
     void showOnboarding(QQmlEngine &engine);
+    [[nodiscard]] bool isOnboardingShown() const;
+    /// Leads on to what dictation still needs: the desktop's own page where that helps, else onboarding, which says how.
+    void showPermission(QQmlEngine &engine);
 
 private:
     TriggerKeyCapture &triggerKey();

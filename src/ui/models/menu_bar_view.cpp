@@ -104,7 +104,9 @@ const QString &MenuBarView::errorMessage() const {
 }
 
 QString MenuBarView::setupHint() const {
-    return platform_texts::setupHint();
+    return m_hasAccessibility
+               ? platform_texts::missingTriggerKey(triggerKeyLabel(triggerKey(m_with.preferences)))
+               : platform_texts::setupHint();
 }
 
 QString MenuBarView::emptyHint() const {

@@ -47,7 +47,7 @@ class MenuBarView final : public QObject {
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY setupChanged)
     Q_PROPERTY(bool isSetupRequired READ isSetupRequired NOTIFY setupChanged)
-    Q_PROPERTY(QString setupHint READ setupHint CONSTANT)
+    Q_PROPERTY(QString setupHint READ setupHint NOTIFY setupChanged)
     Q_PROPERTY(QAbstractItemModel *recentEntries READ recentEntries CONSTANT)
     Q_PROPERTY(qsizetype entryCount READ entryCount NOTIFY entriesChanged)
     Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY setupChanged)
@@ -67,7 +67,7 @@ public:
     struct Ways {
         std::function<void()> openVelmo;
         std::function<void()> quit;
-        std::function<void()> showPermission; ///< Where the person learns how to give the permission.
+        std::function<void()> showPermission; ///< To what is missing for dictation.
         std::function<void(const QString &text)> copy;
     };
 
@@ -82,6 +82,7 @@ public:
 
     [[nodiscard]] bool hasAccessibility() const { return m_hasAccessibility; }
     [[nodiscard]] bool isSetupRequired() const { return !m_hasAccessibility || !m_hasFnHotkey; }
+    /// What helps: with the permission it is the trigger key that is missing.
     [[nodiscard]] QString setupHint() const;
 
     /// All of the history, newest first.
