@@ -71,6 +71,8 @@ void ActiveApplication::readActiveWindow() {
     Connection &connection = m_watch->connection();
     const xcb_window_t window =
         PropertyReader(connection, connection.root()).number("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+    if (window == XCB_WINDOW_NONE && hasOwnWindowKeyboard())
+        return;
     if (std::exchange(m_window, window) == window)
         return;
     if (window == XCB_WINDOW_NONE) {
@@ -81,6 +83,15 @@ void ActiveApplication::readActiveWindow() {
     setName(identity.className.isEmpty() ? identity.title : identity.className);
     findName(identity);
     announce(identity.process == getpid());
+}
+
+/// No window of a window manager's is active while one of ours borrows the keyboard, which it gives back to whom it
+/// belongs.
+bool ActiveApplication::hasOwnWindowKeyboard() {
+    xcb_connection_t *xcb = m_watch->connection().xcb();
+    const Owned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    return reply && identify(reply->focus).process == static_cast<uint32_t>(getpid());
 }
 
 WindowIdentity ActiveApplication::identify(xcb_window_t window) {

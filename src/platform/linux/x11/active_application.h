@@ -26,6 +26,7 @@ public:
 private:
     void rootPropertyChanged(xcb_atom_t property) override;
     void readActiveWindow();
+    [[nodiscard]] bool hasOwnWindowKeyboard();
     [[nodiscard]] WindowIdentity identify(xcb_window_t window);
     void setName(const QString &name);
     void findName(const WindowIdentity &window);
