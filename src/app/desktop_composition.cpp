@@ -79,7 +79,7 @@ struct DesktopComposition::Parts {
           microphonePresence(makePulseMicrophonePresence(connection, composition.mainQueue())),
           setup(composition, {hotkeyListener, *x11.permission, *x11.keys, microphonePermission,
                               *microphonePresence, systemSettings, loginItem}),
-          windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.permission,
+          windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.motion, *x11.permission,
                    recordingManager, hotkeyListener, levelMeter, textInserter, overlay, setup},
                   {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,

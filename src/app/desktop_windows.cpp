@@ -4,6 +4,7 @@
 #include "app/main_window_parts.h"
 #include "app/setup_parts.h"
 #include "dictation/recording_manager.h"
+#include "platform/motion_preference.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
@@ -31,9 +32,18 @@ DesktopWindows::DesktopWindows(const Collaborators &collaborators, Requests requ
       m_requests(std::move(requests)),
       m_isDesktopDark(StatusItem::isDesktopDark()) { // before our own colours take over
     prepareInterface();
+    followMotionPreference();
 }
 
-DesktopWindows::~DesktopWindows() = default;
+DesktopWindows::~DesktopWindows() {
+    m_with.motion.setChangeHandler({});
+}
+
+void DesktopWindows::followMotionPreference() {
+    const auto follow = [this] { setReducedMotion(m_with.engine, m_with.motion.isReduced()); };
+    m_with.motion.setChangeHandler(follow);
+    follow();
+}
 
 // Status item and popover
 

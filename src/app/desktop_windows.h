@@ -19,6 +19,7 @@ class GlobalMouseMonitor;
 class HotkeyListener;
 class MainWindowParts;
 class MenuBarView;
+class MotionPreference;
 class PopoverWindow;
 class RecordingManager;
 class RecordingOverlayController;
@@ -35,6 +36,7 @@ public:
         FloatingWindows &floating;
         const DesktopPanels &panels;
         GlobalMouseMonitor &mouse;
+        MotionPreference &motion;
         const AccessibilityPermission &permission;
         RecordingManager &recordingManager;
         HotkeyListener &hotkeyListener;
@@ -62,6 +64,7 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
+    void followMotionPreference();
     void awaitTray();
     void showMainWindowWithoutTray();
 

@@ -54,7 +54,7 @@ QtObject {
     readonly property real disabledOpacity: 0.4
 
     /// Whether the desktop asks for less motion.
-    property bool reducedMotion: false
+    readonly property bool reducedMotion: Motion.isReduced
 
     function inkAt(opacity: real): color {
         return Qt.rgba(0x12 / 255, 0x12 / 255, 0x12 / 255, opacity)

@@ -1,8 +1,11 @@
 #include "ui/controls/interface_setup.h"
 
+#include "ui/controls/motion.h"
+
 #include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
@@ -37,6 +40,11 @@ void prepareInterface() {
     QGuiApplication::setFont(font);
     QGuiApplication::setPalette(lightPalette());
     qml_register_types_Velmo_Controls(); // keeps the linker from dropping the module
+}
+
+void setReducedMotion(QQmlEngine &engine, bool isReduced) {
+    static const int kMotion = qmlTypeId("Velmo.Controls", 1, 0, "Motion");
+    engine.singletonInstance<Motion *>(kMotion)->setReduced(isReduced);
 }
 
 } // namespace velmo

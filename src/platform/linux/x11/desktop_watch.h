@@ -29,6 +29,7 @@ public:
         virtual void devicesChanged() {}  ///< Keyboards or mice came or went.
         virtual void rootPropertyChanged(xcb_atom_t) {}
         virtual void compositorChanged() {} ///< It came or went.
+        virtual void settingsChanged() {}   ///< `settings` may be others.
     };
 
     /// Nothing when the display cannot be opened or cannot report keys.
@@ -59,6 +60,10 @@ public:
     /// Whether a compositor draws the windows, so that they can be translucent. Asks the server.
     [[nodiscard]] bool hasCompositor();
 
+    /// What the desktop publishes for programs of any toolkit (XSETTINGS), as it stands; empty where it does not. Asks the
+    /// server.
+    [[nodiscard]] QByteArray settings();
+
     /// Has every observer told of what happened before now.
     void catchUp();
 
@@ -67,6 +72,10 @@ private:
                  const InputDevices &devices);
 
     void handle(const xcb_generic_event_t &event);
+    void propertyChanged(xcb_window_t window, xcb_atom_t property);
+    void managerChanged(xcb_atom_t selection);
+    void followSettings();
+    [[nodiscard]] xcb_window_t ownerOf(const char *selection);
     void scheduleKeyboardRead();
     void readKeyboard();
 
@@ -75,8 +84,9 @@ private:
     InputDevices m_devices;
     KeyboardMap m_keyboard;
     std::vector<Observer *> m_observers;
-    int m_xkbEvent;        ///< The kind of all events of the XKB extension.
-    int m_compositorEvent; ///< The kind of event that tells of another compositor.
+    int m_xkbEvent;     ///< The kind of all events of the XKB extension.
+    int m_managerEvent; ///< The kind of event that tells of another compositor or manager of settings.
+    xcb_window_t m_settingsManager = XCB_WINDOW_NONE;
     bool m_isKeyboardReadScheduled = false;
     Loop m_loop; ///< Last: its thread uses the others.
 };

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/accessibility.h"
 #include "platform/linux/x11/active_application.h"
+#include "platform/linux/x11/animation_setting.h"
 #include "platform/linux/x11/dock_windows.h"
 #include "platform/linux/x11/hotkey.h"
 #include "platform/linux/x11/keyboard_keys.h"
@@ -38,6 +39,7 @@ X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places) {
     input.mouse = std::make_unique<x11::MouseMonitor>(queue, watch);
     input.floating = std::make_unique<x11::UnmanagedWindows>(queue, watch, places.windows);
     input.panels = std::make_unique<x11::DockWindows>(watch);
+    input.motion = std::make_unique<x11::AnimationSetting>(queue, watch);
     input.keys = std::make_unique<x11::Keys>(watch);
     input.workspace = std::make_unique<x11::ActiveApplication>(queue, watch);
     return input;

@@ -8,6 +8,7 @@
 #include "platform/global_hotkey.h"
 #include "platform/global_mouse_monitor.h"
 #include "platform/keyboard_keys.h"
+#include "platform/motion_preference.h"
 #include "platform/workspace.h"
 
 #include <QString>
@@ -26,6 +27,7 @@ struct X11Input {
     std::unique_ptr<GlobalMouseMonitor> mouse;
     std::unique_ptr<FloatingWindows> floating;
     std::unique_ptr<DesktopPanels> panels;
+    std::unique_ptr<MotionPreference> motion;
     std::unique_ptr<KeyboardKeys> keys;
     std::unique_ptr<Workspace> workspace;
 };

@@ -159,7 +159,29 @@ protected:
                             static_cast<uint32_t>(text.size()), text.constData());
     }
 
+    void setProcess(xcb_window_t window, uint32_t process) {
+        xcb_change_property(connection->xcb(), XCB_PROP_MODE_REPLACE, window, connection->atom("_NET_WM_PID"),
+                            XCB_ATOM_CARDINAL, 32, 1, &process);
+    }
+
+    /// What a desktop publishes as its settings; `animations` is the value of one of them.
+    void publishSettings(char animations) {
+        const QByteArray settings = QByteArray("\0\0\0\0\1\0\0\0\3\0\0\0", 12) +
+                                    QByteArray("\1\0\3\0Net\0\0\0\0\0\5\0\0\0Light\0\0\0", 24) +
+                                    QByteArray("\2\0\4\0Tint\0\0\0\0ABCDEFGH", 20) +
+                                    QByteArray("\0\0\x14\0Gtk/EnableAnimations\0\0\0\0", 28) + animations +
+                                    QByteArray("\0\0\0", 3);
+        setText(manager, "_XSETTINGS_SETTINGS", "_XSETTINGS_SETTINGS", settings);
+        xcb_set_selection_owner(connection->xcb(), manager, connection->atom("_XSETTINGS_S0"),
+                                XCB_CURRENT_TIME);
+        xcb_flush(connection->xcb());
+    }
+    [[nodiscard]] bool comesToReducedMotion(bool expected) {
+        return waitFor([&] { return input.motion->isReduced() == expected; });
+    }
+
     std::unique_ptr<x11::Connection> connection = std::move(*x11::Connection::open(server.display()));
+    xcb_window_t manager = connection->createWindow(XCB_EVENT_MASK_NO_EVENT);
 };
 
 TEST_P(WorkspaceTest, CallsApplicationsAsPeopleDo) {
@@ -195,9 +217,7 @@ TEST_F(WorkspaceTest, TellsWhenThisOrAnotherApplicationComesToTheFront) {
     std::vector<bool> activations;
     input.workspace->setActivationHandler([&](bool isThis) { activations.push_back(isThis); });
     const auto own = createWindow(windowClass("velmo", "Velmo"));
-    const auto process = static_cast<uint32_t>(getpid());
-    xcb_change_property(connection->xcb(), XCB_PROP_MODE_REPLACE, own, connection->atom("_NET_WM_PID"),
-                        XCB_ATOM_CARDINAL, 32, 1, &process);
+    setProcess(own, static_cast<uint32_t>(getpid()));
     activate(createWindow(windowClass("other", "Other")));
     EXPECT_TRUE(waitFor([&] { return activations.size() == 1; }));
     activate(own);
@@ -205,6 +225,33 @@ TEST_F(WorkspaceTest, TellsWhenThisOrAnotherApplicationComesToTheFront) {
     activate(XCB_WINDOW_NONE);
     EXPECT_TRUE(waitFor([&] { return !input.workspace->frontmostApplicationName(); }));
     EXPECT_EQ(activations, std::vector({false, true}));
+}
+
+TEST_F(WorkspaceTest, KeepsTheApplicationWhileAWindowOfOursBorrowsTheKeyboard) {
+    activate(createWindow(windowClass("other", "Other")));
+    EXPECT_TRUE(waitFor([&] { return input.workspace->frontmostApplicationName() == u"Other"; }));
+    const auto own = createWindow(windowClass("velmo", "Velmo"));
+    setProcess(own, static_cast<uint32_t>(getpid()));
+    xcb_map_window(connection->xcb(), own);
+    xcb_set_input_focus(connection->xcb(), XCB_INPUT_FOCUS_NONE, own, XCB_CURRENT_TIME);
+    activate(XCB_WINDOW_NONE);
+    publishSettings(0);
+    EXPECT_TRUE(comesToReducedMotion(true)); // which is heard after the others
+    EXPECT_EQ(input.workspace->frontmostApplicationName(), u"Other");
+}
+
+TEST_F(WorkspaceTest, FollowsTheDesktopsWishForLessMotion) {
+    int changes = 0;
+    input.motion->setChangeHandler([&] { ++changes; });
+    EXPECT_FALSE(input.motion->isReduced());
+    for (const char animations : {0, 1, 0}) {
+        publishSettings(animations);
+        EXPECT_TRUE(comesToReducedMotion(animations == 0));
+    }
+    xcb_destroy_window(connection->xcb(), manager);
+    xcb_flush(connection->xcb());
+    EXPECT_TRUE(comesToReducedMotion(false));
+    EXPECT_TRUE(waitFor([&] { return changes == 4; }));
 }
 
 // Where nothing can be done

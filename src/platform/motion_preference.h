@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+
+namespace velmo {
+
+/// Whether the desktop asks its applications for less motion. Main thread.
+class MotionPreference {
+public:
+    MotionPreference() = default;
+    MotionPreference(const MotionPreference &) = delete;
+    MotionPreference &operator=(const MotionPreference &) = delete;
+    virtual ~MotionPreference() = default;
+
+    /// Answers from what is known already.
+    [[nodiscard]] virtual bool isReduced() const = 0;
+
+    /// Told, as a task of the main queue, when the answer may be another one. Replaces the handler.
+    virtual void setChangeHandler(std::function<void()> changed) = 0;
+};
+
+} // namespace velmo
