@@ -1,3 +1,6 @@
+#include "store/history_entry.h"
+#include "store/preference_keys.h"
+#include "support/accessibility_bus.h"
 #include "support/private_bus.h"
 #include "support/pulse_server.h"
 #include "support/wait_until.h"
@@ -97,6 +100,31 @@ TEST_F(DesktopInterfaceTest, DictatesByMouseOverAFullScreenWindowThatKeepsTheKey
     click({640 - 180 + 16 + 24 + 8 + 11, 762}); // cancel
     EXPECT_TRUE(comesTo(u"idle"_s));
     EXPECT_EQ(focus(), focused);
+}
+
+TEST_F(DesktopInterfaceTest, NamesEveryControlForAScreenReader) {
+    const auto history = encodeEntries({{u"A"_s, u"Møtet er klokka ti."_s, Date(), 2}});
+    static_cast<void>(program.run({u"defaults"_s, u"write"_s, QString(keys::transcriptionHistory),
+                                   u"--data"_s, QString::fromLatin1(history->toBase64())}));
+    testing::AccessibilityBus screenReader(bus); // starts after Velmo
+    static_cast<void>(program.run({u"show"_s}));
+    click(trayIcon());
+    const QSet<QString> expected = {
+        u"push button: Start dictation"_s, u"push button: Settings"_s, u"push button: Open Velmo"_s,
+        u"push button: Quit Velmo"_s,      u"list: Recent"_s,          u"list item: Møtet er klokka ti."_s};
+    const QSet<QString> controls = {u"push button"_s, u"check box"_s, u"radio button"_s, u"toggle button"_s,
+                                    u"text"_s,        u"combo box"_s, u"list item"_s,    u"menu item"_s};
+    QSet<QString> told;
+    EXPECT_TRUE(testing::waitUntil([&] {
+        told.clear();
+        for (const auto &part : screenReader.parts()) {
+            if (part.isShown)
+                told.insert(part.role + u": "_s + part.name);
+        }
+        return told.contains(expected);
+    })) << QStringList(told.begin(), told.end()).join(u'\n').toStdString();
+    for (const QString &control : controls)
+        EXPECT_FALSE(told.contains(control + u": "_s)) << "nameless " << control.toStdString();
 }
 
 TEST_F(DesktopInterfaceTest, ChangesItsShapeWithTheCompositor) {

@@ -27,7 +27,7 @@ Text {
     topPadding: Math.round((usedLineHeight - metrics.height) / 2)
     bottomPadding: -topPadding
     Accessible.role: Accessible.StaticText
-    Accessible.name: text
+    Accessible.name: textFormat === Text.StyledText ? text.replace(/<[^>]*>/g, "") : text
 
     FontMetrics {
         id: metrics
