@@ -1,6 +1,7 @@
 pragma Singleton
 
 import QtQuick
+import Velmo.Controls
 
 /// Every colour, measure and duration of the interface. All are product decisions; contrasts are noted where text
 /// depends on them.

@@ -1,4 +1,5 @@
 #include "support/wait_until.h"
+#include "ui/controls/interface_setup.h"
 #include "ui/dictation_stage.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
@@ -133,6 +134,15 @@ TEST_F(OverlayTest, HasTheShapeOfWhatItDrawsWithoutACompositor) {
     desktop.composited = true;
     desktop.events.compositionChanged();
     EXPECT_TRUE(panel().mask().isEmpty());
+}
+
+TEST_F(OverlayTest, DoesWithoutTransitionsWhereLessMotionIsWanted) {
+    const auto swings = [this] { return panel().rootObject()->property("swings").toBool(); };
+    EXPECT_TRUE(swings());
+    setReducedMotion(engine, true);
+    EXPECT_FALSE(swings());
+    click(handle());
+    EXPECT_TRUE(clickLeadsTo(State::idle, barAt(kCancel)));
 }
 
 TEST_F(OverlayTest, RestsWhenNothingMoves) {
