@@ -14,7 +14,6 @@ Rectangle {
 
     implicitWidth: Math.min(328, measure.implicitWidth + 32 + _symbolWidth)
     implicitHeight: label.implicitHeight + 16
-    radius: 16
     color: composited ? Theme.capsule : Theme.capsuleOpaque
     Accessible.role: Accessible.Notification
     Accessible.name: text.replace(/<\/?b>/g, "")

@@ -19,7 +19,7 @@ Item {
 
     readonly property var inputAreas: bar.isIdle ? idle.inputAreas : [areaOf(active)]
     readonly property var solidAreas: bar.isIdle ? idle.solidAreas : [areaOf(active)]
-    readonly property real solidRadius: bar.isIdle ? idle.solidRadius : active.radius
+    readonly property real solidRadius: bar.isIdle ? idle.solidRadius : active.height / 2
 
     function areaOf(item: Item): rect {
         return Qt.rect(item.x, item.y, item.width, item.height)
@@ -49,7 +49,8 @@ Item {
         enabled: view.bar.isIdle
     }
 
-    ActiveBar {
+    /// Made for the first dictation, and kept: at rest it would be memory for nothing.
+    Loader {
         id: active
 
         property real panelHeight: (view.bar.isIdle ? view.idleSize : view.activeSize).height
@@ -59,9 +60,17 @@ Item {
             NumberAnimation { duration: 350; easing.type: Easing.InOutQuad }
         }
 
-        bar: view.bar
-        composited: view.composited
-        swings: view.swings
+        Binding on active {
+            when: !view.bar.isIdle
+            restoreMode: Binding.RestoreNone
+            value: true
+        }
+        active: false
+        sourceComponent: ActiveBar {
+            bar: view.bar
+            composited: view.composited
+            swings: view.swings
+        }
         width: view.activeSize.width - 32
         height: view.activeSize.height - 16
         x: (view.width - width) / 2

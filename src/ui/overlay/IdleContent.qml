@@ -14,7 +14,7 @@ Item {
 
     readonly property var inputAreas: _isTipShown ? [areaOf(grip), areaOf(tip)] : [areaOf(grip)]
     readonly property var solidAreas: _isTipShown ? [areaOf(ring), areaOf(tip)] : [areaOf(ring)]
-    readonly property real solidRadius: tip.radius
+    readonly property real solidRadius: 16
 
     function areaOf(item: Item): rect {
         return Qt.rect(item.x, item.y, item.width, item.height)
@@ -70,20 +70,32 @@ Item {
         color: Theme.handle
     }
 
-    BarTip {
+    /// Made when there is something to say, and kept.
+    Loader {
         id: tip
 
-        /// What is said last stays while the tip fades.
-        Binding {
+        Binding on active {
             when: content._isTipShown
             restoreMode: Binding.RestoreNone
-            tip.text: content._hasMessage ? content.bar.message
-                    : qsTr("Click or hold %1 to start dictating").arg("<b>" + content.bar.triggerKeyName + "</b>")
-            tip.isStyled: !content._hasMessage
-            tip.isWarning: content._hasMessage && content.bar.isWarning
+            value: true
         }
+        active: false
+        sourceComponent: BarTip {
+            id: words
 
-        composited: content.composited
+            /// What is said last stays while the tip fades.
+            Binding {
+                when: content._isTipShown
+                restoreMode: Binding.RestoreNone
+                words.text: content._hasMessage ? content.bar.message
+                        : qsTr("Click or hold %1 to start dictating").arg("<b>" + content.bar.triggerKeyName + "</b>")
+                words.isStyled: !content._hasMessage
+                words.isWarning: content._hasMessage && content.bar.isWarning
+            }
+
+            composited: content.composited
+            radius: content.solidRadius
+        }
         x: Math.round((content.width - width) / 2)
         y: handle.y - 8 - height
         opacity: content._isTipShown ? 1 : 0
