@@ -22,7 +22,8 @@ constexpr int kSides[] = {16, 22, 24, 32, 44, 48};
 constexpr QRgb kOnLight = qRgb(0x12, 0x12, 0x12);
 constexpr QRgb kOnDark = qRgb(0xff, 0xff, 0xff);
 
-/// A tray takes a moment to let an item in, and tells nobody when it has.
+/// A tray takes a moment to let an item in, and tells nobody when it has: until then the item is in a corner, where the
+/// desktop may have any colour.
 constexpr auto kLookInterval = 250ms;
 constexpr int kLooks = 12;
 
@@ -78,7 +79,7 @@ StatusItem::StatusItem(MainQueue &queue, const DesktopPanels &panels, bool isDes
                      [pressed = std::move(pressed)] { pressed(); });
     draw();
     m_icon.show();
-    lookAtPanel(kLooks);
+    followPanel(kLooks);
 }
 
 bool StatusItem::isDesktopDark() {
@@ -89,17 +90,22 @@ bool StatusItem::isDesktopDark() {
 
 void StatusItem::setState(State state) {
     m_state = state;
-    lookAtPanel(0);
+    lookAtPanel();
     draw();
 }
 
-void StatusItem::lookAtPanel(int triesLeft) {
-    if (const QColor color = panelColor(); color.isValid()) {
-        m_isPanelDark = isDark(color);
-        draw();
-    } else if (triesLeft > 0) {
-        m_lookTimer = m_queue.after(kLookInterval, [this, triesLeft] { lookAtPanel(triesLeft - 1); });
-    }
+void StatusItem::followPanel(int looksLeft) {
+    lookAtPanel();
+    if (looksLeft > 0)
+        m_lookTimer = m_queue.after(kLookInterval, [this, looksLeft] { followPanel(looksLeft - 1); });
+}
+
+void StatusItem::lookAtPanel() {
+    const QColor color = panelColor();
+    if (!color.isValid() || isDark(color) == m_isPanelDark)
+        return;
+    m_isPanelDark = !m_isPanelDark;
+    draw();
 }
 
 /// Where the tray does not tell where the item is, it is taken to be in the largest panel.

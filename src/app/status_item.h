@@ -32,7 +32,8 @@ public:
     [[nodiscard]] static bool isDesktopDark();
 
 private:
-    void lookAtPanel(int triesLeft);
+    void followPanel(int looksLeft);
+    void lookAtPanel();
     [[nodiscard]] QColor panelColor() const;
     void draw();
 
