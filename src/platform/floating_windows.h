@@ -24,6 +24,7 @@ public:
     struct Events {
         std::function<void()> compositionChanged; ///< `isComposited` has another answer.
         std::function<void()> restacked;          ///< Managed windows came forward, perhaps over ours.
+        std::function<void()> panelsChanged;      ///< `freeOf` may have another answer.
     };
 
     FloatingWindows() = default;
@@ -35,6 +36,10 @@ public:
     [[nodiscard]] virtual bool isComposited() const = 0;
 
     [[nodiscard]] virtual std::unique_ptr<Handle> watch(Events events) = 0;
+
+    /// What panels and docks leave free of a screen. Asks the desktop.
+    /// @param screen in device pixels of the desktop, as the answer is.
+    [[nodiscard]] virtual QRect freeOf(QRect screen) const = 0;
 
     /// Lets clicks outside of the rectangles through to whatever lies beneath the window.
     /// @param region in device pixels from the window's upper left corner.

@@ -38,7 +38,8 @@ FloatingView::FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows
     setTitle(QStringLiteral("Velmo"));
     setColor(Qt::transparent);
     setResizeMode(SizeRootObjectToView);
-    m_watch = m_desktop.watch({[this] { applyComposition(); }, [this] { comeForward(); }});
+    m_watch = m_desktop.watch(
+        {[this] { applyComposition(); }, [this] { comeForward(); }, [this] { Q_EMIT panelsChanged(); }});
 }
 
 FloatingView::~FloatingView() = default;

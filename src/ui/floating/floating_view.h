@@ -30,6 +30,10 @@ public:
     /// Loads the component as the window's content; what the properties point to outlives the view.
     void setContent(const QUrl &component, QVariantMap properties);
 
+Q_SIGNALS:
+    /// Panels and docks may leave more or less free of the screens.
+    void panelsChanged();
+
 private Q_SLOTS:
     void applyInputAreas();
     void applySolidAreas();

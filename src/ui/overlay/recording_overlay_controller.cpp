@@ -1,6 +1,7 @@
 #include "ui/overlay/recording_overlay_controller.h"
 
 #include "ui/floating/floating_view.h"
+#include "ui/floating/visible_frame.h"
 #include "ui/models/floating_bar.h"
 
 #include <QCursor>
@@ -81,7 +82,7 @@ QRect RecordingOverlayController::placement(QSize size, QRect visibleFrame) {
 QRect RecordingOverlayController::windowFrame() const {
     if (!m_currentScreen)
         return {QPoint(0, 0), kWindowSize};
-    const QRect panel = placement(m_size, m_currentScreen->availableGeometry());
+    const QRect panel = placement(m_size, visibleFrame(*m_currentScreen, m_with.desktop));
     const QPoint lowerLeft(panel.x() + (panel.width() - kWindowSize.width()) / 2,
                            panel.y() + panel.height() + bottomMargin);
     return {lowerLeft - QPoint(0, kWindowSize.height()), kWindowSize};
@@ -93,6 +94,8 @@ void RecordingOverlayController::followScreens() {
         screensChanged();
     });
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &RecordingOverlayController::screensChanged);
+    connect(m_overlayPanel.get(), &FloatingView::panelsChanged, this,
+            &RecordingOverlayController::screensChanged);
     for (QScreen *screen : QGuiApplication::screens())
         followScreen(screen);
 }

@@ -1,6 +1,7 @@
 #include "ui/popover/popover_window.h"
 
 #include "ui/floating/floating_view.h"
+#include "ui/floating/visible_frame.h"
 #include "ui/models/menu_bar_view.h"
 
 #include <QCursor>
@@ -49,7 +50,7 @@ void PopoverWindow::toggle(QRect item) {
 
 void PopoverWindow::show(QRect item) {
     qml_register_types_Velmo_Popover(); // keeps the linker from dropping the module
-    m_frame = placement(item, screenAt(item.center())->availableGeometry());
+    m_frame = placement(item, visibleFrame(*screenAt(item.center()), m_with.desktop));
     m_view = std::make_unique<FloatingView>(m_with.engine, m_with.queue, m_with.desktop,
                                             FloatingView::Keyboard::CanBorrow);
     MenuBarView *content = m_makeContent().release();

@@ -23,6 +23,7 @@ struct FakeFloatingWindows final : FloatingWindows {
         events = std::move(toCall);
         return std::make_unique<Handle>();
     }
+    [[nodiscard]] QRect freeOf(QRect screen) const override { return screen; }
     void setInputRegion(quint64, const QList<QRect> &region) override { inputRegion = region; }
     [[nodiscard]] std::unique_ptr<Handle> borrowKeyboard(quint64) override {
         return std::make_unique<Loan>(keyboardIsOut);

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/unmanaged_windows.h"
 
 #include "base/lifetime.h"
+#include "platform/linux/x11/struts.h"
 
 #include <xcb/shape.h>
 
@@ -16,6 +17,7 @@ public:
         m_watch->run([this] {
             m_activeWindow = m_watch->connection().atom("_NET_ACTIVE_WINDOW");
             m_stacking = m_watch->connection().atom("_NET_CLIENT_LIST_STACKING");
+            m_workArea = m_watch->connection().atom("_NET_WORKAREA");
             m_watch->add(this);
         });
     }
@@ -34,6 +36,8 @@ private:
     void rootPropertyChanged(xcb_atom_t property) override {
         if (property == m_activeWindow || property == m_stacking)
             m_queue.post(m_lifetime.guard([this] { m_events.restacked(); }));
+        else if (property == m_workArea)
+            m_queue.post(m_lifetime.guard([this] { m_events.panelsChanged(); }));
     }
 
     MainQueue &m_queue;
@@ -41,6 +45,7 @@ private:
     FloatingWindows::Events m_events;
     xcb_atom_t m_activeWindow = XCB_ATOM_NONE;
     xcb_atom_t m_stacking = XCB_ATOM_NONE;
+    xcb_atom_t m_workArea = XCB_ATOM_NONE; ///< Set anew for every change of a panel's room.
     Lifetime m_lifetime;
 };
 
@@ -99,6 +104,13 @@ std::unique_ptr<FloatingWindows::Handle> UnmanagedWindows::watch(Events events) 
     if (!m_watch)
         return nullptr;
     return std::make_unique<EventWatch>(m_queue, m_watch, std::move(events));
+}
+
+QRect UnmanagedWindows::freeOf(QRect screen) const {
+    QRect free = screen;
+    if (m_watch)
+        m_watch->run([&] { free = x11::freeOf(m_watch->connection(), screen); });
+    return free;
 }
 
 void UnmanagedWindows::setInputRegion(quint64 window, const QList<QRect> &region) {

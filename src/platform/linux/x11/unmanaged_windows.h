@@ -20,6 +20,7 @@ public:
 
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }
     [[nodiscard]] std::unique_ptr<Handle> watch(Events events) override;
+    [[nodiscard]] QRect freeOf(QRect screen) const override;
     void setInputRegion(quint64 window, const QList<QRect> &region) override;
     [[nodiscard]] std::unique_ptr<Handle> borrowKeyboard(quint64 window) override;
 

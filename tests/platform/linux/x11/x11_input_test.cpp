@@ -240,6 +240,58 @@ TEST_F(WorkspaceTest, KeepsTheApplicationWhileAWindowOfOursBorrowsTheKeyboard) {
     EXPECT_EQ(input.workspace->frontmostApplicationName(), u"Other");
 }
 
+TEST_F(WorkspaceTest, KnowsWhatPanelsLeaveFreeOfEachScreen) {
+    const auto setNumbers = [this](xcb_window_t window, const char *property,
+                                   const std::vector<uint32_t> &values) {
+        xcb_change_property(connection->xcb(), XCB_PROP_MODE_REPLACE, window, connection->atom(property),
+                            XCB_ATOM_CARDINAL, 32, static_cast<uint32_t>(values.size()), values.data());
+    };
+    struct Row {
+        const char *name;
+        const char *property;
+        std::vector<uint32_t> strut;
+        QRect left;  ///< Of a screen of 640 × 800.
+        QRect right; ///< Of one of 640 × 600 beside it.
+    };
+    const QRect left(0, 0, 640, 800);
+    const QRect right(640, 0, 640, 600);
+    const Row rows[] = {
+        {"None", "_NET_WM_STRUT", {}, left, right},
+        {"BelowTheLeft",
+         "_NET_WM_STRUT_PARTIAL",
+         {0, 0, 0, 60, 0, 0, 0, 0, 0, 0, 0, 639},
+         {0, 0, 640, 740},
+         right},
+        {"BelowTheRight",
+         "_NET_WM_STRUT_PARTIAL",
+         {0, 0, 0, 230, 0, 0, 0, 0, 0, 0, 640, 1279},
+         left,
+         {640, 0, 640, 570}},
+        {"BetweenThem",
+         "_NET_WM_STRUT_PARTIAL",
+         {690, 0, 0, 0, 0, 599, 0, 0, 0, 0, 0, 0},
+         left,
+         {690, 0, 590, 600}},
+        {"AboveBoth", "_NET_WM_STRUT", {0, 0, 28, 0}, {0, 28, 640, 772}, {640, 28, 640, 572}},
+        {"AtTheRight", "_NET_WM_STRUT", {0, 48, 0, 0}, left, {640, 0, 592, 600}},
+        {"Nonsense",
+         "_NET_WM_STRUT_PARTIAL",
+         {0xffffffff, 5, 0xffffffff, 0, 7, 3, 0xffffffff, 0x80000000, 0, 0, 0, 0},
+         left,
+         right},
+    };
+    for (const Row &row : rows) {
+        const auto panel = createWindow(windowClass("panel", "Panel"));
+        setNumbers(panel, row.property, row.strut);
+        setNumbers(connection->root(), "_NET_CLIENT_LIST", {panel});
+        const xcb_get_input_focus_cookie_t done = xcb_get_input_focus(connection->xcb());
+        const x11::Owned<xcb_get_input_focus_reply_t> seen(
+            xcb_get_input_focus_reply(connection->xcb(), done, nullptr));
+        EXPECT_EQ(input.floating->freeOf(left), row.left) << row.name;
+        EXPECT_EQ(input.floating->freeOf(right), row.right) << row.name;
+    }
+}
+
 TEST_F(WorkspaceTest, FollowsTheDesktopsWishForLessMotion) {
     int changes = 0;
     input.motion->setChangeHandler([&] { ++changes; });
