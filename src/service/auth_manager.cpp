@@ -64,7 +64,8 @@ AuthManager::AuthManager(ServiceOrigin origin, QString authorizationOrigin,
     : m_origin(std::move(origin)),
       m_authorizationOrigin(std::move(authorizationOrigin)),
       m_with(collaborators),
-      m_token(collaborators.keychain, keychainKey, collaborators.worker, collaborators.queue) {
+      m_token(collaborators.keychain, keychainKey, collaborators.worker, collaborators.queue,
+              onMain([this] { Q_EMIT keychainFailureChanged(); })) {
     restore();
 }
 

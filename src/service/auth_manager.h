@@ -93,6 +93,7 @@ Q_SIGNALS:
     void isLoadingChanged();
     void currentUserChanged();
     void authErrorChanged();
+    void keychainFailureChanged();
     /// The running attempt came to its end.
     void signInEnded(bool signedIn);
     /// The session is forgotten, and the keychain has answered: `keychainFailure` tells whether it still has the token.

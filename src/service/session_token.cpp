@@ -27,8 +27,13 @@ std::optional<QString> textOf(const QByteArray &secret) {
 
 } // namespace
 
-SessionToken::SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock)
-    : m_keychain(keychain), m_account(std::move(account)), m_worker(worker), m_clock(clock) {}
+SessionToken::SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock,
+                           std::function<void()> failureChanged)
+    : m_keychain(keychain),
+      m_account(std::move(account)),
+      m_worker(worker),
+      m_clock(clock),
+      m_failureChanged(std::move(failureChanged)) {}
 
 SessionToken::~SessionToken() {
     m_worker.waitForDone();
@@ -122,6 +127,7 @@ void SessionToken::note(const QString &failure) {
             return;
         m_failure = failure;
     }
+    m_failureChanged();
     if (!failure.isEmpty())
         log(LogTag::Auth, QStringLiteral("The session token is out of reach: ") + failure);
 }

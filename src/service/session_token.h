@@ -19,8 +19,9 @@ class Keychain;
 class SessionToken {
 public:
     /// All of them outlive the token. The worker has one thread, so that what is asked of the keychain happens in
-    /// order; the queue gives the time.
-    SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock);
+    /// order; the queue gives the time. `failureChanged` is called on any thread.
+    SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock,
+                 std::function<void()> failureChanged);
     SessionToken(const SessionToken &) = delete;
     SessionToken &operator=(const SessionToken &) = delete;
     /// Waits until the keychain has done what it was asked for.
@@ -69,6 +70,7 @@ private:
     const QString m_account;
     QThreadPool &m_worker;
     const MainQueue &m_clock;
+    const std::function<void()> m_failureChanged;
 
     mutable std::mutex m_mutex; // of what follows
     int m_session = 0;

@@ -60,6 +60,18 @@ TEST_F(AccountViewTest, SignsInThroughTheBrowserAndOutAgain) {
     view.signOut();
     settle();
     EXPECT_FALSE(view.isSignedIn());
+    EXPECT_TRUE(view.keyringMessage().isEmpty());
+
+    keychain.failure = u"The keyring is locked."_s;
+    view.signIn();
+    queue.runPosted();
+    web.complete(u"velmo://auth?id_token=it"_s);
+    settle();
+    EXPECT_EQ(view.keyringMessage(),
+              u"Nothing is synchronised, and you will have to sign in again: The keyring is locked."_s);
+    view.signOut();
+    settle();
+    EXPECT_EQ(view.keyringMessage(), u"Your session cannot be reached: The keyring is locked."_s);
 }
 
 TEST_F(AccountViewTest, TellsHowLongAgoTheListsWereSynchronised) {

@@ -28,6 +28,8 @@ AccountView::AccountView(const Collaborators &collaborators) : m_with(collaborat
     connect(account, &AuthManager::isLoadingChanged, this, &AccountView::isSigningInChanged);
     connect(account, &AuthManager::currentUserChanged, this, &AccountView::userChanged);
     connect(account, &AuthManager::authErrorChanged, this, &AccountView::errorMessageChanged);
+    for (const auto change : {&AuthManager::keychainFailureChanged, &AuthManager::isLoggedInChanged})
+        connect(account, change, this, &AccountView::keyringMessageChanged);
     connect(&m_with.sync, &SyncManager::isSyncingChanged, this, &AccountView::isSyncingChanged);
     connect(&m_with.sync, &SyncManager::lastSyncDateChanged, this, &AccountView::tellSyncStatus);
     tellSyncStatus();
@@ -52,6 +54,15 @@ QString AccountView::userEmail() const {
 
 QString AccountView::errorMessage() const {
     return m_with.account.authError();
+}
+
+QString AccountView::keyringMessage() const {
+    const QString reason = m_with.account.keychainFailure();
+    if (reason.isNull())
+        return {};
+    return (isSignedIn() ? tr("Nothing is synchronised, and you will have to sign in again: %1")
+                         : tr("Your session cannot be reached: %1"))
+        .arg(reason);
 }
 
 bool AccountView::isSyncing() const {

@@ -19,6 +19,7 @@ class AccountView final : public QObject {
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)
     Q_PROPERTY(QString userEmail READ userEmail NOTIFY userChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(QString keyringMessage READ keyringMessage NOTIFY keyringMessageChanged)
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY isSyncingChanged)
     Q_PROPERTY(QString syncStatus READ syncStatus NOTIFY syncStatusChanged)
     Q_PROPERTY(QString invitation READ invitation CONSTANT)
@@ -47,6 +48,8 @@ public:
     [[nodiscard]] QString userEmail() const;
     /// Why the last sign-in failed; empty when there is nothing to say.
     [[nodiscard]] QString errorMessage() const;
+    /// What it means that the keyring does not do its part, and why it does not; empty when it does.
+    [[nodiscard]] QString keyringMessage() const;
     [[nodiscard]] bool isSyncing() const;
     /// "Synced 5 min. ago · Auto-sync on"; it keeps up with the time while the page is shown.
     [[nodiscard]] const QString &syncStatus() const { return m_syncStatus; }
@@ -68,6 +71,7 @@ Q_SIGNALS:
     void isSigningInChanged();
     void userChanged();
     void errorMessageChanged();
+    void keyringMessageChanged();
     void isSyncingChanged();
     void syncStatusChanged();
     void isShownChanged();

@@ -7,6 +7,7 @@ Card {
     id: card
 
     required property QtObject account
+    property int _focusReason: Qt.OtherFocusReason
 
     padding: 0
     implicitHeight: content.height + 69
@@ -72,6 +73,7 @@ Card {
         }
 
         PushButton {
+            id: signIn
             anchors.horizontalCenter: parent.horizontalCenter
             implicitHeight: 44
             leftPadding: 19
@@ -86,7 +88,10 @@ Card {
             symbolName: card.account.signInSymbol
             text: card.account.signInText
             enabled: !card.account.isSigningIn
-            onClicked: card.account.signIn()
+            onClicked: {
+                card._focusReason = visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason
+                card.account.signIn()
+            }
         }
 
         Row {
@@ -108,10 +113,16 @@ Card {
 
             SecondaryButton {
                 id: cancel
+
                 small: true
                 text: qsTr("Cancel")
                 onClicked: card.account.cancelSignIn()
-                onVisibleChanged: if (visible) forceActiveFocus(Qt.OtherFocusReason)
+                onVisibleChanged: {
+                    if (visible)
+                        forceActiveFocus(card._focusReason)
+                    else if (activeFocus && card.visible)
+                        Qt.callLater(signIn.forceActiveFocus, card._focusReason) // once it is enabled again
+                }
                 Keys.onEscapePressed: clicked()
             }
         }
@@ -122,6 +133,14 @@ Card {
             topPadding: 14
             maximumWidth: parent.width
             text: card.account.errorMessage
+        }
+
+        Warning {
+            visible: text.length > 0
+            anchors.horizontalCenter: parent.horizontalCenter
+            topPadding: 14
+            maximumWidth: parent.width
+            text: card.account.keyringMessage
         }
     }
 }

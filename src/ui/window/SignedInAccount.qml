@@ -116,6 +116,13 @@ Column {
         }
     }
 
+    Warning {
+        visible: text.length > 0
+        x: 4
+        maximumWidth: parent.width - 8
+        text: signedIn.account.keyringMessage
+    }
+
     T.Button {
         id: signOut
 
