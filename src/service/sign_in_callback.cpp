@@ -31,7 +31,9 @@ Result<SignInCallback, CallbackProblem> readCallback(const QString &address, con
         return failed(CallbackProblem::Unparseable);
     const QUrlQuery query(url);
     const auto idToken = item(query, QStringLiteral("id_token"));
-    const bool isOfAnotherAttempt = item(query, QStringLiteral("state")).value_or(state) != state;
+    const QString stateItem = QStringLiteral("state");
+    const bool isOfAnotherAttempt =
+        query.hasQueryItem(stateItem) && item(query, stateItem).value_or(QString()) != state;
     if (!idToken || isOfAnotherAttempt)
         return failed(CallbackProblem::MissingIdToken);
     return SignInCallback{*idToken, fullNameIn(item(query, QStringLiteral("user")).value_or(QString()))};

@@ -208,6 +208,7 @@ TEST_F(AuthManagerTest, RefusesCallbacksThatCannotBeUsed) {
         {"another item", u"velmo://auth?token=id"_s, missing, noToken},
         {"no value", u"velmo://auth?id_token"_s, missing, noToken},
         {"of another attempt", u"velmo://auth?id_token=id&state=other"_s, missing, noToken},
+        {"of no attempt", u"velmo://auth?id_token=id&state="_s, missing, noToken},
     };
     for (const Row &row : rows) {
         startAttempt();
