@@ -68,9 +68,10 @@ void AppDelegate::updateStatusIcon(State state) {
     m_with.interface.updateStatusIcon(state);
 }
 
+/// Nobody can grant a session what it does not have (Wayland), so that it is missing is said once, not at each launch.
 void AppDelegate::showOnboardingWhereNeeded() {
-    const bool isComplete = m_with.preferences.boolean(keys::onboardingComplete).value_or(false);
-    if (!isComplete || !m_with.permission.isTrusted())
+    const auto &key = m_with.permission.isTrusted() ? keys::onboardingComplete : keys::keylessSetupComplete;
+    if (!m_with.preferences.boolean(key).value_or(false))
         m_with.interface.showOnboarding();
 }
 

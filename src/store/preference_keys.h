@@ -18,6 +18,7 @@ inline constexpr QLatin1StringView transcriptionHistory{"velmoTranscriptionHisto
 inline constexpr QLatin1StringView firstUseDate{"velmoFirstUseDate"};                 // Date, none
 inline constexpr QLatin1StringView heroCardDismissed{"velmoHeroCardDismissed"};       // Bool, false
 inline constexpr QLatin1StringView onboardingComplete{"velmoOnboardingComplete"};     // Bool, false
+inline constexpr QLatin1StringView keylessSetupComplete{"velmoKeylessSetupComplete"}; // Bool, false
 inline constexpr QLatin1StringView previousFnUsage{"velmo_previous_fn_usage"}; // Integer, nothing to restore
 inline constexpr QLatin1StringView user{"velmoUser"};                          // Data (JSON), not signed in
 inline constexpr QLatin1StringView deviceId{"velmoDeviceId"};                  // String, no identifier yet

@@ -113,6 +113,11 @@ TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
                 << isComplete << isTrusted;
         }
     }
+    permission.trusted = false;
+    preferences.set(keys::keylessSetupComplete, true);
+    interface.shown.clear();
+    delegate.applicationDidFinishLaunching();
+    EXPECT_FALSE(interface.shown.contains(QStringLiteral("onboarding"))) << "it has been said";
 }
 
 TEST_F(AppDelegateTest, LaunchesInOrderAndGivesBackWhatItTook) {

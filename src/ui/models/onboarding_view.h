@@ -18,6 +18,7 @@ class OnboardingView final : public QObject {
     Q_OBJECT
     Q_PROPERTY(QAbstractItemModel *steps READ steps CONSTANT)
     Q_PROPERTY(bool isAllDone READ isAllDone NOTIFY stepsChanged)
+    Q_PROPERTY(bool isKeyless READ isKeyless NOTIFY stepsChanged)
     Q_PROPERTY(QString waitingText READ waitingText NOTIFY stepsChanged)
     Q_PROPERTY(QString doneText READ doneText NOTIFY stepsChanged)
     Q_PROPERTY(velmo::TriggerKeyCapture *triggerKey READ triggerKey CONSTANT)
@@ -38,6 +39,8 @@ public:
 
     [[nodiscard]] OnboardingSteps *steps() { return &m_steps; }
     [[nodiscard]] bool isAllDone() const { return m_hasAccessibility && m_hasFnKey && m_hasMicrophone; }
+    /// Keys cannot be watched in this session, and nothing done here changes that: the person may go on without.
+    [[nodiscard]] bool isKeyless() const { return !m_hasAccessibility; }
     /// What is waited for; empty when all is done.
     [[nodiscard]] QString waitingText() const;
     /// How to dictate from now on.

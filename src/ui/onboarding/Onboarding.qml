@@ -82,7 +82,8 @@ Rectangle {
         Row {
             visible: !root.onboarding.isAllDone
             anchors.horizontalCenter: parent.horizontalCenter
-            y: 637
+            y: 632
+            height: 28
             spacing: 10
             Accessible.role: Accessible.StatusBar
             Accessible.name: waiting.text
@@ -94,9 +95,17 @@ Rectangle {
 
             Label {
                 id: waiting
+                anchors.verticalCenter: parent.verticalCenter
                 text: root.onboarding.waitingText
                 color: Theme.secondary
                 Accessible.ignored: true
+            }
+
+            SecondaryButton {
+                visible: root.onboarding.isKeyless
+                small: true
+                text: qsTr("Done")
+                onClicked: root.onboarding.done()
             }
         }
 

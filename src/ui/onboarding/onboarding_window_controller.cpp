@@ -62,7 +62,7 @@ void OnboardingWindowController::createWindow() {
 
 /// The window may still be in a handler of its button.
 void OnboardingWindowController::complete() {
-    m_preferences.set(keys::onboardingComplete, true);
+    m_preferences.set(m_view.isKeyless() ? keys::keylessSetupComplete : keys::onboardingComplete, true);
     if (!m_window)
         return;
     m_window->close();

@@ -13,7 +13,8 @@ class OnboardingView;
 class Preferences;
 
 /// The window of the set-up. It is made when it is first shown and gone when the set-up is complete; closed before that,
-/// it comes again at the next launch. Main thread.
+/// it comes again at the next launch. A session without keys is completed apart: another one has its set-up all the same.
+/// Main thread.
 class OnboardingWindowController final : public QObject {
     Q_OBJECT
 

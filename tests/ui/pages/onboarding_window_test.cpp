@@ -71,4 +71,16 @@ TEST_F(OnboardingWindowTest, WaitsForDoneWhenNothingIsMissing) {
     EXPECT_TRUE(isComplete());
 }
 
+TEST_F(OnboardingWindowTest, GoesOnWithoutKeysWhereASessionHasNone) {
+    desktop.accessibility.trusted = false;
+    controller.show();
+    testing::Person person(*controller.window());
+    person.tabTo(u"Open Keyboard Settings"_s);
+    person.tabTo(u"Done"_s);
+    person.press(Qt::Key_Return);
+    EXPECT_FALSE(controller.window());
+    EXPECT_TRUE(desktop.preferences.boolean(keys::keylessSetupComplete).value_or(false));
+    EXPECT_FALSE(isComplete()) << "a session with keys is still to be set up";
+}
+
 } // namespace velmo
