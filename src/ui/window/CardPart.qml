@@ -16,15 +16,8 @@ Item {
         width: parent.width
         height: parent.height - y + (part.isLast ? 0 : Theme.radiusCard)
         radius: Theme.radiusCard
-        color: Theme.card
+        color: part.active ? Qt.tint(Theme.card, Theme.inkAt(0.035)) : Theme.card
         border.color: Theme.hairline
         border.width: 1
-
-        Rectangle {
-            visible: part.active
-            anchors.fill: parent
-            radius: Theme.radiusCard
-            color: Theme.inkAt(0.035)
-        }
     }
 }

@@ -52,6 +52,10 @@ FocusScope {
                     if (activeFocus)
                         list.currentIndex = index
                 }
+                onTextHasFocusChanged: {
+                    if (textHasFocus)
+                        list.currentIndex = index
+                }
                 onMenuRequested: (item, x, y) => menu.openFor(this, item, x, y)
                 onCopyRequested: list.view.copy(entryId)
                 onRemoveRequested: list.removeRow(this)
@@ -62,6 +66,15 @@ FocusScope {
                 if (index === 0 && list.scrolling.contentY > list.y && count > 1)
                     list.scrolling.contentY += item.height
             }
+        }
+    }
+
+    MouseArea {
+        anchors.fill: rows
+        acceptedButtons: Qt.RightButton
+        onClicked: mouse => {
+            const row = rows.childAt(mouse.x, mouse.y)
+            row?.menuRequested(row, mouse.x, mouse.y - row.y)
         }
     }
 

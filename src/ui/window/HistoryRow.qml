@@ -14,9 +14,10 @@ T.Control {
     required property bool isFirst
     required property bool isLast
     property bool menuIsOpen: false
+    property bool textHasFocus: false
 
     property bool _buttonHasFocus: false
-    readonly property bool _active: hovered || activeFocus || menuIsOpen || _buttonHasFocus
+    readonly property bool _active: hovered || activeFocus || menuIsOpen || _buttonHasFocus || textHasFocus
 
     /// The menu should open at that place of the item.
     signal menuRequested(Item item, real x, real y)
@@ -88,12 +89,38 @@ T.Control {
 
     Label {
         id: words
+        visible: !selectable.active
         x: 81
         y: row.topPadding + (row.isFirst ? 1 : 0) + 12
         width: row.width - x - 45 // keeps clear of the button, so that no line moves under the pointer
         text: row.text
         size: 14
         wrapMode: Text.Wrap
+    }
+
+    // Text that can be selected costs much more, so it is there for the row under the pointer alone.
+    Loader {
+        id: selectable
+        active: row.hovered || row.textHasFocus
+        x: words.x
+        width: words.width
+
+        sourceComponent: SelectableText {
+            y: words.y + words.baselineOffset - 0.8 * words.lineHeight // where such lines have their baseline
+            width: parent.width
+            text: words.text
+            size: words.size
+            Accessible.ignored: true
+            Component.onCompleted: LineHeight.set(textDocument, words.lineHeight)
+            onActiveFocusChanged: row.textHasFocus = activeFocus
+            Keys.onEscapePressed: row.forceActiveFocus(Qt.MouseFocusReason)
+            Keys.onDeletePressed: event => event.accepted = selectedText.length > 0 // the dictation is not meant
+            Keys.onPressed: event => {
+                event.accepted = selectedText.length === 0 && event.matches(StandardKey.Copy)
+                if (event.accepted)
+                    row.copyRequested()
+            }
+        }
     }
 
     Divider {
@@ -118,12 +145,6 @@ T.Control {
             onClicked: row.openMenuByButton()
             onActiveFocusChanged: row._buttonHasFocus = activeFocus
         }
-    }
-
-    MouseArea {
-        anchors.fill: parent
-        acceptedButtons: Qt.RightButton
-        onClicked: mouse => row.menuRequested(row, mouse.x, mouse.y)
     }
 
     Loader {
