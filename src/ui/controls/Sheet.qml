@@ -17,6 +17,13 @@ ModalPanel {
     contentItem: Column {
         spacing: 16
 
+        // Return alone is a line break in a text area.
+        Shortcut {
+            sequences: ["Ctrl+Return", "Ctrl+Enter"]
+            enabled: sheet.opened && sheet.canConfirm
+            onActivated: sheet.confirmed()
+        }
+
         Label {
             text: sheet.title
             size: 16
