@@ -24,13 +24,8 @@ Text {
     lineHeightMode: Text.FixedHeight
     lineHeight: usedLineHeight
     // A fixed height leaves its surplus below the letters; half of it belongs above them.
-    topPadding: Math.round((usedLineHeight - metrics.height) / 2)
+    topPadding: Math.round((usedLineHeight - Theme.letterHeight(size)) / 2)
     bottomPadding: -topPadding
     Accessible.role: Accessible.StaticText
     Accessible.name: textFormat === Text.StyledText ? text.replace(/<[^>]*>/g, "") : text
-
-    FontMetrics {
-        id: metrics
-        font: label.font
-    }
 }

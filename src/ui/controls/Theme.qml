@@ -71,6 +71,18 @@ QtObject {
         return heights[pixelSize] ?? Math.round(pixelSize * 1.4)
     }
 
+    // Asked once: a metrics object for each text would cost as much as the text.
+    readonly property FontMetrics _metrics: FontMetrics {
+        font.family: "Inter"
+        font.pixelSize: 100
+        font.hintingPreference: Font.PreferNoHinting
+    }
+
+    /// From the highest ascender to the lowest descender.
+    function letterHeight(pixelSize: int): real {
+        return _metrics.height * pixelSize / 100
+    }
+
     function letterSpacing(pixelSize: int): real {
         return pixelSize === 28 ? -0.4 : pixelSize === 24 ? -0.24 : 0
     }
