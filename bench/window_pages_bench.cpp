@@ -1,13 +1,16 @@
+#include "screenshots/page_desks.h"
 #include "screenshots/window_set.h"
 #include "ui/controls/interface_setup.h"
 
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <benchmark/benchmark.h>
 
-// How long it takes from the choice of a page to its picture, over 100 long dictations, 2,000 words and 500 snippets.
+// How long it takes from the choice of a page to its picture, and a frame of its scrolling, over 100 long dictations,
+// 2,000 words and 500 snippets.
 // No display: what a graphics server adds is left out.
 
 namespace velmo {
@@ -16,20 +19,55 @@ namespace {
 
 using Page = MainWindowView::SidebarPage;
 
-void showPainted(screenshots::WindowSet &set, QQuickWindow &window, int page) {
+/// The pages beside the texts, somebody signed in, with a few modes of their own.
+class OtherModels {
+public:
+    OtherModels() {
+        m_mode.addCustomModes();
+        m_account.signIn(200);
+        m_account.synchronise();
+    }
+
+    [[nodiscard]] screenshots::OtherPages pages() {
+        return {&m_mode.view, m_account.view.get(), &m_settings.view};
+    }
+
+private:
+    screenshots::ModeDesk m_mode;
+    screenshots::AccountDesk m_account{false};
+    screenshots::SettingsDesk m_settings;
+};
+
+void paint(QQuickWindow &window) {
     QEventLoop untilPainted;
     QObject::connect(&window, &QQuickWindow::frameSwapped, &untilPainted, &QEventLoop::quit);
-    set.view().selectPage(page);
     window.requestUpdate();
     untilPainted.exec();
 }
 
+void showPainted(screenshots::WindowSet &set, QQuickWindow &window, int page) {
+    set.view().selectPage(page);
+    paint(window);
+}
+
+/// What scrolls on the page that is shown.
+QQuickItem *flickableIn(QQuickItem *item) {
+    if (!item->isVisible() || item->inherits("QQuickFlickable"))
+        return item->isVisible() ? item : nullptr;
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *found = flickableIn(child))
+            return found;
+    }
+    return nullptr;
+}
+
 /// A page that has not been open yet.
 void firstTime(benchmark::State &state) {
+    OtherModels models;
     QQmlEngine engine;
     for (auto _ : state) {
         state.PauseTiming();
-        screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull);
+        screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
         set.view().selectPage(Page::Notes);
         QQuickWindow &window = set.show();
         showPainted(set, window, Page::Notes);
@@ -40,8 +78,9 @@ void firstTime(benchmark::State &state) {
 
 /// A page that has been open before.
 void again(benchmark::State &state) {
+    OtherModels models;
     QQmlEngine engine;
-    screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull);
+    screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
     QQuickWindow &window = set.show();
     const int page = static_cast<int>(state.range(0));
     showPainted(set, window, page);
@@ -53,10 +92,36 @@ void again(benchmark::State &state) {
     }
 }
 
+/// One frame of a fast scroll, from the top to the end and again.
+void scrolled(benchmark::State &state) {
+    constexpr qreal kStep = 90;
+    OtherModels models;
+    QQmlEngine engine;
+    screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
+    QQuickWindow &window = set.show();
+    showPainted(set, window, static_cast<int>(state.range(0)));
+    QQuickItem &flickable = *flickableIn(window.contentItem());
+    qreal y = 0;
+    for (auto _ : state) {
+        y = y + window.height() < flickable.property("contentHeight").toReal() ? y + kStep : 0;
+        flickable.setProperty("contentY", y);
+        paint(window);
+    }
+}
+
+/// Notes, which holds nothing, is where each switch begins.
+void everyPage(benchmark::internal::Benchmark *benchmark) {
+    for (const int page :
+         {Page::Home, Page::Dictionary, Page::Snippets, Page::Mode, Page::Account, Page::Settings})
+        benchmark->Arg(page);
+    benchmark->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
 } // namespace
 
-BENCHMARK(firstTime)->DenseRange(Page::Home, Page::Snippets)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(again)->DenseRange(Page::Home, Page::Snippets)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(firstTime)->Apply(everyPage);
+BENCHMARK(again)->Apply(everyPage);
+BENCHMARK(scrolled)->DenseRange(Page::Home, Page::Snippets)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace velmo
 

@@ -1,37 +1,10 @@
+#include "page_desks.h"
 #include "page_view.h"
 #include "stage.h"
-#include "store/custom_modes.h"
-#include "store/memory_preferences.h"
-#include "store/preference_keys.h"
-#include "store/preference_watch.h"
-#include "support/manual_main_queue.h"
-#include "ui/models/mode_view.h"
-#include "ui/models/undo_offer.h"
 
 namespace velmo::screenshots {
 
 namespace {
-
-struct ModeDesk {
-    testing::ManualMainQueue queue;
-    MemoryPreferences preferences;
-    PreferenceWatch watch{preferences, queue};
-    UndoOffer undoOffer{queue};
-    ModeView view{preferences, watch, undoOffer};
-
-    void addCustomModes() {
-        addCustomMode(
-            preferences,
-            {QStringLiteral("1"), QStringLiteral("Email Writer"),
-             QStringLiteral(
-                 "Write the text as a short, friendly e-mail with a greeting and my name at the end."),
-             QStringLiteral("envelope")});
-        addCustomMode(preferences,
-                      {QStringLiteral("2"), QStringLiteral("Standup Notes"),
-                       QStringLiteral("Three short lines: yesterday, today, what is in the way."),
-                       QStringLiteral("lightbulb")});
-    }
-};
 
 /// Sets the desk, opens the page, and does what is left to do before the picture is taken.
 Scene scene(const QString &name, QSize size, const std::function<void(ModeDesk &)> &set,

@@ -1,32 +1,10 @@
+#include "page_desks.h"
 #include "page_view.h"
 #include "stage.h"
-#include "ui/desktop_fakes.h"
-#include "ui/models/settings_view.h"
 
 namespace velmo::screenshots {
 
 namespace {
-
-struct SettingsDesk {
-    testing::FakeDesktop desktop;
-    SettingsView view{{desktop.preferences, desktop.watch, desktop.listener, desktop.triggerKey,
-                       desktop.accessibility, desktop.microphone, desktop.microphone, desktop.systemSettings,
-                       desktop.loginItem, QStringLiteral("1.0.0")}};
-
-    SettingsDesk() {
-        desktop.preferences.set(keys::selectedLanguages, QStringLiteral("en,no,sv"));
-        desktop.preferences.set(keys::deviceId, QStringLiteral("5d0c9a52-7a1e-4c0b-9f3e-2b8a61d4e7c3"));
-        desktop.watch.noteWrite();
-        desktop.queue.runPosted();
-        desktop.listener.setupFnKey();
-        desktop.loginItem.isOn = true;
-    }
-
-    void loseKeys() {
-        desktop.accessibility.trusted = false;
-        desktop.listener.stopListening();
-    }
-};
 
 Scene scene(const QString &name, QSize size, const std::function<void(SettingsDesk &, PageView &)> &then = {},
             const std::function<void(SettingsDesk &)> &set = {}) {
