@@ -44,7 +44,7 @@ Rectangle {
                 checked: segments.current === index
                 implicitWidth: label.implicitWidth + 26
                 implicitHeight: 30
-                focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
                 hoverEnabled: true
                 Accessible.role: Accessible.RadioButton
                 Accessible.name: text

@@ -37,7 +37,7 @@ Grid {
             implicitWidth: 40
             implicitHeight: 40
             checked: modelData === grid.current
-            focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
             hoverEnabled: true
             Accessible.role: Accessible.RadioButton
             Accessible.name: modelData.split(".").join(" ")

@@ -18,11 +18,12 @@ T.AbstractButton {
     signal editRequested()
     signal removeRequested()
 
+    readonly property bool hasKeyboard: activeFocus || edit.activeFocus || remove.activeFocus
     readonly property bool _isUsed: chosen && !dimmed
 
     text: name
     implicitHeight: 64
-    focusPolicy: isTabStop ? Qt.StrongFocus : Qt.ClickFocus
+    focusPolicy: isTabStop || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     hoverEnabled: true
     Accessible.role: Accessible.RadioButton
     Accessible.name: name
@@ -107,12 +108,14 @@ T.AbstractButton {
             visible: card.editable
 
             SymbolButton {
+                id: edit
                 symbolName: "pencil"
                 text: qsTr("Edit mode %1").arg(card.name)
                 onClicked: card.editRequested()
             }
 
             SymbolButton {
+                id: remove
                 symbolName: "xmark"
                 symbolSize: 12
                 text: qsTr("Remove mode %1").arg(card.name)

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Velmo.Controls
 
 /// Modes as cards, in two columns where there is room. One of them can be reached with Tab, the chosen one if it is among
@@ -16,6 +17,8 @@ Grid {
     signal removeRequested(int row)
     signal leftAbove()
     signal leftBelow()
+    /// The last mode is removed, and it had the keyboard.
+    signal emptied(int reason)
 
     readonly property real cardWidth: columns === 2 ? (width - 8) / 2 : width
 
@@ -36,6 +39,20 @@ Grid {
             cards.itemAt(row).forceActiveFocus(Qt.TabFocusReason)
     }
 
+    /// The keyboard goes on with the mode that takes the place.
+    function remove(card: Item) {
+        const hadFocus = card.hasKeyboard
+        const reason = Window.activeFocusItem?.visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason
+        const row = card.index
+        removeRequested(row)
+        if (!hadFocus)
+            return
+        if (cards.count > 0)
+            cards.itemAt(Math.min(row, cards.count - 1)).forceActiveFocus(reason)
+        else
+            emptied(reason)
+    }
+
     Repeater {
         id: cards
 
@@ -49,10 +66,10 @@ Grid {
             onChosenChanged: if (chosen) grid.current = index
             Component.onCompleted: if (chosen) grid.current = index
             // Later, as a card that still has the keyboard cannot stop being reached with Tab.
-            onActiveFocusChanged: if (activeFocus) Qt.callLater(() => grid.current = index)
+            onActiveFocusChanged: if (activeFocus) grid.current = index
             onClicked: grid.chosen(modeId)
             onEditRequested: grid.editRequested(index)
-            onRemoveRequested: grid.removeRequested(index)
+            onRemoveRequested: grid.remove(this)
             Keys.onLeftPressed: grid.go(index - 1)
             Keys.onRightPressed: grid.go(index + 1)
             Keys.onUpPressed: grid.go(index - grid.columns)

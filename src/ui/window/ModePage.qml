@@ -52,6 +52,7 @@ Page {
             }
 
             SecondaryButton {
+                id: newMode
                 anchors.right: parent.right
                 small: true
                 symbolName: "plus"
@@ -71,6 +72,7 @@ Page {
             onEditRequested: row => page.view.openEditSheet(row)
             onRemoveRequested: row => page.view.removeRow(row)
             onLeftAbove: builtIn.enter()
+            onEmptied: reason => newMode.forceActiveFocus(reason)
         }
 
         EmptyState {

@@ -17,6 +17,10 @@ FocusScope {
     property alias scrolling: flickable
     default property alias blocks: column.data
 
+    // From the beginning, or texts are laid out twice.
+    width: parent?.width ?? 0
+    height: parent?.height ?? 0
+
     Shortcut {
         sequences: [StandardKey.Find]
         enabled: page.visible && page.searchField !== null
@@ -30,6 +34,15 @@ FocusScope {
 
     // Later, since the keyboard can go on at once from a list to the row in it.
     on_FocusedChanged: Qt.callLater(revealFocused)
+
+    // An item that goes away would take the keyboard along.
+    readonly property bool _focusIsLost: _focused !== null && (_focused === page || !_focused.visible)
+    on_FocusIsLostChanged: Qt.callLater(takeFocusBack)
+
+    function takeFocusBack() {
+        if (_focusIsLost)
+            start.forceActiveFocus(Qt.OtherFocusReason)
+    }
 
     function revealFocused() {
         if (_focused && _focused !== start && isInside(_focused))

@@ -62,7 +62,7 @@ T.Control {
         SymbolButton {
             symbolName: "pencil"
             text: qsTr("Edit snippet %1").arg(row.trigger)
-            focusPolicy: row.isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: row.isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
             onClicked: row.editRequested()
         }
 
@@ -70,7 +70,7 @@ T.Control {
             symbolName: "xmark"
             symbolSize: 12
             text: qsTr("Remove snippet %1").arg(row.trigger)
-            focusPolicy: row.isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: row.isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
             onClicked: row.removeRequested()
         }
     }

@@ -31,6 +31,7 @@ TEST_F(AccountPageTest, SignsInAndOutWithTheMouse) {
     person.press(Qt::Key_Escape);
     settle();
     EXPECT_FALSE(person.sees(u"Waiting for the browser…"_s));
+    EXPECT_TRUE(testing::waitUntil([&] { return person.focused() == u"Sign in with Apple"_s; }));
 
     server.answer("/api/auth/apple", 200, R"({"token":"t","user":{"id":"1","email":"i@example.com"}})");
     person.click(u"Sign in with Apple"_s);
@@ -45,6 +46,7 @@ TEST_F(AccountPageTest, SignsInAndOutWithTheMouse) {
     person.click(u"Sign Out"_s);
     settle();
     EXPECT_TRUE(person.sees(u"Not signed in"_s));
+    person.tabTo(u"Sign in with Apple"_s); // though what had the keyboard is gone
 }
 
 } // namespace velmo

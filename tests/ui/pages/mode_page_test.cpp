@@ -65,6 +65,7 @@ TEST_F(ModePageTest, WorksByKeyboardAlone) {
     person.press(Qt::Key_Delete);
     EXPECT_EQ(chosen(), u"accurate"_s);
     EXPECT_TRUE(person.sees(u"No custom modes yet"_s));
+    EXPECT_EQ(person.focused(), u"New Mode"_s) << "the keyboard is not lost with the last mode";
 }
 
 TEST_F(ModePageTest, EditsAModeWithTheMouse) {
