@@ -52,6 +52,7 @@ void FloatingView::setContent(const QUrl &component, QVariantMap properties) {
         return;
     connect(rootObject(), SIGNAL(inputAreasChanged()), this, SLOT(applyInputAreas()));
     connect(rootObject(), SIGNAL(solidAreasChanged()), this, SLOT(applySolidAreas()));
+    connect(rootObject(), SIGNAL(solidRadiusChanged()), this, SLOT(applySolidAreas()));
     applyInputAreas();
     applySolidAreas();
 }

@@ -21,12 +21,14 @@ constexpr auto kRefreshInterval = 2000ms;
 // Rows
 
 QHash<int, QByteArray> RecentEntries::roleNames() const {
-    return {{TextRole, "text"}, {TimeAgoRole, "timeAgo"}};
+    return {{IdRole, "entryId"}, {TextRole, "text"}, {TimeAgoRole, "timeAgo"}};
 }
 
 QVariant RecentEntries::data(const QModelIndex &index, int role) const {
     const RecentEntry &entry = rows()[index.row()];
     switch (role) {
+    case IdRole:
+        return entry.id;
     case TextRole:
         return entry.text;
     case TimeAgoRole:
@@ -131,12 +133,15 @@ void MenuBarView::loadEntries() {
         Q_EMIT entriesChanged();
 }
 
-void MenuBarView::copyRow(qsizetype row) {
-    m_ways.copy(m_recentEntries.rows()[row].text);
+void MenuBarView::copy(const QString &entryId) {
+    for (const RecentEntry &entry : m_recentEntries.rows()) {
+        if (entry.id == entryId)
+            return m_ways.copy(entry.text);
+    }
 }
 
-void MenuBarView::removeRow(qsizetype row) {
-    m_with.historyStore.remove(m_recentEntries.rows()[row].id);
+void MenuBarView::remove(const QString &entryId) {
+    m_with.historyStore.remove(entryId);
 }
 
 // Ways out

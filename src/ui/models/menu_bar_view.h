@@ -24,10 +24,10 @@ struct RecentEntry {
     bool operator==(const RecentEntry &) const = default;
 };
 
-/// The recent texts as rows of a view; the roles "text" and "timeAgo".
+/// The recent texts as rows of a view; the roles "entryId", "text" and "timeAgo".
 class RecentEntries final : public RowModel<RecentEntry, QString> {
 public:
-    enum Role { TextRole = Qt::UserRole, TimeAgoRole };
+    enum Role { IdRole = Qt::UserRole, TextRole, TimeAgoRole };
 
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
@@ -91,9 +91,9 @@ public:
     /// How to get a first text.
     [[nodiscard]] QString emptyHint() const;
 
-    Q_INVOKABLE void copyRow(qsizetype row);
-    /// Removes every entry with the identifier of that row.
-    Q_INVOKABLE void removeRow(qsizetype row);
+    Q_INVOKABLE void copy(const QString &entryId);
+    /// Removes every entry with that identifier.
+    Q_INVOKABLE void remove(const QString &entryId);
     Q_INVOKABLE void showPermission();
     Q_INVOKABLE void openVelmo();
     Q_INVOKABLE void quit();

@@ -44,8 +44,8 @@ Item {
 
         delegate: RecentRow {
             width: ListView.view.width
-            isLast: index === ListView.view.count - 1
-            onMenuRequested: (item, at) => menu.openFor(index, item, at, list.activeFocus ? list : recent)
+            isLast: index === recent.view.entryCount - 1
+            onMenuRequested: (item, at) => menu.openFor(entryId, item, at, list.activeFocus ? list : recent)
         }
     }
 

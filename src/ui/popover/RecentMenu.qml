@@ -1,16 +1,16 @@
 import QtQuick
 import Velmo.Controls
 
-/// What can be done with a recent text.
+/// What can be done with a recent text; rows can come and go while it is open.
 ContextMenu {
     id: menu
 
     required property QtObject view
-    property int row: -1
+    property string entryId
     property Item focusAfter: null
 
-    function openFor(newRow: int, item: Item, at: point, whoGetsKeyboardAfter: Item) {
-        row = newRow
+    function openFor(newEntryId: string, item: Item, at: point, whoGetsKeyboardAfter: Item) {
+        entryId = newEntryId
         focusAfter = whoGetsKeyboardAfter
         popup(item, at)
     }
@@ -20,13 +20,13 @@ ContextMenu {
     MenuAction {
         text: qsTr("Copy")
         symbolName: "doc.on.doc"
-        onTriggered: menu.view.copyRow(menu.row)
+        onTriggered: menu.view.copy(menu.entryId)
     }
 
     MenuAction {
         text: qsTr("Delete")
         symbolName: "trash"
         destructive: true
-        onTriggered: menu.view.removeRow(menu.row)
+        onTriggered: menu.view.remove(menu.entryId)
     }
 }

@@ -6,6 +6,7 @@ Item {
     id: row
 
     required property int index
+    required property string entryId
     required property string text
     required property string timeAgo
     property bool isLast: false

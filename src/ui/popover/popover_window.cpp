@@ -62,12 +62,14 @@ void PopoverWindow::show(QRect item) {
     connect(m_view->rootObject(), SIGNAL(closeRequested()), this, SLOT(closeFromWithin()));
     connect(m_view.get(), &QWindow::activeChanged, this, &PopoverWindow::activeChanged);
     // What is dictated belongs to the application that had the keyboard.
-    connect(content, &MenuBarView::statusChanged, this, [this, content] {
-        if (content->isRecording())
+    const auto isDictating = [content] { return content->isRecording() || content->isTranscribing(); };
+    connect(content, &MenuBarView::statusChanged, this, [this, isDictating] {
+        if (isDictating())
             m_keyboard.reset();
     });
     m_view->show();
-    m_keyboard = m_with.desktop.borrowKeyboard(m_view->winId());
+    if (!isDictating())
+        m_keyboard = m_with.desktop.borrowKeyboard(m_view->winId());
     m_clickWatch = m_with.mouse.watch([this](QPoint) { clicked(); });
 }
 

@@ -82,6 +82,9 @@ TEST_F(PopoverTest, TellsTheStateAndHowToGoOn) {
     stage.listener.fnUp(stage.queue.uptime());
     stage.queue.runPosted();
     EXPECT_EQ(status(), u"Transcribing... / Processing your speech"_s);
+    popover.toggle({});
+    open();
+    EXPECT_FALSE(desktop.keyboardIsOut);
     stage.transcriber.complete(failed(TranscriptionError::timeout()));
     stage.queue.runPosted();
     EXPECT_EQ(content->errorMessage(), u"Request timed out"_s);
@@ -123,11 +126,13 @@ TEST_F(PopoverTest, CopiesAndDeletesByKeyboard) {
     EXPECT_EQ(copied, u"zwei"_s);
     ASSERT_TRUE(testing::waitUntil([this] { return focusIsOnRow(); })) << "the menu fades";
     press(Qt::Key_F10, Qt::ShiftModifier);
+    stage.history.add(u"vier"_s, std::nullopt); // moves the row whose menu it is
+    stage.queue.runPosted();
     press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
-    EXPECT_EQ(texts(), (QStringList{u"drei"_s, u"eins"_s}));
-    EXPECT_EQ(content->entryCount(), 2);
+    EXPECT_EQ(texts(), (QStringList{u"vier"_s, u"drei"_s, u"eins"_s}));
+    EXPECT_EQ(content->entryCount(), 3);
 
     ASSERT_TRUE(testing::waitUntil([this] { return focusIsOnRow(); }));
     press(Qt::Key_Menu);
