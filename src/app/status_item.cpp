@@ -44,6 +44,13 @@ Image imageFor(State state) {
     return {u"waveform", QSystemTrayIcon::tr("Velmo")};
 }
 
+QIcon iconOf(QStringView symbol, QRgb color) {
+    QIcon icon;
+    for (const int side : kSides)
+        icon.addPixmap(symbolPixmap(symbol, SymbolWeight::Medium, color, side));
+    return icon;
+}
+
 bool isDark(const QColor &color) {
     return color.lightnessF() < 0.5F;
 }
@@ -105,6 +112,7 @@ void StatusItem::lookAtPanel() {
     if (!color.isValid() || isDark(color) == m_isPanelDark)
         return;
     m_isPanelDark = !m_isPanelDark;
+    m_icons.clear();
     draw();
 }
 
@@ -125,10 +133,9 @@ QColor StatusItem::panelColor() const {
 
 void StatusItem::draw() {
     const Image image = imageFor(m_state);
-    QIcon icon;
-    for (const int side : kSides)
-        icon.addPixmap(
-            symbolPixmap(image.symbol, SymbolWeight::Medium, m_isPanelDark ? kOnDark : kOnLight, side));
+    QIcon &icon = m_icons[m_state];
+    if (icon.isNull())
+        icon = iconOf(image.symbol, m_isPanelDark ? kOnDark : kOnLight);
     m_icon.setIcon(icon);
     m_icon.setToolTip(image.description);
 }

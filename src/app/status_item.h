@@ -3,9 +3,11 @@
 #include "base/main_queue.h"
 #include "dictation/dictation_state.h"
 
+#include <QIcon>
 #include <QRect>
 #include <QSystemTrayIcon>
 #include <functional>
+#include <map>
 
 namespace velmo {
 
@@ -41,6 +43,8 @@ private:
     const DesktopPanels &m_panels;
     bool m_isPanelDark;
     State m_state = State::idle;
+    std::map<State, QIcon>
+        m_icons; ///< Made once: Qt keeps what it has drawn of each icon, also of those that are gone.
     QSystemTrayIcon m_icon;
     MainQueue::Timer m_lookTimer;
 };
