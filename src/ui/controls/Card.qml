@@ -11,7 +11,7 @@ Rectangle {
     implicitHeight: inside.childrenRect.height + 2 * (padding + 1)
     radius: Theme.radiusCard
     color: Theme.card
-    border.color: Theme.hairline
+    border.color: Theme.cardHairline
     border.width: 1
 
     Item {

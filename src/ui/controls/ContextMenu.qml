@@ -35,7 +35,7 @@ T.Menu {
     background: Rectangle {
         radius: Theme.radiusField
         color: Theme.card
-        border.color: Theme.outline
+        border.color: Qt.tint(color, Theme.outline)
         border.width: 1
 
         SoftShadow {

@@ -29,7 +29,7 @@ T.Popup {
     background: Rectangle {
         radius: Theme.radiusCard
         color: panel.fill
-        border.color: Theme.hairline
+        border.color: Qt.tint(color, Theme.hairline)
         border.width: 1
         Accessible.role: Accessible.Dialog
         Accessible.name: panel.title

@@ -30,6 +30,7 @@ QtObject {
     readonly property color warningOnDark: "#FFB454"
     readonly property color switchOff: "#85858B" // 3:1 on card
     readonly property color hairline: inkAt(0.08)
+    readonly property color cardHairline: Qt.tint(card, hairline) // an outline lies on what is beneath the card
     readonly property color outline: inkAt(0.14)
     readonly property color outlineHover: inkAt(0.28)
     readonly property color scrim: inkAt(0.32)

@@ -90,7 +90,7 @@ QString MenuBarView::subtitle() const {
     const bool isHeld = m_with.hotkeyListener.recordingMode() == RecordingMode::pushToTalk;
     switch (m_with.recordingManager.state()) {
     case State::idle:
-        return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn")) : tr("Ctrl+Shift+A to record");
+        return idleSubtitle();
     case State::recording:
         if (isHeld)
             return withTriggerKey(tr("Release Fn to stop"));
@@ -99,6 +99,10 @@ QString MenuBarView::subtitle() const {
         return tr("Processing your speech");
     }
     return {};
+}
+
+QString MenuBarView::idleSubtitle() const {
+    return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn")) : tr("Ctrl+Shift+A to record");
 }
 
 const QString &MenuBarView::errorMessage() const {

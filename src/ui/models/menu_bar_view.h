@@ -44,6 +44,7 @@ class MenuBarView final : public QObject {
     Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY statusChanged)
     Q_PROPERTY(QString title READ title NOTIFY statusChanged)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY statusChanged)
+    Q_PROPERTY(QString idleSubtitle READ idleSubtitle NOTIFY statusChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY setupChanged)
     Q_PROPERTY(bool isSetupRequired READ isSetupRequired NOTIFY setupChanged)
@@ -78,6 +79,8 @@ public:
     [[nodiscard]] QString title() const;
     /// How to begin or to end a dictation now.
     [[nodiscard]] QString subtitle() const;
+    /// What it is while nothing is dictated.
+    [[nodiscard]] QString idleSubtitle() const;
     [[nodiscard]] const QString &errorMessage() const;
 
     [[nodiscard]] bool hasAccessibility() const { return m_hasAccessibility; }

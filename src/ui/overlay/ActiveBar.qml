@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 import Velmo.Controls
 import Velmo.Overlay
 
@@ -24,13 +23,7 @@ Rectangle {
         level: SoftShadow.Level.Overlay
     }
 
-    Rectangle {
-        anchors.fill: parent
-        radius: capsule.radius
-        color: "transparent"
-        border.width: Theme.hairlineWidth(Screen.devicePixelRatio)
-        border.color: Qt.rgba(1, 1, 1, 0.08)
-    }
+    CapsuleOutline { radius: capsule.radius }
 
     Rectangle {
         id: initial

@@ -26,6 +26,8 @@ Rectangle {
         level: SoftShadow.Level.Overlay
     }
 
+    CapsuleOutline { radius: tip.radius }
+
     Symbol {
         id: symbol
         visible: tip.isWarning

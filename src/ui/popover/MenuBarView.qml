@@ -35,7 +35,7 @@ FocusScope {
         radius: Theme.radiusCard
         color: Theme.window
         border.width: 1
-        border.color: popover.composited ? Theme.outline : "#CECED3" // the same, on this ground
+        border.color: Qt.tint(color, Theme.outline) // an outline lies on what is beneath the panel
         Accessible.role: Accessible.Pane
         Accessible.name: qsTr("Velmo")
 

@@ -23,7 +23,7 @@ Item {
         radius: Theme.radiusField
         color: Theme.card
         border.width: 1
-        border.color: Theme.hairline
+        border.color: Theme.cardHairline
     }
 
     ListView {

@@ -82,7 +82,10 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 1
 
-            Label { text: row.text }
+            Label {
+                text: row.text
+                weight: Font.Medium
+            }
 
             Label {
                 width: parent.width

@@ -12,7 +12,7 @@ Rectangle {
     radius: Theme.radiusField
     color: Theme.card
     border.width: 1
-    border.color: colorAt(0.2)
+    border.color: Qt.tint(color, colorAt(0.2))
     Accessible.role: Accessible.StatusBar
     Accessible.name: [view.title, view.subtitle, view.errorMessage].filter(text => text.length > 0).join(", ")
 
@@ -29,14 +29,15 @@ Rectangle {
 
         Item {
             width: parent.width
-            implicitHeight: Math.max(icon.height, words.implicitHeight)
+            // The same in every state, or what lies below would move when a dictation begins.
+            implicitHeight: Math.max(icon.height, words.implicitHeight, title.height + words.spacing + idleSubtitle.height)
 
             Rectangle {
                 id: icon
                 anchors.verticalCenter: parent.verticalCenter
                 width: 42
                 height: 42
-                radius: Theme.radiusRow
+                radius: Theme.radiusField
                 color: card.view.isRecording || card.view.isTranscribing ? card.colorAt(0.1) : Theme.tint
 
                 Symbol {
@@ -57,6 +58,7 @@ Rectangle {
                 spacing: 1
 
                 Label {
+                    id: title
                     text: card.view.title
                     size: 14
                     weight: Font.DemiBold
@@ -71,6 +73,16 @@ Rectangle {
                     wrapMode: Text.Wrap
                     Accessible.ignored: true
                 }
+            }
+
+            Label {
+                id: idleSubtitle
+                visible: false
+                x: words.x
+                width: parent.width - x
+                text: card.view.idleSubtitle
+                size: 12
+                wrapMode: Text.Wrap
             }
 
             LiveBadge {

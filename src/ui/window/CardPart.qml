@@ -17,7 +17,7 @@ Item {
         height: parent.height - y + (part.isLast ? 0 : Theme.radiusCard)
         radius: Theme.radiusCard
         color: part.active ? Qt.tint(Theme.card, Theme.inkAt(0.035)) : Theme.card
-        border.color: Theme.hairline
+        border.color: Theme.cardHairline
         border.width: 1
     }
 }

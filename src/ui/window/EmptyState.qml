@@ -12,7 +12,7 @@ Rectangle {
 
     radius: Theme.radiusCard
     color: bare ? "transparent" : Theme.card
-    border.color: Theme.hairline
+    border.color: Theme.cardHairline
     border.width: bare ? 0 : 1
 
     Column {

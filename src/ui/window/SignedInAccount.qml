@@ -139,7 +139,7 @@ Column {
         background: Rectangle {
             radius: Theme.radiusCard
             color: signOut.down ? Theme.rowHover : signOut.hovered ? Theme.field : Theme.card
-            border.color: Theme.hairline
+            border.color: Theme.cardHairline
             border.width: 1
         }
 

@@ -10,7 +10,7 @@ Rectangle {
     implicitHeight: words.height + 34
     radius: Theme.radiusCard
     color: Theme.card
-    border.color: Theme.hairline
+    border.color: Theme.cardHairline
     border.width: 1
     Accessible.role: Accessible.StaticText
     Accessible.name: modelData.value + " " + modelData.label

@@ -25,7 +25,7 @@ T.Control {
     background: Rectangle {
         radius: Theme.radiusField
         color: Theme.card
-        border.color: Theme.outline
+        border.color: Qt.tint(color, Theme.outline)
         border.width: 1
 
         SoftShadow {

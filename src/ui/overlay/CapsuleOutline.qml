@@ -1,0 +1,11 @@
+import QtQuick
+import QtQuick.Window
+import Velmo.Controls
+
+/// What tells a dark capsule from a dark desktop.
+Rectangle {
+    anchors.fill: parent
+    color: "transparent"
+    border.width: Theme.hairlineWidth(Screen.devicePixelRatio)
+    border.color: Qt.rgba(1, 1, 1, 0.08)
+}
