@@ -10,6 +10,18 @@ using namespace Qt::StringLiterals;
 
 namespace velmo {
 
+namespace {
+
+/// What the application prints until it has started; all there is when it does not.
+QByteArray outputUntilReady(QProcess &application) {
+    QByteArray output;
+    while (!output.contains("[Velmo Mac] Ready") && application.waitForReadyRead(60000))
+        output += application.readAllStandardOutput();
+    return output;
+}
+
+} // namespace
+
 /// The desktop application on a display and a bus of its own, and the command line that speaks to it.
 class DesktopCommandsTest : public ::testing::Test {
 protected:
@@ -83,14 +95,26 @@ TEST_F(DesktopCommandsTest, EndInOrderOnATerminationSignal) {
     EXPECT_TRUE(output.contains("[Velmo Mac] Emoji picker restored")) << output.toStdString();
 }
 
+// Another application that holds a key keeps it from the next: what the next start says shows that none is held.
+TEST_F(DesktopCommandsTest, LeaveKeysAndNameFreeHoweverTheApplicationEnds) {
+    for (const int signal : {SIGKILL, SIGSEGV, SIGHUP}) {
+        ::kill(static_cast<pid_t>(application->processId()), signal);
+        EXPECT_TRUE(application->waitForFinished(60000));
+        EXPECT_TRUE(testing::waitUntil([this] { return program.run({u"status"_s}).status == 3; })) << signal;
+        application = program.start({});
+        output = outputUntilReady(*application);
+        EXPECT_TRUE(output.contains("bare Fn suppression enabled")) << signal << output.toStdString();
+        EXPECT_TRUE(output.contains("Fallback hotkey registered")) << signal << output.toStdString();
+        EXPECT_TRUE(output.contains("[Velmo Mac] Ready")) << signal << output.toStdString();
+    }
+}
+
 TEST(DesktopApplication, RunsWithoutABus) {
     const testing::Xvfb display;
     testing::VelmoProgram program;
     program.setEnvironment(u"DISPLAY"_s, display.display());
     const auto application = program.start({});
-    QByteArray output;
-    while (!output.contains("[Velmo Mac] Ready") && application->waitForReadyRead(60000))
-        output += application->readAllStandardOutput();
+    const QByteArray output = outputUntilReady(*application);
     EXPECT_TRUE(output.contains("[Velmo Mac] Ready")) << output.toStdString();
     EXPECT_EQ(program.run({u"status"_s}).status, 3); // where nobody can be found
     ::kill(static_cast<pid_t>(application->processId()), SIGTERM);
