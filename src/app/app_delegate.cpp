@@ -119,14 +119,16 @@ void AppDelegate::connectListener() {
     listener.onPressDropped = m_lifetime.guard([this] { m_with.armedCapture.drop(); });
 }
 
-/// However a recording ends or fails to begin, the next press of the trigger works at once.
+/// However a recording begins, the trigger stops it; however it ends or fails to begin, the next press works at once.
 void AppDelegate::connectRecordingManager() {
     RecordingManager &manager = m_with.recordingManager;
     manager.onStateChange = [queue = &m_with.queue, update = m_lifetime.guard([this](State state) {
         updateStatusIcon(state);
     })](State state) { queue->post([update, state]() mutable { update(state); }); };
     connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
-        if (manager.state() != State::recording)
+        if (manager.state() == State::recording)
+            m_with.hotkeyListener.recordingBegan();
+        else
             m_with.hotkeyListener.recordingEnded();
     });
     connect(&manager, &RecordingManager::startFailed, this,

@@ -210,6 +210,11 @@ void HotkeyListener::toggleFromHotkey() {
     endGesture();
 }
 
+void HotkeyListener::recordingBegan() {
+    if (m_recordingMode == RecordingMode::none)
+        setRecordingMode(RecordingMode::handsFree);
+}
+
 void HotkeyListener::recordingEnded() {
     if (m_recordingMode == RecordingMode::none)
         return;

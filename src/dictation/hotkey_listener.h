@@ -20,8 +20,8 @@ class Preferences;
 /// (push-to-talk); two quick taps start a recording that lasts until the next release (hands-free). The
 /// fallback hot key Control+Shift+A toggles.
 ///
-/// It only asks for recordings to start and stop; whoever carries that out tells it with `recordingEnded`
-/// when a recording ended in another way. Main thread; all times are on the clock of MainQueue::uptime.
+/// It only asks for recordings to start and stop; whoever carries that out tells it with `recordingBegan`
+/// and `recordingEnded` of what came about in another way. Main thread; all times are on the clock of MainQueue::uptime.
 class HotkeyListener final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isUsingFnHotkey READ isUsingFnHotkey NOTIFY isUsingFnHotkeyChanged)
@@ -61,6 +61,10 @@ public:
     /// on.
     void combinationUsed();
     void toggleFromHotkey();
+
+    /// A recording began. When no gesture asked for it, it is a hands-free one from here on: the trigger key and the
+    /// hot key stop it too.
+    void recordingBegan();
 
     /// A recording ended, or one that was asked for did not begin, by whatever way: the next press starts
     /// afresh. Does nothing when the gesture has ended already.

@@ -162,6 +162,23 @@ TEST_F(AppDelegateTest, SynchronisesOnActivationAtMostEveryThirtySeconds) {
     EXPECT_EQ(synchronisation.syncs, 3);
 }
 
+TEST_F(AppDelegateTest, LetsTheTriggerStopWhatTheMouseBegan) {
+    delegate.applicationDidFinishLaunching();
+    const std::pair<const char *, std::function<void()>> ways[] = {
+        {"hot key", [this] { hotkey.pressed(); }},
+        {"tap", [this] { listener.fnDown(queue.uptime()), listener.fnUp(queue.uptime()); }},
+    };
+    for (const auto &[name, stop] : ways) {
+        manager.startRecording();
+        queue.advance(1s);
+        stop();
+        queue.runPosted();
+        EXPECT_EQ(manager.state(), State::transcribing) << name;
+        transcriber.complete(failed(TranscriptionError::timeout()));
+        queue.runPosted();
+    }
+}
+
 TEST_F(AppDelegateTest, FreesTheTriggerHoweverARecordingEnds) {
     delegate.applicationDidFinishLaunching();
     hotkey.pressed();
