@@ -83,7 +83,8 @@ public:
     /// Null where the record has none.
     [[nodiscard]] QString userName() const;
     [[nodiscard]] QString userEmail() const;
-    /// Why the keychain did not do what it was asked last, as a sentence; null when it did.
+    /// Why the keychain did not do what it was asked last, or does not have the session, as a sentence; null when all is
+    /// well.
     [[nodiscard]] QString keychainFailure() const { return m_token.failure(); }
     /// The page of the attempt begun last, for who wants to open it by hand.
     [[nodiscard]] const QString &authorizationAddress() const { return m_attempt.address; }

@@ -45,7 +45,7 @@ std::optional<QString> SessionToken::ofThisSession(Read read) {
         const int session = this->session();
         Token token = read();
         const std::lock_guard lock(m_mutex);
-        if (m_isForgotten)
+        if (m_state == State::Forgotten)
             return std::nullopt;
         if (m_session == session)
             return token;
@@ -77,11 +77,11 @@ int SessionToken::store(const QString &token) {
     if (outcome)
         outcome = m_keychain.add(m_account, utf8(token));
     note(outcome ? QString() : outcome.error().reason);
-    return beginSession(false);
+    return beginSession(outcome ? State::Kept : State::Lost);
 }
 
 void SessionToken::forget(std::function<void()> done) {
-    beginSession(true);
+    beginSession(State::Forgotten);
     m_worker.start([this, done = std::move(done)] {
         const auto outcome = m_keychain.remove(m_account);
         note(outcome ? QString() : outcome.error().reason);
@@ -108,14 +108,22 @@ std::optional<std::shared_future<std::optional<QString>>> SessionToken::prepared
 
 std::optional<QString> SessionToken::readKeychain() {
     const auto secret = m_keychain.read(m_account);
-    note(secret ? QString() : secret.error().reason);
+    if (!secret)
+        note(secret.error().reason);
+    else if (*secret || state() != State::Lost) // that a lost one is not there is no news
+        note(QString());
     return secret && *secret ? textOf(**secret) : std::nullopt;
 }
 
-int SessionToken::beginSession(bool isForgotten) {
+SessionToken::State SessionToken::state() const {
+    const std::lock_guard lock(m_mutex);
+    return m_state;
+}
+
+int SessionToken::beginSession(State state) {
     const std::lock_guard lock(m_mutex);
     ++m_session;
-    m_isForgotten = isForgotten;
+    m_state = state;
     m_prepared.reset();
     return m_session;
 }

@@ -45,7 +45,8 @@ public:
     /// called on the worker once the keychain has answered.
     void forget(std::function<void()> done);
 
-    /// Why the keychain did not do what it was asked last, as a sentence; null when it did.
+    /// Why the keychain did not do what it was asked last, or does not have this session's token, as a sentence; null
+    /// when all is well.
     [[nodiscard]] QString failure() const;
 
     /// Grows with every `store` and `forget`: what was begun under another number belongs to another session.
@@ -53,6 +54,11 @@ public:
 
 private:
     using Token = std::optional<QString>;
+    enum class State {
+        Kept,      ///< As far as is known.
+        Lost,      ///< The keychain did not take it.
+        Forgotten, ///< It was removed, or is to be.
+    };
     struct Prepared {
         std::shared_future<Token> token;
         std::chrono::nanoseconds begun;
@@ -63,7 +69,8 @@ private:
     /// What `read` answers, unless another session has begun meanwhile.
     template <class Read>
     [[nodiscard]] Token ofThisSession(Read read);
-    int beginSession(bool isForgotten);
+    [[nodiscard]] State state() const;
+    int beginSession(State state);
     void note(const QString &failure);
 
     Keychain &m_keychain;
@@ -74,7 +81,7 @@ private:
 
     mutable std::mutex m_mutex; // of what follows
     int m_session = 0;
-    bool m_isForgotten = false;
+    State m_state = State::Kept;
     std::optional<Prepared> m_prepared;
     QString m_failure; // one that goes on is logged once
 };

@@ -67,8 +67,14 @@ TEST_F(AccountViewTest, SignsInThroughTheBrowserAndOutAgain) {
     queue.runPosted();
     web.complete(u"velmo://auth?id_token=it"_s);
     settle();
-    EXPECT_EQ(view.keyringMessage(),
-              u"Nothing is synchronised, and you will have to sign in again: The keyring is locked."_s);
+    const QString lost =
+        u"Nothing is synchronised, and you will have to sign in again: The keyring is locked."_s;
+    EXPECT_EQ(view.keyringMessage(), lost);
+    keychain.failure.reset();
+    view.syncNow();
+    settle();
+    EXPECT_EQ(view.keyringMessage(), lost) << "the session is lost all the same";
+    keychain.failure = u"The keyring is locked."_s;
     view.signOut();
     settle();
     EXPECT_EQ(view.keyringMessage(), u"Your session cannot be reached: The keyring is locked."_s);
