@@ -7,7 +7,6 @@ Text {
     property int size: 13
     property int weight: Font.Normal
     property bool capitals: false
-    property bool tabularFigures: false
     /// 0: that of the size.
     property int fixedLineHeight: 0
 

@@ -77,13 +77,14 @@ T.Control {
         }
     }
 
-    Label {
-        id: timeLabel
+    TabularText {
         x: 17
         anchors.baseline: words.baseline
         text: row.time
-        weight: Font.Medium
-        tabularFigures: true
+        font.family: "Inter"
+        font.pixelSize: 13
+        font.weight: Font.Medium
+        font.hintingPreference: Font.PreferNoHinting
         color: Theme.secondary
     }
 
