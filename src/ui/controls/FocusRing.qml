@@ -1,7 +1,12 @@
 import QtQuick
 
-/// The ring around the control that has the keyboard; two pixels wide, two outside of it.
+/// The ring around the control that has the keyboard; two pixels wide, two outside of it. It is there again when the
+/// person comes back from another window.
 Rectangle {
+    id: ring
+
+    property bool _byKeyboard: false
+
     /// Of the control it lies around.
     property real controlRadius: Theme.radiusField
 
@@ -11,5 +16,15 @@ Rectangle {
     border.color: Theme.accent
     border.width: 2
     radius: controlRadius + 4
-    visible: parent?.visualFocus ?? false
+    visible: _byKeyboard && (parent?.activeFocus ?? false)
+
+    Connections {
+        target: ring.parent
+
+        function onFocusReasonChanged() {
+            const reason = ring.parent.focusReason
+            if (reason !== Qt.ActiveWindowFocusReason)
+                ring._byKeyboard = [Qt.TabFocusReason, Qt.BacktabFocusReason, Qt.ShortcutFocusReason].includes(reason)
+        }
+    }
 }

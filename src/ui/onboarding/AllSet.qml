@@ -12,8 +12,13 @@ Column {
 
     visible: opacity > 0
     opacity: shown ? 1 : 0
-    onShownChanged: if (shown) button.forceActiveFocus(Qt.TabFocusReason)
-    Component.onCompleted: if (shown) button.forceActiveFocus(Qt.TabFocusReason)
+    onShownChanged: if (shown) takeKeyboard()
+    Component.onCompleted: if (shown) takeKeyboard()
+
+    function takeKeyboard() {
+        button.forceActiveFocus(Qt.TabFocusReason)
+        button.focusReason = Qt.TabFocusReason // also where the window does not have the keyboard yet
+    }
 
     Behavior on opacity {
         NumberAnimation { duration: Theme.onboardingTime; easing.type: Easing.InOutQuad }
