@@ -4,7 +4,7 @@ hundred dictations.
 
 usage: bench/at_rest.py FOLDER_OF_THE_PROGRAMS [DICTATIONS]
 
-Runs on a private display with window manager and tray, a private bus and a virtual microphone. Measure on a quiet
+Runs on a private display with window manager, tray and editor, a private bus and a virtual microphone. Measure on a quiet
 machine; wake-ups are voluntary context switches of all threads.
 """
 
@@ -64,6 +64,7 @@ def start_service():
 def set_up(desktop, root):
     desktop.start("windows", ["openbox", "--sm-disable"])
     desktop.start("tray", ["trayer", "--edge", "top"])
+    desktop.start("editor", ["xterm", "-e", "cat"])  # reads the texts, which would wait to be read otherwise
     script = os.path.join(root, "microphone.pa")
     with open(script, "w", encoding="utf-8") as file:
         file.write(MICROPHONE)
