@@ -20,6 +20,13 @@ public:
         virtual ~Handle() = default;
     };
 
+    /// Gives the keyboard back when it is dropped.
+    class KeyboardLoan : public Handle {
+    public:
+        /// Whether the window still has the keys, but for those that somebody grabs. Asks the desktop.
+        [[nodiscard]] virtual bool isOut() const = 0;
+    };
+
     /// Each is called as a task of the main queue.
     struct Events {
         std::function<void()> compositionChanged; ///< `isComposited` has another answer.
@@ -47,7 +54,7 @@ public:
 
     /// Has the window get the keys that are pressed. Once the handle is dropped, whoever got them before gets them
     /// again, unless somebody else has taken them meanwhile.
-    [[nodiscard]] virtual std::unique_ptr<Handle> borrowKeyboard(quint64 window) = 0;
+    [[nodiscard]] virtual std::unique_ptr<KeyboardLoan> borrowKeyboard(quint64 window) = 0;
 };
 
 } // namespace velmo

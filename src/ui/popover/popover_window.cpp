@@ -29,6 +29,8 @@ constexpr int kShadowMargin = 24;
 constexpr auto kOnePress = 1s;
 constexpr int kOnePlace = 4;
 
+constexpr auto kFocusInterval = 250ms;
+
 QScreen *screenAt(QPoint position) {
     QScreen *screen = QGuiApplication::screenAt(position);
     return screen ? screen : QGuiApplication::primaryScreen();
@@ -78,6 +80,7 @@ void PopoverWindow::close() {
         return;
     m_closedAt = 0ns;
     m_clickWatch.reset();
+    m_focusTimer.reset();
     m_keyboard.reset(); // before the window goes, or the keyboard would be nobody's
     m_view->hide();
     m_view->disconnect(this);
@@ -96,8 +99,15 @@ void PopoverWindow::clicked() {
     m_closedAt = m_with.queue.uptime();
 }
 
+/// While a key is grabbed, as the trigger key is while it is down, the window is told that it has lost the keyboard, and
+/// would hear no more if it did.
 void PopoverWindow::activeChanged() {
-    if (m_keyboard && !m_view->isActive())
+    m_focusTimer.reset();
+    if (!m_keyboard || m_view->isActive())
+        return;
+    if (m_keyboard->isOut())
+        m_focusTimer = m_with.queue.after(kFocusInterval, [this] { activeChanged(); });
+    else
         close();
 }
 

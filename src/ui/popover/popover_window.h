@@ -60,7 +60,8 @@ private:
     Collaborators m_with;
     MakeContent m_makeContent;
     std::unique_ptr<FloatingView> m_view;
-    std::unique_ptr<FloatingWindows::Handle> m_keyboard;
+    std::unique_ptr<FloatingWindows::KeyboardLoan> m_keyboard;
+    MainQueue::Timer m_focusTimer;
     std::unique_ptr<GlobalMouseMonitor::Watch> m_clickWatch;
     QRect m_frame; ///< Of the content, on the desktop.
     QPoint m_closingClick;

@@ -7,9 +7,10 @@ namespace velmo::testing {
 
 /// A desktop that remembers what it was asked to do for floating windows.
 struct FakeFloatingWindows final : FloatingWindows {
-    struct Loan final : Handle {
+    struct Loan final : KeyboardLoan {
         explicit Loan(bool &isOut) : m_isOut(isOut) { m_isOut = true; }
         ~Loan() override { m_isOut = false; }
+        [[nodiscard]] bool isOut() const override { return m_isOut; }
         bool &m_isOut;
     };
 
@@ -25,7 +26,7 @@ struct FakeFloatingWindows final : FloatingWindows {
     }
     [[nodiscard]] QRect freeOf(QRect screen) const override { return screen; }
     void setInputRegion(quint64, const QList<QRect> &region) override { inputRegion = region; }
-    [[nodiscard]] std::unique_ptr<Handle> borrowKeyboard(quint64) override {
+    [[nodiscard]] std::unique_ptr<KeyboardLoan> borrowKeyboard(quint64) override {
         return std::make_unique<Loan>(keyboardIsOut);
     }
 };

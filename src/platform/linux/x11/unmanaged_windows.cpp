@@ -63,18 +63,19 @@ void giveKeyboard(xcb_connection_t *xcb, xcb_window_t window) {
     xcb_flush(xcb);
 }
 
-class KeyboardLoan final : public FloatingWindows::Handle {
+class FocusLoan final : public FloatingWindows::KeyboardLoan {
 public:
-    KeyboardLoan(xcb_connection_t *xcb, xcb_window_t window)
+    FocusLoan(xcb_connection_t *xcb, xcb_window_t window)
         : m_xcb(xcb), m_window(window), m_previous(windowWithKeyboard(xcb)) {
         giveKeyboard(m_xcb, m_window);
     }
-    KeyboardLoan(const KeyboardLoan &) = delete;
-    KeyboardLoan &operator=(const KeyboardLoan &) = delete;
-    ~KeyboardLoan() override {
-        if (windowWithKeyboard(m_xcb) == m_window)
+    FocusLoan(const FocusLoan &) = delete;
+    FocusLoan &operator=(const FocusLoan &) = delete;
+    ~FocusLoan() override {
+        if (isOut())
             giveKeyboard(m_xcb, m_previous);
     }
+    [[nodiscard]] bool isOut() const override { return windowWithKeyboard(m_xcb) == m_window; }
 
 private:
     xcb_connection_t *m_xcb;
@@ -127,10 +128,10 @@ void UnmanagedWindows::setInputRegion(quint64 window, const QList<QRect> &region
     xcb_flush(m_windows);
 }
 
-std::unique_ptr<FloatingWindows::Handle> UnmanagedWindows::borrowKeyboard(quint64 window) {
+std::unique_ptr<FloatingWindows::KeyboardLoan> UnmanagedWindows::borrowKeyboard(quint64 window) {
     if (!m_windows)
         return nullptr;
-    return std::make_unique<KeyboardLoan>(m_windows, static_cast<xcb_window_t>(window));
+    return std::make_unique<FocusLoan>(m_windows, static_cast<xcb_window_t>(window));
 }
 
 void UnmanagedWindows::compositorChanged() {

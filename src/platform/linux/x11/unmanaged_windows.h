@@ -22,7 +22,7 @@ public:
     [[nodiscard]] std::unique_ptr<Handle> watch(Events events) override;
     [[nodiscard]] QRect freeOf(QRect screen) const override;
     void setInputRegion(quint64 window, const QList<QRect> &region) override;
-    [[nodiscard]] std::unique_ptr<Handle> borrowKeyboard(quint64 window) override;
+    [[nodiscard]] std::unique_ptr<KeyboardLoan> borrowKeyboard(quint64 window) override;
 
 private:
     void compositorChanged() override;
