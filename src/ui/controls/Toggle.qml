@@ -16,7 +16,7 @@ T.Switch {
 
     /// As Space does.
     function press() {
-        toggle()
+        toggle.toggle()
         toggled()
         clicked()
     }

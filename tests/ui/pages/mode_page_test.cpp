@@ -20,7 +20,11 @@ protected:
 
 TEST_F(ModePageTest, WorksByKeyboardAlone) {
     person.tabTo(u"Smart Formatting"_s);
-    person.press(Qt::Key_Space);
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Return}) {
+        const bool was = smartFormatting(preferences);
+        person.press(key);
+        EXPECT_NE(smartFormatting(preferences), was) << key;
+    }
     EXPECT_FALSE(smartFormatting(preferences));
     EXPECT_TRUE(person.sees(u"Base cleanup only"_s));
 
