@@ -78,7 +78,10 @@ TEST_F(HomeViewTest, GivesADeletedEntryBackAtItsPlaceForAFewSeconds) {
     undo.hold(false);
     undo.undo();
     EXPECT_EQ(shown(), before.mid(0, 1) + QStringList{u"[Yesterday]20:00 sent i går_"_s})
-        << "the last one alone";
+        << "the last one first";
+    undo.undo();
+    EXPECT_EQ(shown(), before) << "and then the one before";
+    view.remove(id(2));
     view.remove(id(0));
     queue.advance(UndoOffer::duration);
     EXPECT_FALSE(undo.isOffered());

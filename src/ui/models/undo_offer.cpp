@@ -12,24 +12,32 @@ constexpr std::chrono::hours kHeld{24};
 } // namespace
 
 void UndoOffer::offer(const QString &text, std::function<void()> undo) {
+    m_deletions.push_back({text, std::move(undo)});
     m_text = text;
-    m_undo = std::move(undo);
     startTimer(duration);
     Q_EMIT changed();
 }
 
 void UndoOffer::undo() {
-    const auto undo = std::exchange(m_undo, nullptr);
-    dismiss();
-    if (undo)
-        undo();
+    if (!isOffered())
+        return;
+    const Deletion last = std::move(m_deletions.back());
+    m_deletions.pop_back();
+    if (m_deletions.empty()) {
+        dismiss();
+    } else {
+        m_text = m_deletions.back().text;
+        startTimer(duration);
+        Q_EMIT changed();
+    }
+    last.undo();
 }
 
 void UndoOffer::dismiss() {
     if (!isOffered())
         return;
     m_timer.reset();
-    m_undo = nullptr;
+    m_deletions.clear();
     Q_EMIT changed();
 }
 

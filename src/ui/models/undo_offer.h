@@ -3,11 +3,13 @@
 #include "base/main_queue.h"
 
 #include <QObject>
+#include <functional>
+#include <vector>
 
 namespace velmo {
 
-/// For a few seconds after something was deleted: what was deleted, and the way back. One at a time; the next
-/// deletion takes its place. Main thread.
+/// For a few seconds after something was deleted: what was deleted, and the way back. What is deleted meanwhile comes
+/// back first, and then what was deleted before. Main thread.
 class UndoOffer final : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isOffered READ isOffered NOTIFY changed)
@@ -26,9 +28,9 @@ public:
 
     void offer(const QString &text, std::function<void()> undo);
 
-    /// Brings back what was deleted; nothing when nothing is offered any more.
+    /// Brings back what was deleted last; nothing when nothing is offered any more.
     Q_INVOKABLE void undo();
-    /// The person does not want it back.
+    /// The person does not want anything back.
     Q_INVOKABLE void dismiss();
     /// Lets the offer stand while the person has the pointer or the keyboard on it; from the end of that, it stands
     /// its full time again.
@@ -38,12 +40,17 @@ Q_SIGNALS:
     void changed();
 
 private:
+    struct Deletion {
+        QString text;
+        std::function<void()> undo;
+    };
+
     void startTimer(std::chrono::milliseconds duration);
 
     MainQueue &m_queue;
     MainQueue::Timer m_timer; ///< Runs exactly while something is offered.
     QString m_text;
-    std::function<void()> m_undo;
+    std::vector<Deletion> m_deletions; ///< The latest last.
 };
 
 } // namespace velmo
