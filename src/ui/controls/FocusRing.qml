@@ -18,13 +18,19 @@ Rectangle {
     radius: controlRadius + 4
     visible: _byKeyboard && (parent?.activeFocus ?? false)
 
+    function noteReason() {
+        const reason = parent.focusReason
+        if (reason !== Qt.ActiveWindowFocusReason)
+            _byKeyboard = [Qt.TabFocusReason, Qt.BacktabFocusReason, Qt.ShortcutFocusReason].includes(reason)
+    }
+
+    Component.onCompleted: noteReason() // the control may have been given the keyboard before
+
     Connections {
         target: ring.parent
 
         function onFocusReasonChanged() {
-            const reason = ring.parent.focusReason
-            if (reason !== Qt.ActiveWindowFocusReason)
-                ring._byKeyboard = [Qt.TabFocusReason, Qt.BacktabFocusReason, Qt.ShortcutFocusReason].includes(reason)
+            ring.noteReason()
         }
     }
 }
