@@ -29,7 +29,7 @@ struct StillDesktop final : FloatingWindows, GlobalMouseMonitor {
     [[nodiscard]] std::unique_ptr<Handle> watch(Events) override { return nullptr; }
     [[nodiscard]] QRect freeOf(QRect screen) const override { return screen; }
     void setInputRegion(quint64, const QList<QRect> &) override {}
-    [[nodiscard]] std::unique_ptr<Handle> borrowKeyboard(quint64) override { return nullptr; }
+    [[nodiscard]] std::unique_ptr<KeyboardLoan> borrowKeyboard(quint64) override { return nullptr; }
     [[nodiscard]] std::unique_ptr<Watch> watch(Clicked) override { return nullptr; }
 };
 
