@@ -43,8 +43,9 @@ AudioRecorder::AudioRecorder(const Collaborators &collaborators, QString directo
     : m_with(collaborators), m_directory(std::move(directory)), m_patience(patience) {}
 
 AudioRecorder::~AudioRecorder() {
-    if (const auto unfinished = stopRecording())
-        deleteRecording(*unfinished);
+    static_cast<void>(stopRecording());
+    if (!m_recordingUrl.isEmpty())
+        deleteRecording(m_recordingUrl); // of a dictation that did not come to its end
 }
 
 // Recording

@@ -46,7 +46,7 @@ public:
     /// The collaborators outlive the recorder.
     AudioRecorder(const Collaborators &collaborators, QString directory,
                   std::chrono::milliseconds patience = openingPatience);
-    /// A running recording is stopped and removed.
+    /// A running recording is stopped. It is removed, as is the last one, whose text may not have come.
     ~AudioRecorder() override;
 
     /// A failed start leaves nothing behind: no open microphone, no file.

@@ -348,7 +348,16 @@ TEST_F(LostMicrophoneTest, TellsNobodyOnceTheRecordingIsOver) {
     EXPECT_TRUE(recorder.isRecording());
 }
 
-// After a crash
+// At the end, and after a crash
+
+TEST_F(AudioRecorderTest, TakesARecordingThatIsNotDealtWithAlong) {
+    for (const bool isStopped : {false, true}) {
+        AudioRecorder ending({queue, microphone, *files}, directory.path(), 10ms);
+        ASSERT_TRUE(ending.startRecording());
+        EXPECT_TRUE(!isStopped || ending.stopRecording());
+    }
+    EXPECT_THAT(recordings(), IsEmpty());
+}
 
 TEST_F(AudioRecorderTest, RemovesRecordingsOfACrashAndNothingElse) {
     const QString abandoned = newRecordingPath(directory.path());
