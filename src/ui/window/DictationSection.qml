@@ -1,7 +1,7 @@
 import QtQuick
 import Velmo.Controls
 
-/// The trigger key, chosen by pressing another, and whether Velmo waits in the tray from the start.
+/// The trigger key, chosen by pressing another, or how to dictate without one, and whether Velmo waits in the tray from the start.
 SettingsSection {
     id: section
 
@@ -15,7 +15,8 @@ SettingsSection {
         width: parent.width
         isFirst: true
         title: qsTr("Trigger Key")
-        subtitle: section._key.refusal.length > 0 ? section._key.refusal : section._key.instruction
+        subtitle: !section.settings.canWatchKeys ? ""
+                : section._key.refusal.length > 0 ? section._key.refusal : section._key.instruction
         subtitleColor: section._key.refusal.length > 0 ? Theme.orangeText : Theme.secondary
 
         KeyCap {
@@ -51,6 +52,13 @@ SettingsSection {
                     section._key.press(event.key, event.nativeScanCode)
             }
         }
+    }
+
+    Note {
+        width: parent.width
+        visible: text.length > 0
+        text: section.settings.keysNote
+        bottomMargin: 12
     }
 
     SettingsRow {

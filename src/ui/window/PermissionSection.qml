@@ -1,7 +1,7 @@
 import QtQuick
 import Velmo.Controls
 
-/// What Velmo needs of the desktop, and how to dictate without.
+/// What Velmo needs of the desktop.
 SettingsSection {
     id: section
 
@@ -44,12 +44,5 @@ SettingsSection {
                 onClicked: section.settings.openSettings(row.index)
             }
         }
-    }
-
-    Note {
-        width: parent.width
-        visible: text.length > 0
-        text: section.settings.keysNote
-        bottomMargin: 12
     }
 }
