@@ -51,6 +51,10 @@ Item {
             focus: selected
             sourceComponent: modelData
             onSelectedChanged: active = active || selected
+            onLoaded: {
+                if (item instanceof Page)
+                    item.coveredBelow = Qt.binding(() => undoToast.coveredBelow)
+            }
             Component.onCompleted: active = selected
         }
     }
@@ -79,6 +83,9 @@ Item {
     }
 
     UndoToast {
+        id: undoToast
+        readonly property real coveredBelow: offer.isOffered ? height + 32 : 0
+
         offer: window.undoOffer
         x: sidebar.width + (window.width - sidebar.width - width) / 2
         y: window.height - height - 20

@@ -13,6 +13,8 @@ FocusScope {
     property string description
     property real descriptionWidth: 560
     property Item searchField: null
+    /// What a notice at the lower edge covers.
+    property real coveredBelow: 0
     property alias trailing: trailingPlace.data
     property alias scrolling: flickable
     default property alias blocks: column.data
@@ -34,6 +36,7 @@ FocusScope {
 
     // Later, since the keyboard can go on at once from a list to the row in it.
     on_FocusedChanged: Qt.callLater(revealFocused)
+    onCoveredBelowChanged: Qt.callLater(revealFocused)
 
     // An item that goes away would take the keyboard along.
     readonly property bool _focusIsLost: _focused !== null && (_focused === page || !_focused.visible)
@@ -71,7 +74,8 @@ FocusScope {
         const margin = 12
         const area = item.mapToItem(flickable.contentItem, 0, 0, item.width, item.height)
         const lowest = area.y - margin
-        const highest = area.y + Math.min(area.height, flickable.height - 2 * margin) + margin - flickable.height
+        const seen = flickable.height - coveredBelow
+        const highest = area.y + Math.min(area.height, seen - 2 * margin) + margin - seen
         scrollTo(Math.max(highest, Math.min(flickable.contentY, lowest)))
     }
 
@@ -79,7 +83,7 @@ FocusScope {
         id: flickable
         anchors.fill: parent
         contentWidth: width
-        contentHeight: column.y + column.height + 24
+        contentHeight: column.y + column.height + Math.max(24, page.coveredBelow)
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         T.ScrollBar.vertical: ScrollBar {}
