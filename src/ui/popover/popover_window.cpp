@@ -64,14 +64,13 @@ void PopoverWindow::show(QRect item) {
     connect(m_view->rootObject(), SIGNAL(closeRequested()), this, SLOT(closeFromWithin()));
     connect(m_view.get(), &QWindow::activeChanged, this, &PopoverWindow::activeChanged);
     // What is dictated belongs to the application that had the keyboard.
-    const auto isDictating = [content] { return content->isRecording() || content->isTranscribing(); };
-    connect(content, &MenuBarView::statusChanged, this, [this, isDictating] {
+    m_content = content;
+    connect(content, &MenuBarView::statusChanged, this, [this] {
         if (isDictating())
             m_keyboard.reset();
     });
     m_view->show();
-    if (!isDictating())
-        m_keyboard = m_with.desktop.borrowKeyboard(m_view->winId());
+    borrowKeyboard();
     m_clickWatch = m_with.mouse.watch([this](QPoint) { clicked(); });
 }
 
@@ -91,9 +90,23 @@ void PopoverWindow::closeFromWithin() {
     close();
 }
 
+bool PopoverWindow::isDictating() const {
+    return m_content->isRecording() || m_content->isTranscribing();
+}
+
+/// Again by a click within, after a dictation.
+void PopoverWindow::borrowKeyboard() {
+    if (!m_keyboard && !isDictating())
+        m_keyboard = m_with.desktop.borrowKeyboard(m_view->winId());
+}
+
 void PopoverWindow::clicked() {
-    if (!isShown() || m_frame.contains(QCursor::pos()))
+    if (!isShown())
         return;
+    if (m_frame.contains(QCursor::pos())) {
+        borrowKeyboard();
+        return;
+    }
     close();
     m_closingClick = QCursor::pos();
     m_closedAt = m_with.queue.uptime();

@@ -53,6 +53,8 @@ private Q_SLOTS:
 
 private:
     void show(QRect item);
+    [[nodiscard]] bool isDictating() const;
+    void borrowKeyboard();
     void clicked();
     void activeChanged();
     [[nodiscard]] bool hasThisClickClosed() const;
@@ -60,6 +62,7 @@ private:
     Collaborators m_with;
     MakeContent m_makeContent;
     std::unique_ptr<FloatingView> m_view;
+    const MenuBarView *m_content = nullptr; ///< Belongs to the view.
     std::unique_ptr<FloatingWindows::KeyboardLoan> m_keyboard;
     MainQueue::Timer m_focusTimer;
     std::unique_ptr<GlobalMouseMonitor::Watch> m_clickWatch;

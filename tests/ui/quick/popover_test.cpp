@@ -88,6 +88,9 @@ TEST_F(PopoverTest, TellsTheStateAndHowToGoOn) {
     stage.transcriber.complete(failed(TranscriptionError::timeout()));
     stage.queue.runPosted();
     EXPECT_EQ(content->errorMessage(), u"Request timed out"_s);
+    QCursor::setPos(popover.view()->geometry().center());
+    mouse.click({});
+    EXPECT_TRUE(desktop.keyboardIsOut) << "a click within takes it again";
     stage.hotkey.pressed();
     stage.queue.runPosted();
     EXPECT_EQ(status(), u"Listening... / Tap Right Control to stop"_s);
