@@ -90,6 +90,7 @@ QList<AccessibilityBus::Place> AccessibilityBus::placesWithin(const Place &place
         list.endStructure();
         places.append({application, path.path()});
     }
+    list.endArray();
     return places;
 }
 
