@@ -23,7 +23,7 @@ MainWindowParts::MainWindowParts(Composition &composition, SetupParts &setup, QQ
       m_collation(region.locale),
       m_undoOffer(composition.mainQueue()),
       m_view(QCoreApplication::applicationVersion()),
-      m_home(homePage(composition)),
+      m_home(homePage(composition, setup.canWatchKeys())),
       m_dictionary(listPage(composition)),
       m_snippets(listPage(composition)),
       m_mode(composition.preferences(), composition.preferenceWatch(), m_undoOffer),
@@ -42,7 +42,7 @@ void MainWindowParts::show() {
     m_controller.show();
 }
 
-HomeView::Collaborators MainWindowParts::homePage(Composition &composition) {
+HomeView::Collaborators MainWindowParts::homePage(Composition &composition, bool canWatchKeys) {
     return {composition.mainQueue(),
             composition.preferences(),
             composition.preferenceWatch(),
@@ -51,7 +51,8 @@ HomeView::Collaborators MainWindowParts::homePage(Composition &composition) {
             composition.account(),
             [&sync = composition.syncManager()] { return sync.serverTotalWords(); },
             [](const QString &text) { QGuiApplication::clipboard()->setText(text); },
-            m_undoOffer};
+            m_undoOffer,
+            canWatchKeys};
 }
 
 ListPage MainWindowParts::listPage(Composition &composition) {

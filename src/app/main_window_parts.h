@@ -28,7 +28,7 @@ public:
 private:
     MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
                     std::function<bool()> hasTrayHost, const Region &region);
-    [[nodiscard]] HomeView::Collaborators homePage(Composition &composition);
+    [[nodiscard]] HomeView::Collaborators homePage(Composition &composition, bool canWatchKeys);
     [[nodiscard]] ListPage listPage(Composition &composition);
 
     Calendar m_calendar;

@@ -63,9 +63,13 @@ bool SetupParts::isOnboardingShown() const {
     return m_onboardingWindow && m_onboardingWindow->window() && m_onboardingWindow->window()->isVisible();
 }
 
+bool SetupParts::canWatchKeys() const {
+    return m_desktop.accessibility.isTrusted();
+}
+
 void SetupParts::showPermission(QQmlEngine &engine) {
     constexpr auto kKeys = SystemSettings::Page::Keyboard;
-    if (!m_desktop.accessibility.isTrusted() && m_desktop.systemSettings.canOpen(kKeys))
+    if (!canWatchKeys() && m_desktop.systemSettings.canOpen(kKeys))
         m_desktop.systemSettings.open(kKeys);
     else
         showOnboarding(engine);

@@ -46,6 +46,7 @@ public:
 
     [[nodiscard]] QObject &accountPage();
     [[nodiscard]] QObject &settingsPage();
+    [[nodiscard]] bool canWatchKeys() const;
     /// The engine outlives the parts too.
     void showOnboarding(QQmlEngine &engine);
     [[nodiscard]] bool isOnboardingShown() const;

@@ -122,6 +122,12 @@ TEST_F(HomeViewTest, KeepsTheIntroductionClosedAndNamesTheKeyThatIsChosen) {
     queue.runPosted();
     EXPECT_EQ(view.heroTitle(), u"Hold <b>Menu</b> to dictate and let Velmo transcribe for you"_s);
     EXPECT_EQ(view.emptyText(), u"Hold Menu or double-tap Menu to start dictating"_s);
+
+    preferences.set(keys::heroCardDismissed, false);
+    const HomeView keyless{{queue, preferences, watch, store, calendar, *this, [] { return std::nullopt; },
+                            [](const QString &) {}, undo, false}};
+    EXPECT_FALSE(keyless.isHeroCardShown());
+    EXPECT_TRUE(keyless.emptyText().contains(u"Bind the command velmo toggle to a key"_s));
 }
 
 } // namespace velmo

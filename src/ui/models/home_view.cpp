@@ -11,6 +11,7 @@
 #include "ui/models/undo_offer.h"
 #include "ui/models/usage_statistics.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <utility>
 
@@ -65,7 +66,9 @@ QString HomeView::heroText() const {
 }
 
 QString HomeView::emptyText() const {
-    return platform_texts::withTriggerKey(tr("Hold Fn or double-tap Fn to start dictating"), m_keyLabel);
+    return m_with.canWatchKeys
+               ? platform_texts::withTriggerKey(tr("Hold Fn or double-tap Fn to start dictating"), m_keyLabel)
+               : platform_texts::toggleCommandNote().remove(QRegularExpression(QStringLiteral("<[^>]*>")));
 }
 
 void HomeView::copy(const QString &entryId) {
@@ -100,7 +103,7 @@ void HomeView::notePreference(const QString &key) {
 }
 
 void HomeView::loadHeroCard() {
-    showHeroCard(!m_with.preferences.boolean(keys::heroCardDismissed).value_or(false));
+    showHeroCard(m_with.canWatchKeys && !m_with.preferences.boolean(keys::heroCardDismissed).value_or(false));
 }
 
 void HomeView::showHeroCard(bool isShown) {

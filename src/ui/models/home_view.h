@@ -53,11 +53,12 @@ public:
         std::function<std::optional<qint64>()> serverTotalWords; ///< None before it is known.
         std::function<void(const QString &)> copyText;           ///< To the clipboard, exactly.
         UndoOffer &undoOffer;
+        bool canWatchKeys = true; ///< Where the desktop does not let it, no key is taught, but another way.
     };
 
     explicit HomeView(const Collaborators &collaborators);
 
-    /// Until it was dismissed once, on this machine.
+    /// Until it was dismissed once, on this machine. It teaches the key.
     [[nodiscard]] bool isHeroCardShown() const { return m_isHeroCardShown; }
     Q_INVOKABLE void dismissHeroCard();
 
