@@ -96,16 +96,15 @@ void ApplicationCommands::stop(const Reply &reply) {
     reply(kDone);
 }
 
-/// As the hot key does, and it also stops what began by command or mouse, which the gestures do not know of.
+/// As the hot key does.
 void ApplicationCommands::toggle(const Reply &reply) {
-    if (m_with.hotkeyListener.recordingMode() != RecordingMode::none) {
-        m_with.hotkeyListener.toggleFromHotkey();
-        reply(kDone);
-    } else if (m_with.recordingManager.state() == State::recording) {
-        stop(reply);
-    } else {
-        begin(reply, [this] { m_with.hotkeyListener.toggleFromHotkey(); });
+    HotkeyListener &listener = m_with.hotkeyListener;
+    if (listener.recordingMode() == RecordingMode::none) {
+        begin(reply, [&listener] { listener.toggleFromHotkey(); });
+        return;
     }
+    listener.toggleFromHotkey();
+    reply(kDone);
 }
 
 void ApplicationCommands::cancel(const Reply &reply) {
