@@ -27,11 +27,14 @@ std::optional<int> CommandOptions::read(const QStringList &arguments) {
 
 /// Names an unknown option as it was typed; the parser knows it without its dashes.
 QString CommandOptions::complaintAbout(const QStringList &arguments) const {
-    const QStringList unknown = m_parser.unknownOptionNames();
-    for (const QString &argument : arguments)
-        for (const QLatin1StringView dashes : {QLatin1StringView("--"), QLatin1StringView("-")})
-            if (!unknown.isEmpty() && argument.section(u'=', 0, 0) == dashes + unknown.first())
-                return QStringLiteral("unknown option '%1'").arg(argument);
+    const QString unknown = m_parser.unknownOptionNames().value(0);
+    if (unknown.isEmpty())
+        return m_parser.errorText();
+    for (const QString &argument : arguments) {
+        const QString name = argument.section(u'=', 0, 0);
+        if (name == QStringLiteral("--") + unknown || name == u'-' + unknown)
+            return QStringLiteral("unknown option '%1'").arg(argument);
+    }
     return m_parser.errorText();
 }
 

@@ -5,7 +5,6 @@
 #include "app/output.h"
 
 #include <QEventLoop>
-#include <algorithm>
 
 using namespace std::chrono_literals;
 
@@ -18,12 +17,10 @@ constexpr auto kPatience = 3s;
 /// A recording waits for the microphone.
 constexpr auto kRecordingPatience = 10s;
 
-constexpr QLatin1StringView kBeginRecordings[] = {QLatin1StringView("start"), QLatin1StringView("toggle")};
-
 std::chrono::milliseconds patienceFor(QLatin1StringView command) {
-    const bool begins = std::find(std::begin(kBeginRecordings), std::end(kBeginRecordings), command) !=
-                        std::end(kBeginRecordings);
-    return begins ? kRecordingPatience : kPatience;
+    const bool mayBeginRecording =
+        command == QLatin1StringView("start") || command == QLatin1StringView("toggle");
+    return mayBeginRecording ? kRecordingPatience : kPatience;
 }
 
 /// Waits for the answer to what `ask` asks.
