@@ -43,8 +43,8 @@ private:
     const DesktopPanels &m_panels;
     bool m_isPanelDark;
     State m_state = State::idle;
-    std::map<State, QIcon>
-        m_icons; ///< Made once: Qt keeps what it has drawn of each icon, also of those that are gone.
+    /// Made once: Qt keeps what it has drawn of each icon, also of those that are gone.
+    std::map<State, QIcon> m_icons;
     QSystemTrayIcon m_icon;
     MainQueue::Timer m_lookTimer;
 };

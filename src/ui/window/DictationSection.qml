@@ -1,7 +1,8 @@
 import QtQuick
 import Velmo.Controls
 
-/// The trigger key, chosen by pressing another, or how to dictate without one, and whether Velmo waits in the tray from the start.
+/// The trigger key, chosen by pressing another, or how to dictate without one, and whether Velmo waits in the tray from
+/// the start.
 SettingsSection {
     id: section
 
