@@ -1,6 +1,6 @@
-#include "account_database.h"
+#include "localservice/account_database.h"
 
-#include "account_schema.h"
+#include "localservice/account_schema.h"
 
 #include <QDir>
 #include <QFile>

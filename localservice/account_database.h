@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/result.h"
-#include "endpoint.h"
-#include "sql_run.h"
+#include "localservice/endpoint.h"
+#include "localservice/sql_run.h"
 #include "store/sqlite_transaction.h"
 
 #include <mutex>

@@ -1,9 +1,9 @@
-#include "account_endpoints.h"
+#include "localservice/account_endpoints.h"
 
 #include "base/json.h"
-#include "json_request.h"
-#include "person.h"
-#include "session_endpoint.h"
+#include "localservice/json_request.h"
+#include "localservice/person.h"
+#include "localservice/session_endpoint.h"
 
 namespace velmo::localservice {
 

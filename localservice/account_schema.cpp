@@ -1,4 +1,4 @@
-#include "account_schema.h"
+#include "localservice/account_schema.h"
 
 #include "store/sqlite_transaction.h"
 

@@ -1,10 +1,10 @@
-#include "account_service.h"
+#include "localservice/account_service.h"
 
-#include "account_endpoints.h"
-#include "authorize_endpoints.h"
-#include "dictionary_endpoints.h"
-#include "snippet_endpoints.h"
-#include "statistics_endpoints.h"
+#include "localservice/account_endpoints.h"
+#include "localservice/authorize_endpoints.h"
+#include "localservice/dictionary_endpoints.h"
+#include "localservice/snippet_endpoints.h"
+#include "localservice/statistics_endpoints.h"
 
 namespace velmo::localservice {
 

@@ -1,4 +1,4 @@
-#include "accounts.h"
+#include "localservice/accounts.h"
 
 #include "base/uuid.h"
 

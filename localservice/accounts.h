@@ -1,6 +1,6 @@
 #pragma once
 
-#include "account_database.h"
+#include "localservice/account_database.h"
 #include "service/velmo_user.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "audio_decoder.h"
+#include "localservice/audio_decoder.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "authorization_request.h"
+#include "localservice/authorization_request.h"
 
 #include "service/loopback.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/result.h"
-#include "endpoint.h"
-#include "form_fields.h"
+#include "localservice/endpoint.h"
+#include "localservice/form_fields.h"
 
 namespace velmo::localservice {
 

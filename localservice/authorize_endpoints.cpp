@@ -1,9 +1,9 @@
-#include "authorize_endpoints.h"
+#include "localservice/authorize_endpoints.h"
 
 #include "base/json.h"
-#include "page.h"
-#include "person.h"
-#include "sign_in_form.h"
+#include "localservice/page.h"
+#include "localservice/person.h"
+#include "localservice/sign_in_form.h"
 
 #include <QUrl>
 

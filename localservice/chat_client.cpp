@@ -1,4 +1,4 @@
-#include "chat_client.h"
+#include "localservice/chat_client.h"
 
 #include "base/json.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "openai_server.h"
+#include "localservice/openai_server.h"
 
 namespace velmo::localservice {
 

@@ -1,4 +1,4 @@
-#include "connection_threads.h"
+#include "localservice/connection_threads.h"
 
 #include <system_error>
 #include <thread>

@@ -1,9 +1,9 @@
-#include "dictionary_endpoints.h"
+#include "localservice/dictionary_endpoints.h"
 
-#include "json_request.h"
-#include "known_keys.h"
-#include "session_endpoint.h"
-#include "sync_limits.h"
+#include "localservice/json_request.h"
+#include "localservice/known_keys.h"
+#include "localservice/session_endpoint.h"
+#include "localservice/sync_limits.h"
 
 #include <QJsonArray>
 

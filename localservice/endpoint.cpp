@@ -1,4 +1,4 @@
-#include "endpoint.h"
+#include "localservice/endpoint.h"
 
 #include <algorithm>
 

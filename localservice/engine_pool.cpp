@@ -1,4 +1,4 @@
-#include "engine_pool.h"
+#include "localservice/engine_pool.h"
 
 #include <algorithm>
 

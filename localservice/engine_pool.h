@@ -1,6 +1,6 @@
 #pragma once
 
-#include "speech_engine.h"
+#include "localservice/speech_engine.h"
 
 #include <condition_variable>
 #include <deque>

@@ -1,4 +1,4 @@
-#include "form_fields.h"
+#include "localservice/form_fields.h"
 
 #include <QByteArrayList>
 

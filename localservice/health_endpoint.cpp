@@ -1,4 +1,4 @@
-#include "health_endpoint.h"
+#include "localservice/health_endpoint.h"
 
 namespace velmo::localservice {
 

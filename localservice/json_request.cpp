@@ -1,4 +1,4 @@
-#include "json_request.h"
+#include "localservice/json_request.h"
 
 #include "base/json.h"
 

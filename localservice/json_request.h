@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/result.h"
-#include "endpoint.h"
+#include "localservice/endpoint.h"
 
 #include <QJsonArray>
 

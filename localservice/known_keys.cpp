@@ -1,4 +1,4 @@
-#include "known_keys.h"
+#include "localservice/known_keys.h"
 
 namespace velmo::localservice {
 

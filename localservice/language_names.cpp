@@ -1,4 +1,4 @@
-#include "language_names.h"
+#include "localservice/language_names.h"
 
 #include <QLocale>
 #include <QRegularExpression>

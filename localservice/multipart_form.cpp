@@ -1,4 +1,4 @@
-#include "multipart_form.h"
+#include "localservice/multipart_form.h"
 
 #include "base/json.h"
 

@@ -1,6 +1,6 @@
-#include "normalize_endpoint.h"
+#include "localservice/normalize_endpoint.h"
 
-#include "rewrite_endpoint.h"
+#include "localservice/rewrite_endpoint.h"
 
 namespace velmo::localservice {
 

@@ -1,4 +1,4 @@
-#include "openai_server.h"
+#include "localservice/openai_server.h"
 
 #include "base/characters.h"
 #include "base/json.h"

@@ -1,8 +1,8 @@
-#include "openai_speech_engine.h"
+#include "localservice/openai_speech_engine.h"
 
 #include "base/json.h"
 #include "base/uuid.h"
-#include "language_names.h"
+#include "localservice/language_names.h"
 
 #include <QUrl>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "openai_server.h"
-#include "speech_engine.h"
+#include "localservice/openai_server.h"
+#include "localservice/speech_engine.h"
 
 namespace velmo::localservice {
 

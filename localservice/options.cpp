@@ -1,6 +1,6 @@
-#include "options.h"
+#include "localservice/options.h"
 
-#include "openai_server.h"
+#include "localservice/openai_server.h"
 
 #include <QCommandLineParser>
 #include <QDir>

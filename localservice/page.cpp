@@ -1,4 +1,4 @@
-#include "page.h"
+#include "localservice/page.h"
 
 #include <QCryptographicHash>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "endpoint.h"
+#include "localservice/endpoint.h"
 
 namespace velmo::localservice {
 

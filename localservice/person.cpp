@@ -1,4 +1,4 @@
-#include "person.h"
+#include "localservice/person.h"
 
 #include "base/characters.h"
 #include "base/utf8.h"

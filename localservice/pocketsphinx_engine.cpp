@@ -1,6 +1,6 @@
-#include "pocketsphinx_engine.h"
+#include "localservice/pocketsphinx_engine.h"
 
-#include "probe_sound.h"
+#include "localservice/probe_sound.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "probe_sound.h"
+#include "localservice/probe_sound.h"
 
 #include <algorithm>
 #include <array>

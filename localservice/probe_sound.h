@@ -1,6 +1,6 @@
 #pragma once
 
-#include "audio_decoder.h"
+#include "localservice/audio_decoder.h"
 
 namespace velmo::localservice {
 

@@ -1,7 +1,7 @@
-#include "process_endpoint.h"
+#include "localservice/process_endpoint.h"
 
-#include "json_request.h"
-#include "rewrite_endpoint.h"
+#include "localservice/json_request.h"
+#include "localservice/rewrite_endpoint.h"
 
 namespace velmo::localservice {
 

@@ -1,6 +1,6 @@
-#include "request_checks.h"
+#include "localservice/request_checks.h"
 
-#include "this_machine.h"
+#include "localservice/this_machine.h"
 
 namespace velmo::localservice {
 

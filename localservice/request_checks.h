@@ -1,6 +1,6 @@
 #pragma once
 
-#include "endpoint.h"
+#include "localservice/endpoint.h"
 
 #include <httplib.h>
 #include <optional>

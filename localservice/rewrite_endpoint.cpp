@@ -1,6 +1,6 @@
-#include "rewrite_endpoint.h"
+#include "localservice/rewrite_endpoint.h"
 
-#include "json_request.h"
+#include "localservice/json_request.h"
 
 namespace velmo::localservice {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "chat_client.h"
-#include "endpoint.h"
+#include "localservice/chat_client.h"
+#include "localservice/endpoint.h"
 
 namespace velmo::localservice {
 

@@ -1,9 +1,9 @@
-#include "server.h"
+#include "localservice/server.h"
 
 #include "base/json.h"
-#include "connection_threads.h"
-#include "request_checks.h"
-#include "this_machine.h"
+#include "localservice/connection_threads.h"
+#include "localservice/request_checks.h"
+#include "localservice/this_machine.h"
 
 #include <cerrno>
 #include <cstdio>

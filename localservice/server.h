@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/result.h"
-#include "endpoint.h"
-#include "socket_stream.h"
+#include "localservice/endpoint.h"
+#include "localservice/socket_stream.h"
 
 #include <memory>
 

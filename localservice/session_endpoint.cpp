@@ -1,4 +1,4 @@
-#include "session_endpoint.h"
+#include "localservice/session_endpoint.h"
 
 namespace velmo::localservice {
 

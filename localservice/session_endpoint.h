@@ -1,6 +1,6 @@
 #pragma once
 
-#include "accounts.h"
+#include "localservice/accounts.h"
 
 namespace velmo::localservice {
 

@@ -1,8 +1,8 @@
-#include "sign_in_form.h"
+#include "localservice/sign_in_form.h"
 
 #include "base/characters.h"
-#include "page.h"
-#include "person.h"
+#include "localservice/page.h"
+#include "localservice/person.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "authorization_request.h"
+#include "localservice/authorization_request.h"
 
 #include <optional>
 

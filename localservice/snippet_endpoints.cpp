@@ -1,9 +1,9 @@
-#include "snippet_endpoints.h"
+#include "localservice/snippet_endpoints.h"
 
-#include "json_request.h"
-#include "known_keys.h"
-#include "session_endpoint.h"
-#include "sync_limits.h"
+#include "localservice/json_request.h"
+#include "localservice/known_keys.h"
+#include "localservice/session_endpoint.h"
+#include "localservice/sync_limits.h"
 
 namespace velmo::localservice {
 

@@ -1,4 +1,4 @@
-#include "socket_stream.h"
+#include "localservice/socket_stream.h"
 
 #include <algorithm>
 #include <cerrno>

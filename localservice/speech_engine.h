@@ -1,9 +1,9 @@
 #pragma once
 
-#include "audio_decoder.h"
 #include "base/result.h"
-#include "endpoint.h"
-#include "multipart_form.h"
+#include "localservice/audio_decoder.h"
+#include "localservice/endpoint.h"
+#include "localservice/multipart_form.h"
 #include "service/transcription.h"
 
 #include <chrono>

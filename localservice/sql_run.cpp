@@ -1,4 +1,4 @@
-#include "sql_run.h"
+#include "localservice/sql_run.h"
 
 namespace velmo::localservice {
 

@@ -1,8 +1,8 @@
-#include "statistics_endpoints.h"
+#include "localservice/statistics_endpoints.h"
 
-#include "json_request.h"
-#include "session_endpoint.h"
-#include "sync_limits.h"
+#include "localservice/json_request.h"
+#include "localservice/session_endpoint.h"
+#include "localservice/sync_limits.h"
 
 namespace velmo::localservice {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "account_database.h"
+#include "localservice/account_database.h"
 
 namespace velmo::localservice {
 

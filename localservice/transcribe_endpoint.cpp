@@ -1,4 +1,4 @@
-#include "transcribe_endpoint.h"
+#include "localservice/transcribe_endpoint.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "endpoint.h"
-#include "engine_pool.h"
+#include "localservice/endpoint.h"
+#include "localservice/engine_pool.h"
 
 namespace velmo::localservice {
 

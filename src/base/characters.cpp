@@ -1,6 +1,6 @@
 #include "base/characters.h"
 
-#include "base/composition.h"
+#include "base/canonical_form.h"
 #include "base/icu_text.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "dictation/hint_prompt.h"
 
+#include "base/canonical_form.h"
 #include "base/characters.h"
-#include "base/composition.h"
 #include "base/log.h"
 #include "dictation/language_words.h"
 #include "store/dictionary_words.h"

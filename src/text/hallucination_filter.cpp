@@ -1,8 +1,8 @@
 #include "text/hallucination_filter.h"
 
+#include "base/canonical_form.h"
 #include "base/case_mapping.h"
 #include "base/characters.h"
-#include "base/composition.h"
 #include "base/log.h"
 
 #include <QSet>

@@ -1,5 +1,5 @@
-#include "normalize_endpoint.h"
-#include "process_endpoint.h"
+#include "localservice/normalize_endpoint.h"
+#include "localservice/process_endpoint.h"
 
 #include "base/json.h"
 #include "localservice/running_server.h"

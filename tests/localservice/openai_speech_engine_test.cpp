@@ -1,7 +1,7 @@
-#include "openai_speech_engine.h"
+#include "localservice/openai_speech_engine.h"
 
-#include "engine_pool.h"
-#include "language_names.h"
+#include "localservice/engine_pool.h"
+#include "localservice/language_names.h"
 #include "service/http_client.h"
 #include "support/scripted_server.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "account_service.h"
+#include "localservice/account_service.h"
 
 #include "localservice/running_server.h"
 

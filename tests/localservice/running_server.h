@@ -1,6 +1,6 @@
 #pragma once
 
-#include "server.h"
+#include "localservice/server.h"
 
 #include <QJsonObject>
 #include <httplib.h>

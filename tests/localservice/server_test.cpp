@@ -1,4 +1,4 @@
-#include "server.h"
+#include "localservice/server.h"
 
 #include "localservice/raw_connection.h"
 #include "localservice/running_server.h"

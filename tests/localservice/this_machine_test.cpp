@@ -1,4 +1,4 @@
-#include "this_machine.h"
+#include "localservice/this_machine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "transcribe_endpoint.h"
+#include "localservice/transcribe_endpoint.h"
 
-#include "health_endpoint.h"
+#include "localservice/health_endpoint.h"
+#include "localservice/pocketsphinx_engine.h"
 #include "localservice/running_server.h"
 #include "localservice/spoken.h"
 #include "localservice/upload_form.h"
-#include "pocketsphinx_engine.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "text/vocabulary/vocabulary.h"
 
+#include "base/canonical_form.h"
 #include "base/case_mapping.h"
 #include "base/characters.h"
-#include "base/composition.h"
 #include "support/log_capture.h"
 #include "support/qt_printing.h"
 #include "text/vocabulary/apply_dictionary.h"

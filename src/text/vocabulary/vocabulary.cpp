@@ -1,8 +1,8 @@
 #include "text/vocabulary/vocabulary.h"
 
+#include "base/canonical_form.h"
 #include "base/case_mapping.h"
 #include "base/characters.h"
-#include "base/composition.h"
 #include "text/vocabulary/edit_distance.h"
 
 #include <bit>

@@ -1,4 +1,4 @@
-#include "base/composition.h"
+#include "base/canonical_form.h"
 
 #include <QList>
 #include <QRandomGenerator>

@@ -1,4 +1,4 @@
-#include "base/composition.h"
+#include "base/canonical_form.h"
 
 #include "base/icu_text.h"
 
