@@ -1,5 +1,5 @@
-#include "service/sync_merge.h"
-#include "service/synced_list.h"
+#include "service/sync/sync_merge.h"
+#include "service/sync/synced_list.h"
 #include "store/dictionary_words.h"
 
 #include <benchmark/benchmark.h>

@@ -1,8 +1,9 @@
-#include "service/multipart_body.h"
-#include "service/nobody_signed_in.h"
-#include "service/transcription_client.h"
+#include "service/http/http_client.h"
+#include "service/transcription/multipart_body.h"
+#include "service/transcription/transcription_client.h"
 #include "store/memory_preferences.h"
 #include "support/completion_probe.h"
+#include "support/nobody_signed_in.h"
 #include "support/scripted_server.h"
 
 #include <QFile>

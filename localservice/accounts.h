@@ -1,7 +1,7 @@
 #pragma once
 
 #include "localservice/account_database.h"
-#include "service/velmo_user.h"
+#include "service/account/velmo_user.h"
 
 #include <chrono>
 #include <functional>

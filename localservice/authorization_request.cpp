@@ -1,6 +1,6 @@
 #include "localservice/authorization_request.h"
 
-#include "service/loopback.h"
+#include "service/http/loopback.h"
 
 #include <QUrl>
 

@@ -10,8 +10,8 @@
 #include "localservice/process_endpoint.h"
 #include "localservice/server.h"
 #include "localservice/transcribe_endpoint.h"
-#include "service/http_client.h"
-#include "service/loopback.h"
+#include "service/http/http_client.h"
+#include "service/http/loopback.h"
 
 #include <QCoreApplication>
 #include <QUrl>

@@ -2,7 +2,7 @@
 
 #include "base/characters.h"
 #include "base/json.h"
-#include "service/http_client.h"
+#include "service/http/http_client.h"
 
 #include <QUrl>
 #include <future>

@@ -4,7 +4,7 @@
 #include "localservice/audio_decoder.h"
 #include "localservice/endpoint.h"
 #include "localservice/multipart_form.h"
-#include "service/transcription.h"
+#include "service/transcription/transcription.h"
 
 #include <chrono>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "localservice/this_machine.h"
 
-#include "service/loopback.h"
+#include "service/http/loopback.h"
 
 #include <QByteArray>
 #include <QString>

@@ -7,7 +7,7 @@
 #include "dictation/recording_manager.h"
 #include "platform/accessibility_permission.h"
 #include "platform/workspace.h"
-#include "service/account.h"
+#include "service/wire/session_interfaces.h"
 #include "store/preference_keys.h"
 #include "store/preferences.h"
 

@@ -4,8 +4,8 @@
 #include "app/session_outcomes.h"
 #include "dictation/hotkey_listener.h"
 #include "dictation/recording_manager.h"
-#include "service/auth_manager.h"
-#include "service/sync_manager.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 
 namespace velmo {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "service/service_origin.h"
+#include "service/wire/service_origin.h"
 
 #include <QThreadPool>
 #include <memory>

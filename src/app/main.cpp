@@ -6,7 +6,7 @@
 #include "app/output.h"
 #include "base/log.h"
 #include "base/standard_streams.h"
-#include "service/service_origin.h"
+#include "service/wire/service_origin.h"
 
 #include <csignal>
 #include <unistd.h>

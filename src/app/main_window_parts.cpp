@@ -2,8 +2,8 @@
 
 #include "app/composition.h"
 #include "app/setup_parts.h"
-#include "service/auth_manager.h"
-#include "service/sync_manager.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"
 

@@ -1,7 +1,7 @@
 #include "app/session_outcomes.h"
 
 #include "app/command.h"
-#include "service/auth_manager.h"
+#include "service/account/auth_manager.h"
 
 namespace velmo {
 

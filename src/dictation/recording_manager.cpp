@@ -9,7 +9,7 @@
 #include "platform/microphone_permission.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
-#include "service/account.h"
+#include "service/wire/session_interfaces.h"
 #include "store/dictation_history.h"
 #include "store/languages.h"
 #include "store/word_count.h"

@@ -4,7 +4,7 @@
 #include "base/main_queue.h"
 #include "dictation/dictation_state.h"
 #include "dictation/hint_prompt.h"
-#include "service/transcription.h"
+#include "service/transcription/transcription.h"
 
 #include <QObject>
 #include <QString>

@@ -6,6 +6,8 @@
 
 namespace velmo {
 
+class HttpClient;
+
 /// The whole way from a raw transcript to the text to type: the local path, Bokmål by the service where Norwegian was
 /// spoken, and the selected mode, or else the person's own words and snippets. Whatever the service does, text comes
 /// out; only the log shows that it failed.

@@ -1,7 +1,8 @@
 #include "text/text_service.h"
 
 #include "base/json.h"
-#include "service/service_reply.h"
+#include "service/http/http_client.h"
+#include "service/wire/service_reply.h"
 
 #include <QThreadPool>
 #include <chrono>

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "service/service_request.h"
+#include "service/wire/service_request.h"
 
 #include <QJsonObject>
 #include <functional>
 #include <memory>
 
 namespace velmo {
+
+class HttpClient;
 
 /// Why the service gave no text.
 struct NoText {

@@ -7,8 +7,8 @@
 #include "platform/microphone_permission.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
-#include "service/account.h"
-#include "service/transcription.h"
+#include "service/transcription/transcription.h"
+#include "service/wire/session_interfaces.h"
 #include "store/dictation_history.h"
 #include "text/text_processing.h"
 

@@ -3,7 +3,7 @@
 
 #include "base/json.h"
 #include "localservice/running_server.h"
-#include "service/http_client.h"
+#include "service/http/http_client.h"
 #include "support/scripted_server.h"
 
 #include <gtest/gtest.h>

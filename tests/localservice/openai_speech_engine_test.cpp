@@ -2,7 +2,7 @@
 
 #include "localservice/engine_pool.h"
 #include "localservice/language_names.h"
-#include "service/http_client.h"
+#include "service/http/http_client.h"
 #include "support/scripted_server.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
 #include "text/text_processor.h"
 
 #include "base/json.h"
-#include "service/account.h"
+#include "service/http/http_client.h"
+#include "service/wire/session_interfaces.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
 #include "support/completion_probe.h"

@@ -1,8 +1,8 @@
 #include "ui/models/account_view.h"
 
 #include "base/calendar.h"
-#include "service/account_fixture.h"
-#include "service/sync_manager.h"
+#include "service/account/account_fixture.h"
+#include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "support/qt_printing.h"
 

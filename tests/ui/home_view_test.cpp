@@ -1,7 +1,7 @@
 #include "ui/models/home_view.h"
 
 #include "base/calendar.h"
-#include "service/account.h"
+#include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"

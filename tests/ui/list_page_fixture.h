@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/collation.h"
-#include "service/account.h"
-#include "service/list_pushes.h"
+#include "service/sync/list_pushes.h"
+#include "service/wire/session_interfaces.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/calendar.h"
-#include "service/account_fixture.h"
-#include "service/sync_manager.h"
+#include "service/account/account_fixture.h"
+#include "service/sync/sync_manager.h"
 #include "store/custom_modes.h"
 #include "store/history_store.h"
 #include "ui/desktop_fakes.h"

@@ -7,7 +7,7 @@
 #include "app/session_outcomes.h"
 #include "app/termination_signals.h"
 #include "base/main_queue.h"
-#include "service/auth_manager.h"
+#include "service/account/auth_manager.h"
 
 #include <QEventLoop>
 

@@ -4,7 +4,7 @@
 #include "app/commands/remote.h"
 #include "app/composition.h"
 #include "app/session_outcomes.h"
-#include "service/auth_manager.h"
+#include "service/account/auth_manager.h"
 
 #include <QEventLoop>
 

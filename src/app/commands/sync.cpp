@@ -3,7 +3,7 @@
 #include "app/command_options.h"
 #include "app/commands/remote.h"
 #include "app/composition.h"
-#include "service/sync_manager.h"
+#include "service/sync/sync_manager.h"
 
 #include <QEventLoop>
 

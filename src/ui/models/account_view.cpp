@@ -1,8 +1,8 @@
 #include "ui/models/account_view.h"
 
 #include "base/calendar.h"
-#include "service/auth_manager.h"
-#include "service/sync_manager.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 #include "ui/models/platform_texts.h"
 
 #include <algorithm>

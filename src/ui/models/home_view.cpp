@@ -2,7 +2,7 @@
 
 #include "base/calendar.h"
 #include "dictation/trigger_key.h"
-#include "service/account.h"
+#include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"

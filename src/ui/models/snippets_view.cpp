@@ -1,8 +1,8 @@
 #include "ui/models/snippets_view.h"
 
 #include "base/collation.h"
-#include "service/account.h"
-#include "service/list_pushes.h"
+#include "service/sync/list_pushes.h"
+#include "service/wire/session_interfaces.h"
 #include "store/preference_watch.h"
 #include "store/snippet_list.h"
 #include "ui/models/undo_offer.h"

@@ -1,6 +1,6 @@
 #include "base/calendar.h"
-#include "service/account_fixture.h"
-#include "service/sync_manager.h"
+#include "service/account/account_fixture.h"
+#include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"

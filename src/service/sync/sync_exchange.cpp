@@ -1,0 +1,80 @@
+#include "service/sync/sync_exchange.h"
+
+#include "base/json.h"
+#include "service/http/http_client.h"
+#include "service/wire/service_reply.h"
+#include "service/wire/session_interfaces.h"
+
+#include <QThreadPool>
+
+namespace velmo {
+
+namespace {
+
+const QString kDomain = QStringLiteral("SyncManager");
+
+SyncFailure failureOf(const TransportFailure &failure) {
+    using Kind = TransportFailure::Kind;
+    switch (failure.kind) {
+    case Kind::InvalidAddress:
+        return {kDomain, -1, QStringLiteral("Invalid URL")};
+    case Kind::InvalidReply:
+        return {kDomain, -2, QStringLiteral("No response")};
+    case Kind::TimedOut:
+        return {QStringLiteral("Transport"), -1001, failure.description};
+    case Kind::Network:
+        break;
+    }
+    return {QStringLiteral("Transport"), -1, failure.description};
+}
+
+bool isSuccess(int status) {
+    return status >= 200 && status <= 299;
+}
+
+} // namespace
+
+QString SyncFailure::description() const {
+    return QStringLiteral("Error Domain=%1 Code=%2 \"%3\"").arg(domain, QString::number(code), message);
+}
+
+SyncReply syncReply(const HttpOutcome &outcome) {
+    if (!outcome)
+        return failed(failureOf(outcome.error()));
+    if (!isSuccess(outcome->status)) {
+        const auto message = errorMemberOf(*outcome);
+        return failed(SyncFailure{kDomain, outcome->status,
+                                  message.value_or(QStringLiteral("HTTP %1").arg(outcome->status))});
+    }
+    return SyncBody{outcome->body, json::object(outcome->body).value_or(QJsonObject())};
+}
+
+SyncExchange::SyncExchange(ServiceOrigin origin, const Collaborators &collaborators)
+    : m_origin(std::move(origin)), m_with(collaborators) {}
+
+void SyncExchange::onWorker(std::function<void()> task) {
+    m_with.worker.start(std::move(task));
+}
+
+void SyncExchange::waitForWorker() {
+    m_with.worker.waitForDone();
+}
+
+void SyncExchange::onMain(std::function<void()> task) {
+    m_with.queue.post(m_lifetime.guard(std::move(task)));
+}
+
+std::optional<QString> SyncExchange::token() {
+    return m_with.tokens.authToken();
+}
+
+void SyncExchange::send(RequestKind kind, const QString &token, std::optional<QByteArray> body,
+                        Answer answer) {
+    m_with.http.send(
+        serviceRequest(kind, m_origin, {token, {}, {}}, {std::move(body)}),
+        [&queue = m_with.queue, answer = m_lifetime.guard(std::move(answer))](const HttpOutcome &outcome) {
+            queue.post([answer, reply = syncReply(outcome)]() mutable { answer(reply); });
+        });
+}
+
+} // namespace velmo

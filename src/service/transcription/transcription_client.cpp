@@ -1,0 +1,121 @@
+#include "service/transcription/transcription_client.h"
+
+#include "base/characters.h"
+#include "base/json.h"
+#include "base/log.h"
+#include "service/http/http_client.h"
+#include "service/transcription/multipart_body.h"
+#include "service/wire/service_reply.h"
+#include "service/wire/session_interfaces.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace velmo {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A WAVE file below this holds less than 0.03 s of sound.
+constexpr qint64 kSmallestRecording = 1000;
+/// More than two hours of our own recordings, and more than services take. A body is held in memory, where what is
+/// larger may not fit.
+constexpr qint64 kLargestRecording = 256LL * 1024 * 1024;
+constexpr qint64 kKilobyte = 1024;
+constexpr qsizetype kLoggedCharacters = 50;
+
+using OpenRecording = Result<std::shared_ptr<QFile>, TranscriptionError>;
+
+/// Opened before the caller goes on: from here the file may be removed at any time.
+OpenRecording openRecording(const QString &path) {
+    const QFileInfo info(path);
+    if (!info.exists())
+        return failed(TranscriptionError::fileNotFound());
+    if (info.size() < kSmallestRecording) {
+        log(LogTag::Tx, QStringLiteral("File too small: %1 bytes").arg(info.size()));
+        return failed(TranscriptionError::fileTooSmall());
+    }
+    log(LogTag::Tx, QStringLiteral("File size: %1 bytes").arg(info.size()));
+    if (info.size() > kLargestRecording)
+        return failed(
+            TranscriptionError::networkError(QStringLiteral("The recording is too large to upload.")));
+    auto file = std::make_shared<QFile>(path);
+    if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return failed(TranscriptionError::fileNotFound());
+    return file;
+}
+
+void logUpload(const QString &path, qsizetype bodySize) {
+    log(LogTag::Latency, QStringLiteral("Uploading %1KB audio (%2KB total) to Whisper")
+                             .arg(QFileInfo(path).size() / kKilobyte)
+                             .arg(bodySize / kKilobyte));
+}
+
+TranscriptionResult transcriptOf(const QJsonObject &reply) {
+    const auto text = json::string(reply, QLatin1StringView("text"));
+    if (!text)
+        return failed(TranscriptionError::invalidResponse());
+    const auto language = json::string(reply, QLatin1StringView("detectedLanguage"));
+    log(LogTag::Tx, QStringLiteral("Success: %1... (lang: %2)")
+                        .arg(firstCharacters(*text, kLoggedCharacters),
+                             language ? QStringView(*language) : QStringView(u"nil")));
+    return Transcript{*text, language};
+}
+
+TranscriptionResult resultOf(const HttpOutcome &outcome, Clock::time_point sent) {
+    const std::chrono::duration<double, std::milli> elapsed = Clock::now() - sent;
+    log(LogTag::Latency, QStringLiteral("Whisper upload+response: %1ms").arg(fixed(elapsed.count(), 0)));
+    return objectOf(outcome).and_then(transcriptOf);
+}
+
+} // namespace
+
+TranscriptionClient::TranscriptionClient(ServiceOrigin origin, HttpClient &http, TokenSource &tokens,
+                                         Preferences &preferences, std::optional<HttpLimits> limits)
+    : m_origin(std::move(origin)),
+      m_http(http),
+      m_tokens(tokens),
+      m_preferences(preferences),
+      m_limits(limits) {
+    m_worker.setMaxThreadCount(1);
+}
+
+void TranscriptionClient::prepare() {
+    m_tokens.prepareToken();
+    if (!m_origin.isThisMachine())
+        m_http.warm(m_origin.baseURL());
+}
+
+void TranscriptionClient::transcribe(const QString &path, const TranscriptionSettings &settings,
+                                     Completion completion) {
+    const OpenRecording file = openRecording(path);
+    if (!file) {
+        completion(failed(file.error()));
+        return;
+    }
+    m_worker.start([this, file = *file, settings, completion = std::move(completion)] {
+        upload(*file, settings, completion);
+    });
+}
+
+void TranscriptionClient::upload(QFile &file, const TranscriptionSettings &settings,
+                                 const Completion &completion) {
+    const RequestSender sender = senderOfUpload(m_tokens, m_preferences);
+    const QByteArray boundary = newBoundary();
+    auto body = multipartBody(boundary, file.fileName(), file, settings);
+    if (!body) {
+        completion(failed(TranscriptionError::fileNotFound()));
+        return;
+    }
+    logUpload(file.fileName(), body->size());
+    HttpRequest request = serviceRequest(RequestKind::Transcription, m_origin, sender,
+                                         {std::move(body), multipartContentType(boundary)});
+    request.limits = m_limits.value_or(request.limits);
+    // The client may be gone when the outcome comes: the completion needs nothing of it.
+    m_http.send(std::move(request), [completion, sent = Clock::now()](const HttpOutcome &outcome) {
+        completion(resultOf(outcome, sent));
+    });
+}
+
+} // namespace velmo

@@ -1,0 +1,372 @@
+#include "service/transcription/transcription_client.h"
+
+#include "service/http/fake_lookup.h"
+#include "service/http/http_client.h"
+#include "service/transcription/multipart_body.h"
+#include "service/wire/session_interfaces.h"
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "support/completion_probe.h"
+#include "support/log_capture.h"
+#include "support/scripted_server.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace velmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+using testing::CompletionProbe;
+using testing::Reaction;
+using testing::ScriptedServer;
+using Then = Reaction::Then;
+using Case = TranscriptionError::Case;
+
+const QByteArray kPath = "/api/transcribe";
+
+class FixedToken final : public TokenSource {
+public:
+    [[nodiscard]] std::optional<QString> authToken() override {
+        thread = std::this_thread::get_id();
+        return token;
+    }
+    void prepareToken() override { ++prepared; }
+
+    std::optional<QString> token;
+    std::thread::id thread;
+    int prepared = 0;
+};
+
+class TranscriptionClientTest : public ::testing::Test {
+protected:
+    TranscriptionClientTest() {
+        preferences.set(keys::deviceId, QStringLiteral("3f1c2b9e-8d47-4a0e-9b51-6c2d7e8f9a10"));
+    }
+
+    /// A file of that many bytes, none like its neighbour.
+    [[nodiscard]] QString recording(qsizetype size, const QString &name = QStringLiteral("a.wav")) const {
+        QString path = directory.filePath(name);
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes(size));
+        return path;
+    }
+
+    [[nodiscard]] static QByteArray bytes(qsizetype size) {
+        QByteArray made(size, '\0');
+        for (qsizetype i = 0; i < size; ++i)
+            made[i] = static_cast<char>(i * 7);
+        return made;
+    }
+
+    [[nodiscard]] static ServiceOrigin originAt(const QString &text) { return *ServiceOrigin::parse(text); }
+
+    TranscriptionResult transcribe(const QString &path,
+                                   const std::optional<ServiceOrigin> &origin = std::nullopt) {
+        CompletionProbe<TranscriptionResult> probe;
+        {
+            HttpClient http;
+            TranscriptionClient client(origin.value_or(originAt(server.origin())), http, token, preferences,
+                                       HttpLimits{800ms, 300ms});
+            client.transcribe(path, settings, probe.callback());
+            static_cast<void>(probe.outcome());
+        }
+        EXPECT_EQ(probe.calls(), 1);
+        EXPECT_NE(token.thread, std::this_thread::get_id());
+        return probe.outcome();
+    }
+
+    /// The lines, with the only figure that is never the same twice left out.
+    [[nodiscard]] QStringList lines() const {
+        return log.lines().replaceInStrings(QRegularExpression(QStringLiteral("response: \\d+ms$")),
+                                            QStringLiteral("response: …ms"));
+    }
+
+    QTemporaryDir directory;
+    ScriptedServer server;
+    FixedToken token;
+    MemoryPreferences preferences;
+    TranscriptionSettings settings{QStringLiteral("no"), QStringLiteral("no, sv ,da"), {}};
+    testing::LogCapture log;
+};
+
+TEST_F(TranscriptionClientTest, SendsExactlyTheseBytes) {
+    token.token = QStringLiteral("t0ken");
+    preferences.set(keys::selectedMode, QStringLiteral("formal"));
+    settings.prompt = QStringLiteral("Bjørn, Oslo, fjord");
+    server.answer(kPath, 200, "{\"text\":\" Hei på deg. \",\"detectedLanguage\":\"no\",\"more\":1}");
+
+    const TranscriptionResult result = transcribe(recording(2048, QStringLiteral("tale.WAV")));
+
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->text, QStringLiteral(" Hei på deg. "));
+    EXPECT_EQ(result->detectedLanguage, QStringLiteral("no"));
+
+    ASSERT_EQ(server.requests().size(), 1U);
+    const testing::ReceivedRequest request = server.requests().front();
+    const QByteArray type = *request.header("Content-Type");
+    const QByteArray boundary = type.sliced(type.indexOf('=') + 1);
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^Boundary-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"))
+                    .match(QString::fromLatin1(boundary))
+                    .hasMatch());
+    EXPECT_EQ(request.head, "POST /api/transcribe HTTP/1.1\r\n"
+                            "Host: " +
+                                server.origin().sliced(7).toUtf8() +
+                                "\r\n"
+                                "User-Agent: Velmo/1.0.0\r\n"
+                                "Content-Type: multipart/form-data; boundary=" +
+                                boundary +
+                                "\r\n"
+                                "Authorization: Bearer t0ken\r\n"
+                                "X-Device-Id: 3f1c2b9e-8d47-4a0e-9b51-6c2d7e8f9a10\r\n"
+                                "X-Mode: formal\r\n"
+                                "X-App-Version: 1.0.0\r\n"
+                                "X-Source: mac\r\n"
+                                "Content-Length: " +
+                                QByteArray::number(request.body.size()) + "\r\n");
+    const QByteArray expected =
+        "--B\r\nContent-Disposition: form-data; name=\"audio\"; filename=\"recording.wav\"\r\n"
+        "Content-Type: audio/wav\r\n\r\n" +
+        bytes(2048) +
+        "\r\n--B\r\nContent-Disposition: form-data; name=\"prompt\"\r\n\r\nBj\xc3\xb8rn, Oslo, fjord"
+        "\r\n--B\r\nContent-Disposition: form-data; name=\"language\"\r\n\r\nno"
+        "\r\n--B\r\nContent-Disposition: form-data; name=\"languages\"\r\n\r\n[\"no\",\"sv\",\"da\"]"
+        "\r\n--B\r\nContent-Disposition: form-data; name=\"source\"\r\n\r\nmac"
+        "\r\n--B--\r\n";
+    EXPECT_EQ(QByteArray(request.body).replace("--" + boundary, "--B"), expected);
+
+    EXPECT_EQ(lines(), (QStringList{
+                           QStringLiteral("🎙️ [Tx] File size: 2048 bytes"),
+                           QStringLiteral("⏱️ [Latency] Uploading 2KB audio (2KB total) to Whisper"),
+                           QStringLiteral("⏱️ [Latency] Whisper upload+response: …ms"),
+                           QStringLiteral("🎙️ [Tx] Success:  Hei på deg. ... (lang: no)"),
+                       }));
+}
+
+TEST_F(TranscriptionClientTest, SaysLittleForSomebodyWithoutASession) {
+    settings.prompt = QString();
+    server.answer(kPath, 200,
+                  "{\"text\":\"" + QByteArray("e\xcc\x81").repeated(51) + "\",\"detectedLanguage\":7}");
+    const TranscriptionResult result = transcribe(recording(1000, QStringLiteral("a.caf")));
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->detectedLanguage, std::nullopt);
+    const testing::ReceivedRequest request = server.requests().front();
+    EXPECT_EQ(request.header("Authorization"), std::nullopt);
+    EXPECT_EQ(request.header("X-Mode"), "accurate");
+    EXPECT_FALSE(request.body.contains("prompt"));
+    EXPECT_TRUE(request.body.contains("filename=\"recording.caf\"\r\nContent-Type: audio/m4a\r\n"));
+    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Tx] Success: %1... (lang: nil)")
+                                      .arg(QStringLiteral("e\u0301").repeated(50)));
+}
+
+TEST_F(TranscriptionClientTest, CompletesLocalFailuresAtOnce) {
+    HttpClient http;
+    TranscriptionClient client(originAt(server.origin()), http, token, preferences);
+    // A folder passes for a file until it is opened; its size grows with its entries.
+    const QString folder = directory.filePath(QStringLiteral("folder.wav"));
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(QDir().mkpath(folder + QStringLiteral("/entry%1").arg(i)));
+    const QString folderSize = QString::number(QFileInfo(folder).size());
+    const QString film = recording(0, QStringLiteral("film.m4a"));
+    ASSERT_TRUE(QFile::resize(film, 268'435'457));
+    struct Row {
+        QString path;
+        Case which;
+        QStringList lines;
+    };
+    const std::vector<Row> rows = {
+        {directory.filePath(QStringLiteral("missing.wav")), Case::fileNotFound, {}},
+        {recording(999), Case::fileTooSmall, {QStringLiteral("🎙️ [Tx] File too small: 999 bytes")}},
+        {folder, Case::fileNotFound, {QStringLiteral("🎙️ [Tx] File size: %1 bytes").arg(folderSize)}},
+        {film, Case::networkError, {QStringLiteral("🎙️ [Tx] File size: 268435457 bytes")}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.path.toStdString());
+        log.clear();
+        CompletionProbe<TranscriptionResult> probe;
+        client.transcribe(row.path, settings, probe.callback());
+        ASSERT_EQ(probe.calls(), 1);
+        EXPECT_EQ(probe.thread(), std::this_thread::get_id());
+        EXPECT_EQ(probe.outcome().error().which(), row.which);
+        EXPECT_EQ(log.lines(), row.lines);
+    }
+    EXPECT_EQ(server.connections(), 0);
+}
+
+struct Ending {
+    const char *name;
+    Reaction reaction;
+    Case which;
+    const char *message;
+};
+
+const std::vector<Ending> kEndings = {
+    {"ResetBeforeReply", {"", Then::Reset}, Case::networkError, "Network error: The connection was lost."},
+    {"ResetInsideReply",
+     {"HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{", Then::Reset},
+     Case::networkError,
+     "Network error: The connection was lost."},
+    {"Truncated",
+     {"HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"text\":\"hei\"}", Then::Close},
+     Case::networkError,
+     "Network error: The connection was lost."},
+    {"Stalled", {"", Then::Hold}, Case::timeout, "Request timed out"},
+    {"Trickling",
+     {"HTTP/1.1 200 OK\r\nContent-Length: 99999\r\n\r\n" + QByteArray(500, ' '), Then::Hold,
+      Reaction::Reads::All, 5ms},
+     Case::timeout,
+     "Request timed out"},
+    {"NotHttp", {"SSH-2.0-OpenSSH_9.2\r\n", Then::Close}, Case::invalidResponse, "Invalid server response"},
+    {"Huge",
+     {"HTTP/1.1 200 OK\r\n\r\n" + QByteArray(16777217, ' '), Then::Close},
+     Case::invalidResponse,
+     "Invalid server response"},
+    {"EmptyBody", testing::reply(200, ""), Case::invalidResponse, "Invalid server response"},
+    {"NotJson", testing::reply(200, "<html>"), Case::invalidResponse, "Invalid server response"},
+    {"NoObject", testing::reply(200, "[{\"text\":\"hei\"}]"), Case::invalidResponse,
+     "Invalid server response"},
+    {"TextMissing", testing::reply(200, "{\"Text\":\"hei\"}"), Case::invalidResponse,
+     "Invalid server response"},
+    {"TextIsANumber", testing::reply(200, "{\"text\":7}"), Case::invalidResponse, "Invalid server response"},
+    {"BrokenUtf8", testing::reply(200, "{\"text\":\"h\xff\"}"), Case::invalidResponse,
+     "Invalid server response"},
+    {"OtherSuccess", testing::reply(201, "{\"text\":\"hei\"}"), Case::serverError,
+     "Server error 201: unknown"},
+    {"NoContent", {"HTTP/1.1 204 No Content\r\n\r\n"}, Case::serverError, "Server error 204: unknown"},
+    {"Redirect",
+     {"HTTP/1.1 308 Elsewhere\r\nLocation: /api/transcribe\r\nContent-Length: 0\r\n\r\n"},
+     Case::serverError,
+     "Server error 308: unknown"},
+    {"Refused", testing::reply(401, "{\"error\":\"Signed out\"}"), Case::serverError,
+     "Server error 401: Signed out"},
+    {"ErrorIsNoString", testing::reply(500, "{\"error\":{}}"), Case::serverError,
+     "Server error 500: unknown"},
+    {"Gateway", testing::reply(502, "<html>", "text/html"), Case::serverError, "Server error 502: unknown"},
+};
+
+class UploadEnding : public TranscriptionClientTest, public ::testing::WithParamInterface<Ending> {};
+
+TEST_P(UploadEnding, IsReportedOnceAfterOneRequest) {
+    server.react(kPath, {GetParam().reaction});
+    const TranscriptionResult result = transcribe(recording(100'000));
+    ASSERT_FALSE(result) << result->text.toStdString();
+    EXPECT_EQ(result.error().which(), GetParam().which);
+    EXPECT_EQ(result.error().localizedDescription(), QString::fromUtf8(GetParam().message));
+    EXPECT_EQ(server.requests().size(), 1U);
+    EXPECT_EQ(server.connections(), 1);
+    EXPECT_EQ(lines(), (QStringList{
+                           QStringLiteral("🎙️ [Tx] File size: 100000 bytes"),
+                           QStringLiteral("⏱️ [Latency] Uploading 97KB audio (98KB total) to Whisper"),
+                           QStringLiteral("⏱️ [Latency] Whisper upload+response: …ms"),
+                       }));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, UploadEnding, ::testing::ValuesIn(kEndings),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+TEST_F(TranscriptionClientTest, SaysThatNobodyListens) {
+    const TranscriptionResult result =
+        transcribe(recording(1000), originAt(ScriptedServer::refusingOrigin()));
+    EXPECT_EQ(result.error().localizedDescription(),
+              QStringLiteral("Network error: Could not connect to the server."));
+}
+
+TEST_F(TranscriptionClientTest, CompletesOnceWhenItEndsUnderWay) {
+    server.react(kPath, {{"", Then::Hold}});
+    CompletionProbe<TranscriptionResult> underWay;
+    CompletionProbe<TranscriptionResult> hardlyBegun;
+    {
+        HttpClient http;
+        TranscriptionClient client(originAt(server.origin()), http, token, preferences);
+        client.transcribe(recording(1000), settings, underWay.callback());
+        server.waitForRequests(1);
+        client.transcribe(recording(1000), settings, hardlyBegun.callback());
+    }
+    for (const auto &probe : {underWay, hardlyBegun}) {
+        ASSERT_EQ(probe.calls(), 1);
+        EXPECT_EQ(probe.outcome().error().localizedDescription(),
+                  QStringLiteral("Network error: The connection was lost."));
+    }
+}
+
+TEST_F(TranscriptionClientTest, ReadsTheRecordingThoughItIsRemovedAtOnce) {
+    server.answer(kPath, 200, "{\"text\":\"hei\"}");
+    HttpClient http;
+    TranscriptionClient client(originAt(server.origin()), http, token, preferences);
+    const QString path = recording(100'000);
+    CompletionProbe<TranscriptionResult> probe;
+    client.transcribe(path, settings, probe.callback());
+    QFile::remove(path);
+    EXPECT_TRUE(probe.outcome());
+    EXPECT_TRUE(server.requests().front().body.contains(bytes(100'000)));
+}
+
+TEST_F(TranscriptionClientTest, OpensAConnectionAheadUnlessTheServiceIsOnThisMachine) {
+    HttpClient http;
+    TranscriptionClient local(originAt(server.origin()), http, token, preferences);
+    local.prepare();
+    server.answer(kPath, 200, "{\"text\":\"hei\"}");
+    CompletionProbe<TranscriptionResult> probe;
+    local.transcribe(recording(1000), settings, probe.callback());
+    EXPECT_TRUE(probe.outcome());
+    EXPECT_EQ(server.connections(), 1);
+    EXPECT_EQ(server.requests().size(), 1U);
+
+    // By its name this host is another machine.
+    const QString port = server.origin().section(u':', -1);
+    TranscriptionClient remote(originAt(QStringLiteral("https://here.velmo.example:") + port), http, token,
+                               preferences);
+    remote.prepare();
+    server.waitForConnections(2);
+    EXPECT_EQ(token.prepared, 2);
+}
+
+TEST(MultipartBody, WritesTheSelectedLanguagesAsTheyAre) {
+    struct Row {
+        const char *stored;
+        const char *json;
+    };
+    const std::array rows = {
+        Row{"no,sv,da,fi,en", "[\"no\",\"sv\",\"da\",\"fi\",\"en\"]"},
+        Row{"no, sv\t,\u00a0da\u3000", "[\"no\",\"sv\",\"da\"]"},
+        Row{"no,,sv,", "[\"no\",\"\",\"sv\",\"\"]"},
+        Row{"", "[\"\"]"},
+        Row{"no\n", "[\"no\\n\"]"},
+        Row{"n\"o", "[\"n\\\"o\"]"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(languagesJson(QString::fromUtf8(row.stored)), row.json);
+}
+
+TEST(MultipartBody, NamesTheFileByItsExtension) {
+    struct Row {
+        const char *path;
+        QByteArray name;
+        QByteArray type;
+    };
+    const std::array rows = {
+        Row{"/tmp/a.b.Wav", "recording.wav", "audio/wav"},
+        Row{"/tmp/a.waV2", "recording.wav2", "audio/m4a"},
+        Row{"/tmp/dir.wav/speech", "recording.", "audio/m4a"},
+        Row{"/tmp/a.w\"a\r\nv", "recording.w%22a%0D%0Av", "audio/m4a"},
+    };
+    for (const Row &row : rows) {
+        QBuffer silence;
+        ASSERT_TRUE(silence.open(QIODevice::ReadOnly));
+        const auto body = multipartBody("B", QString::fromUtf8(row.path), silence, {});
+        ASSERT_TRUE(body);
+        EXPECT_TRUE(body->startsWith("--B\r\nContent-Disposition: form-data; name=\"audio\"; filename=\"" +
+                                     row.name + "\"\r\nContent-Type: " + row.type + "\r\n\r\n\r\n--B\r\n"))
+            << body->constData();
+    }
+}
+
+} // namespace
+
+} // namespace velmo

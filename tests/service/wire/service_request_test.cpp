@@ -1,0 +1,109 @@
+#include "service/wire/service_request.h"
+
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "support/nobody_signed_in.h"
+
+#include <QRegularExpression>
+#include <array>
+#include <gtest/gtest.h>
+
+namespace velmo {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr const char *kClient = "Content-Type: application/json|Authorization: Bearer t0ken|X-Device-Id: "
+                                "3f1c|X-App-Version: 1.0.0|X-Source: mac";
+constexpr const char *kAccount = "Authorization: Bearer t0ken|Content-Type: application/json";
+
+QByteArray joined(const HttpHeaders &headers) {
+    QByteArrayList lines;
+    for (const auto &[name, value] : headers)
+        lines.append(name + ": " + value);
+    return lines.join('|');
+}
+
+const ServiceOrigin &origin() {
+    static const ServiceOrigin origin = *ServiceOrigin::parse(QStringLiteral("https://velmo.example/"));
+    return origin;
+}
+
+TEST(ServiceRequest, FollowsTheTableOfRequests) {
+    struct Row {
+        RequestKind kind;
+        QByteArray line;
+        HttpLimits limits;
+        QByteArray headers;
+    };
+    using enum RequestKind;
+    const std::vector<Row> rows = {
+        {Transcription,
+         "POST /api/transcribe",
+         {35s, 30s},
+         "Content-Type: application/json|Authorization: Bearer t0ken|X-Device-Id: 3f1c|X-Mode: "
+         "formal|X-App-Version: 1.0.0|X-Source: mac"},
+        {ModeProcessing, "POST /api/process", {15s, {}}, kClient},
+        {BokmalNormalisation, "POST /api/normalize-bokmal", {3s, {}}, kClient},
+        {DictionaryPull, "GET /api/sync/dictionary", {60s, {}}, kAccount},
+        {DictionaryPush, "PUT /api/sync/dictionary", {60s, {}}, kAccount},
+        {SnippetsPull, "GET /api/sync/snippets", {60s, {}}, kAccount},
+        {SnippetsPush, "PUT /api/sync/snippets", {60s, {}}, kAccount},
+        {StatisticsPull, "GET /api/sync/stats", {60s, {}}, kAccount},
+        {StatisticsPush, "PUT /api/sync/stats", {60s, {}}, kAccount},
+        {StatisticsIncrement, "POST /api/sync/stats/increment", {60s, {}}, kAccount},
+        {TokenExchange, "POST /api/auth/apple", {15s, {}}, "Content-Type: application/json"},
+        {AccountRefresh, "POST /api/auth/me", {60s, {}}, kAccount},
+    };
+    const RequestSender sender{QStringLiteral("t0ken"), QStringLiteral("3f1c"), QStringLiteral("formal")};
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.line.constData());
+        const HttpRequest request = serviceRequest(row.kind, origin(), sender, {"{}"});
+        EXPECT_EQ(request.method + ' ' + request.url.toUtf8().sliced(21), row.line);
+        EXPECT_TRUE(request.url.startsWith(QStringLiteral("https://velmo.example/api/")));
+        EXPECT_EQ(request.limits.whole, row.limits.whole);
+        EXPECT_EQ(request.limits.idle, row.limits.idle);
+        EXPECT_EQ(joined(request.headers), row.headers);
+        EXPECT_EQ(request.body, "{}");
+    }
+}
+
+TEST(ServiceRequest, LeavesOutWhatTheSenderDoesNotHave) {
+    const RequestSender nobody{{}, {}, QStringLiteral("accurate")};
+    EXPECT_EQ(joined(serviceRequest(RequestKind::ModeProcessing, origin(), nobody, {}).headers),
+              "Content-Type: application/json|X-App-Version: 1.0.0|X-Source: mac");
+}
+
+TEST(RequestSender, GetsItsDeviceIdentifierFromTheFirstUploadOnly) {
+    NobodySignedIn nobody;
+    MemoryPreferences preferences;
+    EXPECT_EQ(senderOfText(nobody, preferences).deviceId, std::nullopt);
+    const QString made = *senderOfUpload(nobody, preferences).deviceId;
+    EXPECT_TRUE(QRegularExpression(
+                    QStringLiteral("^[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$"))
+                    .match(made)
+                    .hasMatch())
+        << made.toStdString();
+    EXPECT_EQ(senderOfUpload(nobody, preferences).deviceId, made);
+    EXPECT_EQ(senderOfText(nobody, preferences).deviceId, made);
+
+    for (const PreferenceValue &unusable : {PreferenceValue(QString()), PreferenceValue(qint64{7})}) {
+        preferences.set(keys::deviceId, unusable);
+        const QString renewed = *senderOfUpload(nobody, preferences).deviceId;
+        EXPECT_NE(renewed, made);
+        EXPECT_EQ(preferences.string(keys::deviceId), renewed);
+    }
+}
+
+TEST(RequestSender, NamesTheSelectedMode) {
+    NobodySignedIn nobody;
+    MemoryPreferences preferences;
+    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, QStringLiteral("accurate"));
+    preferences.set(keys::selectedMode, QStringLiteral("formal"));
+    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, QStringLiteral("formal"));
+}
+
+} // namespace
+
+} // namespace velmo
