@@ -3,7 +3,7 @@
 #include "dictation/recording_writer.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/pulse/microphone.h"
-#include "platform/linux/sndfile_recording_files.h"
+#include "platform/linux/sndfile/sndfile_recording_files.h"
 #include "support/pulse_server.h"
 #include "support/wait_until.h"
 

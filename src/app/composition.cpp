@@ -5,7 +5,7 @@
 #include "platform/linux/dbus/session_bus.h"
 #include "platform/linux/inotify/inotify_folder_watch.h"
 #include "platform/linux/secret_service/secret_service_keychain.h"
-#include "platform/linux/sndfile_audio_length.h"
+#include "platform/linux/sndfile/sndfile_audio_length.h"
 #include "platform/linux/xdg/browser_authentication.h"
 #include "platform/linux/xdg/url_scheme_handler.h"
 #include "platform/linux/xdg/xdg_url_opener.h"

@@ -3,7 +3,7 @@
 #include "dictation/recording_paths.h"
 #include "dictation/recording_writer.h"
 #include "fake_microphone.h"
-#include "platform/linux/sndfile_recording_files.h"
+#include "platform/linux/sndfile/sndfile_recording_files.h"
 #include "support/log_capture.h"
 #include "support/manual_main_queue.h"
 #include "support/small_disk.h"

@@ -3,7 +3,7 @@
 #include "base/qt_main_queue.h"
 #include "dictation/audio_recorder.h"
 #include "platform/linux/pulse/connection.h"
-#include "platform/linux/sndfile_recording_files.h"
+#include "platform/linux/sndfile/sndfile_recording_files.h"
 #include "support/log_capture.h"
 #include "support/pulse_server.h"
 #include "support/wait_until.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/sndfile_audio_length.h"
+#include "platform/linux/sndfile/sndfile_audio_length.h"
 
 #include <QFile>
 #include <QFileInfo>

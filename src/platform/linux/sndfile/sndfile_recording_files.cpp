@@ -1,4 +1,4 @@
-#include "platform/linux/sndfile_recording_files.h"
+#include "platform/linux/sndfile/sndfile_recording_files.h"
 
 #include <QByteArray>
 #include <QFile>
