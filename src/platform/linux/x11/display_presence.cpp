@@ -1,6 +1,6 @@
 #include "platform/linux/x11/display_presence.h"
 
-#include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/server/connection.h"
 
 namespace velmo {
 

@@ -1,14 +1,14 @@
 #include "platform/linux/x11/x11_input.h"
 
-#include "platform/linux/x11/accessibility.h"
-#include "platform/linux/x11/active_application.h"
-#include "platform/linux/x11/animation_setting.h"
-#include "platform/linux/x11/dock_windows.h"
-#include "platform/linux/x11/hotkey.h"
-#include "platform/linux/x11/keyboard_keys.h"
-#include "platform/linux/x11/mouse_monitor.h"
-#include "platform/linux/x11/trigger_tap.h"
-#include "platform/linux/x11/unmanaged_windows.h"
+#include "platform/linux/x11/desktop/active_application.h"
+#include "platform/linux/x11/desktop/animation_setting.h"
+#include "platform/linux/x11/desktop/dock_windows.h"
+#include "platform/linux/x11/desktop/mouse_monitor.h"
+#include "platform/linux/x11/desktop/unmanaged_windows.h"
+#include "platform/linux/x11/keys/accessibility.h"
+#include "platform/linux/x11/keys/hotkey.h"
+#include "platform/linux/x11/keys/keyboard_keys.h"
+#include "platform/linux/x11/keys/trigger_tap.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,8 +1,8 @@
 #include "platform/linux/x11/x11_insertion.h"
 
-#include "platform/linux/x11/x11_clipboard.h"
-#include "platform/linux/x11/x11_focused_window.h"
-#include "platform/linux/x11/x11_key_injector.h"
+#include "platform/linux/x11/insertion/clipboard.h"
+#include "platform/linux/x11/insertion/focused_window.h"
+#include "platform/linux/x11/insertion/key_injector.h"
 
 #include <xcb/xfixes.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/connection.h"
+#include "platform/linux/x11/server/connection.h"
 
 #include <QPoint>
 #include <QStringList>

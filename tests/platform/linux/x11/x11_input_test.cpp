@@ -1,7 +1,7 @@
 #include "platform/linux/x11/x11_input.h"
 
 #include "key_stage.h"
-#include "platform/linux/x11/accessibility.h"
+#include "platform/linux/x11/keys/accessibility.h"
 #include "support/manual_main_queue.h"
 #include "support/xvfb.h"
 

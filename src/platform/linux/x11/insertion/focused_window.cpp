@@ -1,0 +1,75 @@
+#include "platform/linux/x11/insertion/focused_window.h"
+
+#include <QByteArrayList>
+
+namespace velmo::x11 {
+
+void X11FocusedWindow::find(std::function<void(std::optional<FocusedWindow>)> done) {
+    m_loop.post([this, done = std::move(done)] { m_queue.post([done, found = findNow()] { done(found); }); });
+}
+
+std::optional<FocusedWindow> X11FocusedWindow::findNow() const {
+    const xcb_window_t window = windowWithFocus();
+    if (window == XCB_WINDOW_NONE)
+        return std::nullopt;
+    return FocusedWindow{m_connection.clientOf(window), classOf(window)};
+}
+
+xcb_window_t X11FocusedWindow::windowWithFocus() const {
+    xcb_connection_t *xcb = m_connection.xcb();
+    const Owned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+    if (!reply)
+        return XCB_WINDOW_NONE;
+    if (reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT)
+        return windowUnderPointer();
+    return reply->focus;
+}
+
+/// The innermost one; without a window manager keys go there.
+xcb_window_t X11FocusedWindow::windowUnderPointer() const {
+    xcb_connection_t *xcb = m_connection.xcb();
+    xcb_window_t found = XCB_WINDOW_NONE;
+    for (xcb_window_t window = m_connection.root(); window != XCB_WINDOW_NONE;) {
+        const Owned<xcb_query_pointer_reply_t> reply(
+            xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, window), nullptr));
+        window = reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
+        if (window != XCB_WINDOW_NONE)
+            found = window;
+    }
+    return found;
+}
+
+/// The focus may be on a part of the window; the class is on the whole.
+QString X11FocusedWindow::classOf(xcb_window_t window) const {
+    while (window != XCB_WINDOW_NONE && window != m_connection.root()) {
+        const QString found = ownClassOf(window);
+        if (!found.isEmpty())
+            return found;
+        window = parentOf(window);
+    }
+    return {};
+}
+
+/// WM_CLASS holds two names, each ended by NUL: of the instance and of the class (ICCCM 4.1.2.5).
+QString X11FocusedWindow::ownClassOf(xcb_window_t window) const {
+    constexpr uint32_t kLongest = 256; // units of four bytes
+    xcb_connection_t *xcb = m_connection.xcb();
+    const auto cookie =
+        xcb_get_property(xcb, /*delete=*/0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kLongest);
+    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
+    if (!reply)
+        return {};
+    const QByteArray names(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                           xcb_get_property_value_length(reply.get()));
+    return QString::fromLatin1(names.split('\0').value(1));
+}
+
+xcb_window_t X11FocusedWindow::parentOf(xcb_window_t window) const {
+    xcb_connection_t *xcb = m_connection.xcb();
+    const Owned<xcb_query_tree_reply_t> reply(
+        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, window), nullptr));
+    return reply ? reply->parent : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+} // namespace velmo::x11
