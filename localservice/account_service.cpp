@@ -1,10 +1,10 @@
 #include "localservice/account_service.h"
 
-#include "localservice/account_endpoints.h"
-#include "localservice/authorize_endpoints.h"
-#include "localservice/dictionary_endpoints.h"
-#include "localservice/snippet_endpoints.h"
-#include "localservice/statistics_endpoints.h"
+#include "localservice/account/account_endpoints.h"
+#include "localservice/account/authorize_endpoints.h"
+#include "localservice/sync/dictionary_endpoints.h"
+#include "localservice/sync/snippet_endpoints.h"
+#include "localservice/sync/statistics_endpoints.h"
 
 namespace velmo::localservice {
 

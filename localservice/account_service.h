@@ -1,6 +1,6 @@
 #pragma once
 
-#include "localservice/accounts.h"
+#include "localservice/account/accounts.h"
 
 namespace velmo::localservice {
 

@@ -1,6 +1,6 @@
 #include "localservice/options.h"
 
-#include "localservice/openai_server.h"
+#include "localservice/http/openai_server.h"
 
 #include <QCommandLineParser>
 #include <QDir>

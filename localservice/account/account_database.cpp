@@ -1,0 +1,83 @@
+#include "localservice/account/account_database.h"
+
+#include "localservice/account/account_schema.h"
+
+#include <QDir>
+#include <QFile>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace velmo::localservice {
+
+namespace {
+
+constexpr mode_t kPrivateFile = 0600;
+constexpr mode_t kPrivateDirectory = 0700;
+
+/// For other processes with the same directory; their transactions are as short as ours.
+constexpr std::chrono::milliseconds kPatience{5000};
+
+SqliteCode codeOfErrno() {
+    return errno == ENOSPC || errno == EDQUOT ? SQLITE_FULL : SQLITE_CANTOPEN;
+}
+
+/// Makes the directory and those it needs; what exists stays as it is.
+void makeDirectories(const QString &path) {
+    if (QFile::exists(path))
+        return;
+    const qsizetype slash = path.lastIndexOf(u'/');
+    if (slash > 0)
+        makeDirectories(path.first(slash));
+    ::mkdir(QFile::encodeName(path).constData(), kPrivateDirectory);
+}
+
+} // namespace
+
+AccountDatabase::AccountDatabase(const QString &directory)
+    : m_directory(QDir::cleanPath(directory)),
+      m_file(QFile::encodeName(m_directory + QStringLiteral("/accounts.sqlite"))) {}
+
+SqliteCode AccountDatabase::open() {
+    if (m_connection && !m_connection->fileHasMoved())
+        return SQLITE_OK;
+    m_connection.reset();
+    if (const SqliteCode code = makeFile(); code != SQLITE_OK)
+        return code;
+    auto connection = SqliteConnection::open(m_file, SqliteConnection::Access::ReadWrite, kPatience);
+    if (!connection)
+        return connection.error();
+    const SqliteCode code = prepareAccounts(*connection);
+    if (code == SQLITE_OK)
+        m_connection = std::move(*connection);
+    return code;
+}
+
+/// SQLite gives the files it keeps beside this one the same mode.
+SqliteCode AccountDatabase::makeFile() const {
+    makeDirectories(m_directory);
+    const int descriptor = ::open(m_file.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+        return SQLITE_OK;
+    }
+    if (errno != EEXIST)
+        return codeOfErrno();
+    ::chmod(m_file.constData(), kPrivateFile);
+    return SQLITE_OK;
+}
+
+Refusal AccountDatabase::refusalFor(SqliteCode code) {
+    m_connection.reset();
+    const QString reason = describe(code);
+    const QString line =
+        QStringLiteral("The account data in %1 cannot be used: %2\n").arg(m_directory, reason);
+    std::fputs(line.toLocal8Bit().constData(), stderr);
+    const bool isFull = (code & 0xff) == SQLITE_FULL;
+    return {isFull ? 507 : 503,
+            QStringLiteral("The account data of the service cannot be used: %1.").arg(reason)};
+}
+
+} // namespace velmo::localservice

@@ -1,0 +1,149 @@
+#include "localservice/account/sign_in_form.h"
+
+#include "base/characters.h"
+#include "localservice/account/person.h"
+#include "localservice/http/page.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velmo::localservice {
+
+namespace {
+
+constexpr QLatin1StringView kEmail("email");
+constexpr QLatin1StringView kGivenName("given_name");
+constexpr QLatin1StringView kFamilyName("family_name");
+
+struct Field {
+    QString name;
+    QString label;
+    QString attributes;
+    QString value;
+    std::optional<QString> fault;
+};
+
+QString hiddenInput(const QString &name, const QString &value) {
+    return QStringLiteral("<input type=\"hidden\" name=\"%1\" value=\"%2\">\n")
+        .arg(name, value.toHtmlEscaped());
+}
+
+QString faultAttributes(const Field &field) {
+    if (!field.fault)
+        return {};
+    return QStringLiteral(" aria-invalid=\"true\" aria-describedby=\"%1-error\"").arg(field.name);
+}
+
+QString faultLine(const Field &field) {
+    if (!field.fault)
+        return {};
+    return QStringLiteral("<p class=\"error\" id=\"%1-error\">%2</p>\n")
+        .arg(field.name, field.fault->toHtmlEscaped());
+}
+
+QString fieldHtml(const Field &field) {
+    return QStringLiteral("<div class=\"field\">\n<label for=\"%1\">%2</label>\n"
+                          "<input id=\"%1\" name=\"%1\" value=\"%3\" %4%5>\n%6</div>\n")
+        .arg(field.name, field.label, field.value.toHtmlEscaped(), field.attributes, faultAttributes(field),
+             faultLine(field));
+}
+
+/// The first field at fault gets the cursor, the first of all when there is none.
+void giveFocus(std::array<Field, 3> &fields) {
+    auto chosen = std::find_if(fields.begin(), fields.end(), [](const Field &field) { return field.fault; });
+    if (chosen == fields.end())
+        chosen = fields.begin();
+    chosen->attributes += QStringLiteral(" autofocus");
+}
+
+std::array<Field, 3> fieldsFor(const SignInEntry &entry, const SignInFaults &faults) {
+    std::array<Field, 3> fields = {
+        Field{kEmail, QStringLiteral("E-mail"),
+              QStringLiteral(
+                  "type=\"email\" autocomplete=\"email\" autocapitalize=\"none\" spellcheck=\"false\" "
+                  "required"),
+              entry.email, faults.email},
+        Field{kGivenName, QStringLiteral("First name"),
+              QStringLiteral("type=\"text\" autocomplete=\"given-name\" spellcheck=\"false\""),
+              entry.givenName, faults.givenName},
+        Field{kFamilyName, QStringLiteral("Last name (optional)"),
+              QStringLiteral("type=\"text\" autocomplete=\"family-name\" spellcheck=\"false\""),
+              entry.familyName, faults.familyName}};
+    giveFocus(fields);
+    return fields;
+}
+
+// The browser's own checks are off: its bubbles vanish, and say nothing about the fields beside the first.
+constexpr const char *kForm = R"(<h1>Sign in to Velmo</h1>
+<p>This page belongs to your own local service. Your dictionary, snippets and statistics stay on this machine, and your e-mail
+address only tells accounts apart: there is no password, and no mail is sent.</p>
+<form method="post" action="/auth/authorize" novalidate>
+%1%2<fieldset>
+<legend>Your name, the first time you sign in</legend>
+<div class="names">
+%3%4</div>
+</fieldset>
+<button type="submit">Sign In</button>
+</form>)";
+
+constexpr const char *kContinue = R"(<h1>Continue in Velmo</h1>
+<p>You sign in as <strong>%1</strong>.</p>
+<form method="post" action="%2">
+%3<button type="submit" autofocus>Open Velmo</button>
+</form>
+<p>If the browser asks, allow it to open Velmo. Then you can close this page. The button works once, within five
+minutes.</p>)";
+
+std::optional<QString> faultInName(const QString &part) {
+    if (isNamePart(part))
+        return std::nullopt;
+    return QStringLiteral("This name is too long, or has characters that cannot be shown.");
+}
+
+} // namespace
+
+SignInEntry signInEntry(const FormFields &fields) {
+    const auto entered = [&fields](QLatin1StringView name) { return trimmed(fields.value(name)).toString(); };
+    return {entered(kEmail), entered(kGivenName), entered(kFamilyName)};
+}
+
+SignInFaults faultsIn(const SignInEntry &entry) {
+    SignInFaults faults;
+    if (entry.email.isEmpty())
+        faults.email = QStringLiteral("Enter your e-mail address.");
+    else if (!isEmail(entry.email))
+        faults.email = QStringLiteral("Enter an e-mail address like kari@example.org.");
+    faults.givenName = faultInName(entry.givenName);
+    faults.familyName = faultInName(entry.familyName);
+    return faults;
+}
+
+SignInFaults missingName() {
+    SignInFaults faults;
+    faults.givenName = QStringLiteral("Enter your name: there is no account with this e-mail address yet.");
+    return faults;
+}
+
+Reply signInForm(const AuthorizationRequest &request, const SignInEntry &entry, const SignInFaults &faults) {
+    QString hidden;
+    for (const auto &[name, value] : fieldsOf(request))
+        hidden += hiddenInput(name, value);
+    QStringList fields;
+    for (const Field &field : fieldsFor(entry, faults))
+        fields.append(fieldHtml(field));
+    const QString content = QString::fromUtf8(kForm).arg(hidden, fields[0], fields[1], fields[2]);
+    if (faults.isEmpty())
+        return pageReply(200, QStringLiteral("Sign in – Velmo"), content);
+    return pageReply(422, QStringLiteral("Error: Sign in – Velmo"), content);
+}
+
+Reply continuePage(const SignInAnswer &answer, const QString &email) {
+    QString hidden = hiddenInput(QStringLiteral("id_token"), answer.idToken) +
+                     hiddenInput(QStringLiteral("state"), answer.state);
+    if (!answer.user.isEmpty())
+        hidden += hiddenInput(QStringLiteral("user"), answer.user);
+    return pageReply(200, QStringLiteral("Signed in – Velmo"),
+                     QString::fromUtf8(kContinue).arg(email.toHtmlEscaped(), QString(kCallbackPath), hidden));
+}
+
+} // namespace velmo::localservice

@@ -1,0 +1,32 @@
+#include "localservice/chat/rewrite_endpoint.h"
+
+#include "localservice/http/json_request.h"
+
+namespace velmo::localservice {
+
+namespace {
+
+Result<QString, Refusal> rewrite(const ChatClient *chat, const Rewriting &rewriting, const Request &request) {
+    if (!chat)
+        return failed(noChatServer());
+    const auto body = jsonObjectOf(request);
+    if (!body)
+        return failed(body.error());
+    const auto text = textMember(*body, QLatin1StringView("text"));
+    if (!text)
+        return failed(text.error());
+    const auto instruction = rewriting.instruction(*body);
+    if (!instruction)
+        return failed(instruction.error());
+    return chat->rewrite(*instruction, *text, rewriting.limit);
+}
+
+} // namespace
+
+Endpoint rewriteEndpoint(const ChatClient *chat, const Rewriting &rewriting) {
+    return {"POST", rewriting.path, [chat, rewriting](const Request &request) {
+                return textReply(rewrite(chat, rewriting, request));
+            }};
+}
+
+} // namespace velmo::localservice

@@ -1,0 +1,209 @@
+#include "localservice/http/multipart_form.h"
+
+#include "base/json.h"
+
+#include <QRegularExpression>
+#include <QStringDecoder>
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace velmo::localservice {
+
+namespace {
+
+using Fault = tl::unexpected<QString>;
+
+constexpr QByteArrayView kLineEnd = "\r\n";
+
+struct Part {
+    QByteArrayView head; ///< Its header lines, the last one's line end left out.
+    QByteArrayView content;
+    QString name;
+};
+
+/// The names in their order; the prompt may be left out.
+constexpr std::array<QLatin1StringView, 5> kOrder = {
+    QLatin1StringView("audio"), QLatin1StringView("prompt"), QLatin1StringView("language"),
+    QLatin1StringView("languages"), QLatin1StringView("source")};
+
+auto fault(const QString &sentence) {
+    return failed(sentence);
+}
+
+auto partFault(QStringView name, const QString &what) {
+    return failed(QStringLiteral("The part \"%1\" %2.").arg(name, what));
+}
+
+Result<QByteArray, QString> boundaryOf(const QByteArray &contentType) {
+    static const QRegularExpression form(QStringLiteral(
+        "\\Amultipart/form-data; boundary=(Boundary-[0-9A-F]{8}(?:-[0-9A-F]{4}){3}-[0-9A-F]{12})\\z"));
+    const auto match = form.match(QString::fromLatin1(contentType));
+    if (!match.hasMatch())
+        return fault(QStringLiteral("The Content-Type header is not \"multipart/form-data; boundary=\" and a "
+                                    "boundary of the form \"Boundary-\" and an upper-case UUID."));
+    return match.captured(1).toLatin1();
+}
+
+/// The name of a part from its header lines, or an empty one.
+QString nameIn(QByteArrayView head) {
+    static const QRegularExpression form(
+        QStringLiteral("\\AContent-Disposition: form-data; name=\"([^\"\\r\\n]*)\""));
+    return form.match(QString::fromUtf8(head)).captured(1);
+}
+
+Result<Part, QString> partFrom(QByteArrayView bytes) {
+    const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
+    if (headEnd < 0)
+        return fault(QStringLiteral("A part has no empty line between its headers and its content."));
+    Part part{bytes.first(headEnd), bytes.sliced(headEnd + 4), {}};
+    part.name = nameIn(part.head);
+    if (part.name.isEmpty())
+        return fault(
+            QStringLiteral("A part does not begin with a Content-Disposition header that names it."));
+    return part;
+}
+
+/// Cuts the body at its boundary lines.
+Result<std::vector<Part>, QString> partsOf(QByteArrayView body, const QByteArray &boundary) {
+    const QByteArray opening = "--" + boundary + "\r\n";
+    const QByteArray delimiter = "\r\n--" + boundary;
+    if (!body.startsWith(opening))
+        return fault(QStringLiteral("The body does not begin with the boundary of the Content-Type header."));
+
+    std::vector<Part> parts;
+    QByteArrayView rest = body.sliced(opening.size());
+    for (;;) {
+        const qsizetype end = rest.indexOf(delimiter);
+        if (end < 0)
+            return fault(QStringLiteral("The body does not end with the closing boundary."));
+        auto part = partFrom(rest.first(end));
+        if (!part)
+            return fault(part.error());
+        parts.push_back(*part);
+        rest = rest.sliced(end + delimiter.size());
+        if (rest == "--\r\n")
+            return parts;
+        if (!rest.startsWith(kLineEnd))
+            return fault(QStringLiteral("A boundary line is not ended as it should be."));
+        rest = rest.sliced(kLineEnd.size());
+    }
+}
+
+qsizetype countOf(const std::vector<Part> &parts, QStringView name) {
+    return std::count_if(parts.begin(), parts.end(), [name](const Part &part) { return part.name == name; });
+}
+
+/// Says which part is unknown, there twice, missing or out of its order.
+std::optional<QString> faultInOrder(const std::vector<Part> &parts) {
+    for (const Part &part : parts) {
+        if (std::find(kOrder.begin(), kOrder.end(), part.name) == kOrder.end())
+            return QStringLiteral("The part \"%1\" does not belong to an upload.").arg(part.name);
+    }
+    auto next = parts.begin();
+    for (const QLatin1StringView name : kOrder) {
+        const qsizetype count = countOf(parts, QString(name));
+        if (count > 1)
+            return QStringLiteral("The part \"%1\" is there more than once.").arg(name);
+        if (count == 0 && name != u"prompt")
+            return QStringLiteral("The part \"%1\" is missing.").arg(name);
+        if (count == 1 && (next++)->name != name)
+            return QStringLiteral("The part \"%1\" is out of its order (audio, prompt, language, languages, "
+                                  "source).")
+                .arg(name);
+    }
+    return std::nullopt;
+}
+
+/// The text of a part that has nothing but its name in its headers.
+Result<QString, QString> textOf(const Part &part) {
+    if (part.head != "Content-Disposition: form-data; name=\"" + part.name.toUtf8() + '"')
+        return partFault(part.name, QStringLiteral("has headers other than its name"));
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(part.content);
+    if (decoder.hasError())
+        return partFault(part.name, QStringLiteral("is not UTF-8"));
+    return text;
+}
+
+Result<QStringList, QString> languagesFrom(const QString &text) {
+    const auto array = json::array(text.toUtf8());
+    QStringList codes;
+    for (const auto &element : array.value_or(QJsonArray())) {
+        if (!element.isString())
+            return partFault(u"languages", QStringLiteral("is no JSON array of strings"));
+        codes.append(element.toString());
+    }
+    if (codes.isEmpty())
+        return partFault(u"languages", QStringLiteral("is no JSON array of strings"));
+    return codes;
+}
+
+/// Reads the headers of the audio part: file name and type, which both follow from the extension.
+std::optional<QString> readAudio(const Part &part, Upload &upload) {
+    static const QRegularExpression form(
+        QStringLiteral("\\AContent-Disposition: form-data; name=\"audio\"; filename=\"([^\"\\r\\n]*)\"\\r\\n"
+                       "Content-Type: ([^\\r\\n]*)\\z"));
+    const auto match = form.match(QString::fromUtf8(part.head));
+    if (!match.hasMatch())
+        return QStringLiteral("The part \"audio\" has headers other than its name, its filename and its "
+                              "Content-Type.");
+    upload.fileName = match.captured(1);
+    upload.contentType = match.captured(2).toUtf8();
+    upload.audio = part.content.toByteArray();
+
+    if (!upload.fileName.startsWith(u"recording.") || upload.fileName != upload.fileName.toLower())
+        return QStringLiteral("The filename of the part \"audio\" is not \"recording.\" and an extension in "
+                              "lower case.");
+    const QByteArray expected = upload.fileName == u"recording.wav" ? "audio/wav" : "audio/m4a";
+    if (upload.contentType != expected)
+        return QStringLiteral(
+                   "The Content-Type of the part \"audio\" is not \"%1\", as its filename asks for.")
+            .arg(QString::fromLatin1(expected));
+    return std::nullopt;
+}
+
+/// Reads one text part into its place.
+std::optional<QString> readText(const Part &part, Upload &upload) {
+    const auto text = textOf(part);
+    if (!text)
+        return text.error();
+    if (part.name == u"prompt") {
+        if (text->isEmpty())
+            return QStringLiteral("The part \"prompt\" is empty; without hint words it is left out.");
+        upload.prompt = *text;
+    } else if (part.name == u"language") {
+        upload.language = *text;
+    } else if (part.name == u"languages") {
+        auto codes = languagesFrom(*text);
+        if (!codes)
+            return codes.error();
+        upload.languages = *codes;
+    } else if (*text != u"mac") {
+        return QStringLiteral("The part \"source\" is not \"mac\".");
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteArray &body) {
+    const auto boundary = boundaryOf(contentType);
+    if (!boundary)
+        return fault(boundary.error());
+    const auto parts = partsOf(body, *boundary);
+    if (!parts)
+        return fault(parts.error());
+    if (const auto wrong = faultInOrder(*parts))
+        return fault(*wrong);
+
+    Upload upload;
+    for (const Part &part : *parts) {
+        const auto wrong = part.name == u"audio" ? readAudio(part, upload) : readText(part, upload);
+        if (wrong)
+            return fault(*wrong);
+    }
+    return upload;
+}
+
+} // namespace velmo::localservice

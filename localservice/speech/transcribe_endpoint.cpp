@@ -1,0 +1,44 @@
+#include "localservice/speech/transcribe_endpoint.h"
+
+#include <array>
+
+namespace velmo::localservice {
+
+namespace {
+
+/// The header at fault among those Velmo sends with every upload, in a sentence.
+std::optional<QString> faultInHeaders(const Request &request) {
+    for (const char *name : {"X-Device-Id", "X-Mode", "X-App-Version", "X-Source"}) {
+        if (request.header(name).value_or(QByteArray()).isEmpty())
+            return QStringLiteral("The header %1 is missing.").arg(QLatin1StringView(name));
+    }
+    if (request.header("X-Source") != "mac")
+        return QStringLiteral("The header X-Source is not \"mac\".");
+    return std::nullopt;
+}
+
+Reply transcriptReply(const Transcript &transcript) {
+    QJsonObject body{{QStringLiteral("text"), transcript.text}};
+    if (transcript.detectedLanguage)
+        body.insert(QStringLiteral("detectedLanguage"), *transcript.detectedLanguage);
+    return {200, body};
+}
+
+Reply transcribe(EnginePool &engines, const Request &request) {
+    if (const auto wrong = faultInHeaders(request))
+        return refusalReply({400, *wrong});
+    auto upload = parseUpload(request.header("Content-Type").value_or(QByteArray()), request.body);
+    if (!upload)
+        return refusalReply({400, upload.error()});
+    const auto outcome = engines.transcribe(std::move(*upload));
+    return outcome ? transcriptReply(*outcome) : refusalReply(outcome.error());
+}
+
+} // namespace
+
+Endpoint transcribeEndpoint(EnginePool &engines) {
+    return {"POST", "/api/transcribe",
+            [&engines](const Request &request) { return transcribe(engines, request); }};
+}
+
+} // namespace velmo::localservice
