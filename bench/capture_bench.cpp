@@ -1,6 +1,6 @@
 #include "base/qt_main_queue.h"
-#include "dictation/audio_recorder.h"
-#include "dictation/recording_writer.h"
+#include "dictation/capture/audio_recorder.h"
+#include "dictation/capture/recording_writer.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/pulse/microphone.h"
 #include "platform/linux/sndfile/sndfile_recording_files.h"

@@ -1,9 +1,9 @@
-#include "dictation/hint_prompt.h"
+#include "dictation/session/hint_prompt.h"
 
 #include "store/dictionary_words.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
-#include "text/hallucination_filter.h"
+#include "text/passes/hallucination_filter.h"
 
 #include <benchmark/benchmark.h>
 

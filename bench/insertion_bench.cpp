@@ -2,7 +2,7 @@
 // from the end of speech by the program that people run, beside the time in which a tool types the same text key by key.
 
 #include "base/qt_main_queue.h"
-#include "dictation/text_inserter.h"
+#include "dictation/insertion/text_inserter.h"
 #include "flow/running_velmo.h"
 #include "platform/linux/x11/x11_insertion.h"
 #include "support/real_editor.h"

@@ -2,9 +2,9 @@
 
 #include "app/user_interface.h"
 #include "base/log.h"
-#include "dictation/armed_capture.h"
-#include "dictation/hotkey_listener.h"
-#include "dictation/recording_manager.h"
+#include "dictation/capture/armed_capture.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"
 #include "platform/workspace.h"
 #include "service/wire/session_interfaces.h"

@@ -2,8 +2,8 @@
 
 #include "app/command.h"
 #include "app/session_outcomes.h"
-#include "dictation/hotkey_listener.h"
-#include "dictation/recording_manager.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/session/recording_manager.h"
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
 

@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "base/qt_main_queue.h"
+#include "dictation/processing/text_processor.h"
 #include "platform/linux/dbus/session_bus.h"
 #include "platform/linux/inotify/inotify_folder_watch.h"
 #include "platform/linux/secret_service/secret_service_keychain.h"
@@ -17,7 +18,6 @@
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "store/sqlite_preferences.h"
-#include "text/text_processor.h"
 
 #include <QCoreApplication>
 #include <QDir>

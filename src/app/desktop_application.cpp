@@ -9,7 +9,7 @@
 #include "app/output.h"
 #include "app/termination_signals.h"
 #include "base/log.h"
-#include "dictation/text_inserter.h"
+#include "dictation/insertion/text_inserter.h"
 
 #include <QCoreApplication>
 #include <unistd.h>

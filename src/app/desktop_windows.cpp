@@ -3,7 +3,7 @@
 #include "app/composition.h"
 #include "app/main_window_parts.h"
 #include "app/setup_parts.h"
-#include "dictation/recording_manager.h"
+#include "dictation/session/recording_manager.h"
 #include "platform/motion_preference.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/main_queue.h"
-#include "dictation/recorder.h"
-#include "dictation/text_insertion.h"
+#include "dictation/capture/recorder.h"
+#include "dictation/insertion/text_insertion.h"
 #include "store/dictation_history.h"
 
 #include <QString>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dictation/level_monitor.h"
-#include "dictation/overlay_display.h"
+#include "dictation/capture/level_monitor.h"
+#include "dictation/session/overlay_display.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "store/snippet_entries.h"
-#include "text/phrase.h"
+#include "text/passes/phrase.h"
 
 #include <deque>
 

@@ -1,4 +1,4 @@
-#include "text/hallucination_filter.h"
+#include "text/passes/hallucination_filter.h"
 
 #include "support/log_capture.h"
 #include "support/qt_printing.h"

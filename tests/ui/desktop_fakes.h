@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dictation/hotkey_listener.h"
-#include "dictation/trigger_fakes.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/gestures/trigger_fakes.h"
 #include "platform/keyboard_keys.h"
 #include "platform/login_item.h"
 #include "platform/microphone_permission.h"

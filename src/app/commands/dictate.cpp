@@ -5,7 +5,7 @@
 #include "app/file_dictation.h"
 #include "app/headless.h"
 #include "app/output.h"
-#include "dictation/recording_manager.h"
+#include "dictation/session/recording_manager.h"
 #include "platform/audio_length.h"
 #include "platform/linux/granted_microphone_permission.h"
 #include "store/history_store.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/cleanup_context.h"
+#include "text/passes/cleanup_context.h"
 
 namespace velmo {
 

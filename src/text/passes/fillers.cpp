@@ -1,7 +1,7 @@
 #include "text/passes/fillers.h"
 
 #include "base/characters.h"
-#include "text/phrase.h"
+#include "text/passes/phrase.h"
 #include "text/tables/filler_words.h"
 #include "text/tables/language_sets.h"
 

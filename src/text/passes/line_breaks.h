@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/cleanup_context.h"
+#include "text/passes/cleanup_context.h"
 
 /// Line breaks that were spoken ("new line") survive; those of the transcript are white space like any other.
 /// To tell them apart, the transcript's become line feeds before spoken ones are written as U+2028 (line) and

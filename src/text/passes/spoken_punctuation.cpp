@@ -1,7 +1,7 @@
 #include "text/passes/spoken_punctuation.h"
 
 #include "text/passes/line_breaks.h"
-#include "text/phrase.h"
+#include "text/passes/phrase.h"
 #include "text/tables/spoken_punctuation.h"
 
 #include <deque>

@@ -1,8 +1,8 @@
 #include "text/passes/transcript.h"
 
 #include "base/characters.h"
-#include "text/hallucination_filter.h"
-#include "text/phrase.h"
+#include "text/passes/hallucination_filter.h"
+#include "text/passes/phrase.h"
 
 namespace velmo {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/cleanup_context.h"
+#include "text/passes/cleanup_context.h"
 
 /// What speech models get wrong in whole phrases, mended before anything else is looked at.
 namespace velmo {

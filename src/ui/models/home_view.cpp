@@ -1,7 +1,7 @@
 #include "ui/models/home_view.h"
 
 #include "base/calendar.h"
-#include "dictation/trigger_key.h"
+#include "dictation/gestures/trigger_key.h"
 #include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
 #include "store/preference_keys.h"

@@ -1,8 +1,8 @@
 #include "ui/models/menu_bar_view.h"
 
-#include "dictation/hotkey_listener.h"
-#include "dictation/recording_manager.h"
-#include "dictation/trigger_key.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/gestures/trigger_key.h"
+#include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"
 #include "store/history_store.h"
 #include "ui/models/platform_texts.h"

@@ -1,6 +1,6 @@
 #include "ui/models/onboarding_view.h"
 
-#include "dictation/hotkey_listener.h"
+#include "dictation/gestures/hotkey_listener.h"
 #include "platform/accessibility_permission.h"
 #include "platform/microphone_permission.h"
 #include "platform/microphone_presence.h"

@@ -1,6 +1,6 @@
 #include "ui/models/settings_view.h"
 
-#include "dictation/hotkey_listener.h"
+#include "dictation/gestures/hotkey_listener.h"
 #include "platform/accessibility_permission.h"
 #include "platform/login_item.h"
 #include "platform/microphone_permission.h"

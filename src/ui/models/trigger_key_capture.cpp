@@ -1,7 +1,7 @@
 #include "ui/models/trigger_key_capture.h"
 
-#include "dictation/hotkey_listener.h"
-#include "dictation/trigger_key.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/gestures/trigger_key.h"
 #include "platform/keyboard_keys.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"

@@ -1,7 +1,7 @@
 #include "platform/linux/canberra/sound_player.h"
 
 #include "base/qt_main_queue.h"
-#include "dictation/audio_recorder.h"
+#include "dictation/capture/audio_recorder.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/pulse/microphone.h"
 #include "platform/linux/sndfile/sndfile_audio_length.h"

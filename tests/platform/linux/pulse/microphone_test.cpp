@@ -1,7 +1,7 @@
 #include "platform/linux/pulse/microphone.h"
 
 #include "base/qt_main_queue.h"
-#include "dictation/audio_recorder.h"
+#include "dictation/capture/audio_recorder.h"
 #include "platform/linux/pulse/connection.h"
 #include "platform/linux/sndfile/sndfile_recording_files.h"
 #include "support/log_capture.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dictation/text_inserter.h"
+#include "dictation/insertion/text_inserter.h"
 #include "platform/linux/x11/x11_insertion.h"
 #include "support/log_capture.h"
 #include "support/manual_main_queue.h"

@@ -1,5 +1,5 @@
 #include "base/qt_main_queue.h"
-#include "dictation/fn_key_interceptor.h"
+#include "dictation/gestures/fn_key_interceptor.h"
 #include "platform/linux/x11/x11_input.h"
 
 #include <QCoreApplication>

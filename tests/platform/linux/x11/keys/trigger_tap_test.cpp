@@ -1,4 +1,4 @@
-#include "dictation/fn_key_interceptor.h"
+#include "dictation/gestures/fn_key_interceptor.h"
 #include "platform/linux/x11/key_stage.h"
 #include "platform/linux/x11/x11_input.h"
 #include "support/log_capture.h"

@@ -1,0 +1,98 @@
+#include "dictation/capture/recording_writer.h"
+
+#include "audio/mono_resampler.h"
+#include "base/log.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace velmo {
+
+namespace {
+
+constexpr std::size_t kBlockFrames = 4096;
+
+/// The root mean square that reads as full scale.
+constexpr float kFullLevel = 0.15F;
+
+} // namespace
+
+std::uint32_t outputCapacity(int sampleRate, std::size_t frames) {
+    return static_cast<std::uint32_t>(static_cast<double>(MonoResampler::outputRate) / sampleRate *
+                                      static_cast<double>(frames));
+}
+
+float inputLevel(std::span<const float> samples, int channels) {
+    const auto step = static_cast<std::size_t>(channels);
+    float squares = 0;
+    for (std::size_t i = 0; i < samples.size(); i += step)
+        squares += samples[i] * samples[i];
+    const std::size_t frames = std::max<std::size_t>(samples.size() / step, 1);
+    return std::clamp(std::sqrt(squares / static_cast<float>(frames)) / kFullLevel, 0.0F, 1.0F);
+}
+
+std::unique_ptr<RecordingWriter> RecordingWriter::create(const CaptureFormat &format,
+                                                         std::unique_ptr<RecordingFile> file,
+                                                         LevelReport report) {
+    auto resampler = MonoResampler::create(format.sampleRate);
+    if (!resampler || format.channels <= 0)
+        return nullptr;
+    return std::unique_ptr<RecordingWriter>(
+        new RecordingWriter(format, std::move(file), std::move(resampler), std::move(report)));
+}
+
+RecordingWriter::RecordingWriter(const CaptureFormat &format, std::unique_ptr<RecordingFile> file,
+                                 std::unique_ptr<MonoResampler> resampler, LevelReport report)
+    : m_format(format),
+      m_file(std::move(file)),
+      m_resampler(std::move(resampler)),
+      m_report(std::move(report)) {
+    m_block.reserve(kBlockFrames * static_cast<std::size_t>(format.channels));
+    m_mixed.reserve(kBlockFrames);
+}
+
+RecordingWriter::~RecordingWriter() {
+    finishBlock();
+    write(m_resampler->finish());
+}
+
+void RecordingWriter::append(std::span<const float> samples) {
+    const std::size_t blockSize = kBlockFrames * static_cast<std::size_t>(m_format.channels);
+    while (!samples.empty()) {
+        const auto part = samples.first(std::min(samples.size(), blockSize - m_block.size()));
+        m_block.insert(m_block.end(), part.begin(), part.end());
+        samples = samples.subspan(part.size());
+        if (m_block.size() == blockSize)
+            finishBlock();
+    }
+}
+
+void RecordingWriter::finishBlock() {
+    const std::size_t frames = m_block.size() / static_cast<std::size_t>(m_format.channels);
+    if (const std::uint32_t capacity = outputCapacity(m_format.sampleRate, frames); capacity > 0) {
+        write(m_resampler->convert(mixedBlock(), capacity));
+        m_report(inputLevel(m_block, m_format.channels));
+    }
+    m_block.clear();
+}
+
+std::span<const float> RecordingWriter::mixedBlock() {
+    const auto channels = static_cast<std::ptrdiff_t>(m_format.channels);
+    m_mixed.clear();
+    for (auto frame = m_block.cbegin(); frame != m_block.cend(); frame += channels)
+        m_mixed.push_back(std::accumulate(frame, frame + channels, 0.0F) / static_cast<float>(channels));
+    return m_mixed;
+}
+
+void RecordingWriter::write(std::span<const float> samples) {
+    if (samples.empty())
+        return;
+    const auto written = m_file->write(samples);
+    if (written || m_lacksSamples)
+        return;
+    m_lacksSamples = true;
+    log(LogTag::Recorder, QStringLiteral("The recording lacks samples: ") + written.error().description);
+}
+
+} // namespace velmo

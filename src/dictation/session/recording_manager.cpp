@@ -1,0 +1,318 @@
+#include "dictation/session/recording_manager.h"
+
+#include "base/characters.h"
+#include "base/log.h"
+#include "dictation/capture/level_monitor.h"
+#include "dictation/capture/recorder.h"
+#include "dictation/insertion/text_insertion.h"
+#include "dictation/processing/text_processing.h"
+#include "dictation/session/overlay_display.h"
+#include "platform/microphone_permission.h"
+#include "platform/sound_player.h"
+#include "platform/workspace.h"
+#include "service/wire/session_interfaces.h"
+#include "store/dictation_history.h"
+#include "store/languages.h"
+#include "store/word_count.h"
+#include "text/passes/hallucination_filter.h"
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+/// Shorter recordings are slips of the finger (a product decision).
+constexpr double kShortestSeconds = 0.3;
+
+/// How long "No speech detected" stays (a product decision).
+constexpr auto kPhantomMessageTime = 2000ms;
+
+/// The service client lets a connection go after 30 s of rest, so a long recording refreshes it before that.
+constexpr auto kWarmInterval = 25s;
+
+/// How much of a text goes into a log line.
+constexpr qsizetype kLoggedCharacters = 80;
+
+const QString kNoSpeech = QStringLiteral("No speech detected");
+
+/// `(12 chars, lang: no): "Hei på deg"`; `details` is what stands after the count.
+QString textSummary(const QString &text, const QString &details) {
+    return QStringLiteral("(%1 chars%2): \"").arg(QString::number(characterCount(text)), details) +
+           firstCharacters(text, kLoggedCharacters).toString() + u'"';
+}
+
+} // namespace
+
+RecordingManager::RecordingManager(const Collaborators &collaborators)
+    : m_with(collaborators), m_hintPrompt(collaborators.preferences) {}
+
+// Starting
+
+void RecordingManager::startRecording() {
+    if (m_state != State::idle) {
+        log(LogTag::Flow, QStringLiteral("Can't start — state is ") + nameOf(m_state));
+        if (m_state != State::recording)
+            Q_EMIT startFailed();
+        return;
+    }
+    const auto status = m_with.microphone.status();
+    if (status != MicrophonePermission::Status::NotAsked) {
+        beginRecording(status == MicrophonePermission::Status::Granted);
+        return;
+    }
+    m_with.microphone.request([queue = &m_with.queue, begin = m_lifetime.guard([this](bool granted) {
+        beginRecording(granted);
+    })](bool granted) { queue->post([begin, granted]() mutable { begin(granted); }); });
+}
+
+void RecordingManager::beginRecording(bool granted) {
+    if (!granted) {
+        m_with.queue.post(m_lifetime.guard([this] {
+            setErrorMessage(
+                QStringLiteral("Microphone access denied. Check System Settings > Privacy > Microphone."));
+            Q_EMIT startFailed();
+        }));
+        return;
+    }
+    const QString app = m_with.workspace.frontmostApplicationName().value_or(QString());
+    setActiveAppName(app.isEmpty() ? QStringLiteral("App") : app);
+
+    const auto started = m_with.recorder.startRecording();
+    if (started) {
+        recordingStarted();
+        return;
+    }
+    const QString message = QStringLiteral("Failed to start recording: ") + started.error().description;
+    log(LogTag::Flow, message);
+    m_with.queue.post(m_lifetime.guard([this, message] {
+        setErrorMessage(message);
+        Q_EMIT startFailed();
+    }));
+}
+
+void RecordingManager::recordingStarted() {
+    m_recordingStartTime = m_with.queue.now();
+    setState(State::recording);
+    setErrorMessage({});
+    log(LogTag::Flow, QStringLiteral("Recording started"));
+    m_with.sounds.play(SoundCue::Tink);
+    keepServiceWarm();
+}
+
+void RecordingManager::keepServiceWarm() {
+    m_with.transcriptionClient.prepare();
+    m_warmTimer = m_with.queue.after(kWarmInterval, m_lifetime.guard([this] { keepServiceWarm(); }));
+}
+
+// Stopping
+
+void RecordingManager::stopRecording() {
+    if (m_state != State::recording) {
+        log(LogTag::Flow, QStringLiteral("Can't stop — state is ") + nameOf(m_state));
+        return;
+    }
+    m_warmTimer.reset();
+    const auto path = m_with.recorder.stopRecording();
+    if (!path) {
+        log(LogTag::Flow, QStringLiteral("No recording to stop"));
+        setState(State::idle);
+        return;
+    }
+    Dictation dictation;
+    dictation.recording = *path;
+    dictation.stopTime = m_with.queue.now();
+    dictation.durationSeconds = secondsRecorded();
+    log(LogTag::Flow,
+        QStringLiteral("Recording stopped — duration: %1s").arg(fixed(dictation.durationSeconds, 1)));
+    m_with.sounds.play(SoundCue::Pop);
+    if (dictation.durationSeconds < kShortestSeconds) {
+        log(LogTag::Flow, QStringLiteral("Recording too short, discarding"));
+        m_with.recorder.deleteRecording(*path);
+        setState(State::idle);
+        return;
+    }
+    setState(State::transcribing);
+    transcribe(std::move(dictation));
+}
+
+double RecordingManager::secondsRecorded() const {
+    return m_recordingStartTime ? secondsBetween(*m_recordingStartTime, m_with.queue.now()) : 0;
+}
+
+void RecordingManager::cancelRecording() {
+    if (m_state != State::recording)
+        return;
+    m_warmTimer.reset();
+    if (const auto path = m_with.recorder.stopRecording())
+        m_with.recorder.deleteRecording(*path);
+    log(LogTag::Flow, QStringLiteral("Recording cancelled by user"));
+    m_with.sounds.play(SoundCue::Funk);
+    setState(State::idle);
+}
+
+// From recording to text
+
+TranscriptionSettings RecordingManager::buildTranscriptionSettings() const {
+    TranscriptionSettings settings;
+    settings.language = primaryLanguage(m_with.preferences);
+    settings.languages = selectedLanguagesText(m_with.preferences);
+    settings.prompt = m_hintPrompt.current(languageCodes(settings.languages));
+    return settings;
+}
+
+void RecordingManager::transcribe(Dictation dictation) {
+    const TranscriptionSettings settings = buildTranscriptionSettings();
+    dictation.prompt = settings.prompt;
+    log(LogTag::Latency, QStringLiteral("Upload starting (+%1ms after stop)").arg(sinceStop(dictation)));
+
+    // Of the manager itself this touches nothing, for it runs on the client's thread.
+    auto answered = [alive = m_lifetime.watch(), with = m_with, dictation,
+                     handle = m_lifetime.guard([this, dictation](const TranscriptionResult &result) {
+                         handleTranscriptionResult(dictation, result);
+                     })](const TranscriptionResult &result) {
+        if (alive.expired())
+            return;
+        log(LogTag::Latency, QStringLiteral("Whisper complete (+%1ms after stop)")
+                                 .arg(fixed(millisecondsBetween(dictation.stopTime, with.queue.now()), 0)));
+        with.recorder.deleteRecording(dictation.recording);
+        with.queue.post([handle, result]() mutable { handle(result); });
+    };
+    m_with.transcriptionClient.transcribe(dictation.recording, settings, std::move(answered));
+}
+
+void RecordingManager::handleTranscriptionResult(const Dictation &dictation,
+                                                 const TranscriptionResult &result) {
+    if (!result) {
+        const QString description = result.error().localizedDescription();
+        log(LogTag::Flow, QStringLiteral("❌ EXIT: Transcription failed: ") + description);
+        setErrorMessage(description);
+        setState(State::idle);
+        return;
+    }
+    const auto &[text, language] = *result;
+    log(LogTag::Flow,
+        QStringLiteral("Server returned text ") +
+            textSummary(text, QStringLiteral(", lang: ") + language.value_or(QStringLiteral("nil"))));
+
+    const QString spoken = trimmed(text).toString();
+    if (spoken.isEmpty()) {
+        log(LogTag::Flow, QStringLiteral("❌ EXIT: Empty transcription"));
+        setState(State::idle);
+        return;
+    }
+    if (isPromptEcho(spoken, dictation.prompt)) {
+        log(LogTag::Flow, QStringLiteral("❌ EXIT: Hallucination detected (raw), discarding"));
+        rejectPhantom();
+        return;
+    }
+    setErrorMessage({});
+    process(dictation, spoken, language);
+}
+
+void RecordingManager::process(const Dictation &dictation, const QString &text,
+                               const std::optional<QString> &language) {
+    const Date postStart = m_with.queue.now();
+    log(LogTag::Latency, QStringLiteral("Post-processing starting (+%1ms after stop)")
+                             .arg(fixed(millisecondsBetween(dictation.stopTime, postStart), 0)));
+
+    auto processed = [alive = m_lifetime.watch(), queue = &m_with.queue, stopTime = dictation.stopTime,
+                      postStart, finish = m_lifetime.guard([this, dictation](const QString &final) {
+                          finishDictation(dictation, final);
+                      })](const QString &final) {
+        if (alive.expired())
+            return;
+        const Date now = queue->now();
+        log(LogTag::Latency,
+            QStringLiteral("Post-processing complete (+%1ms after stop, processing took %2ms)")
+                .arg(fixed(millisecondsBetween(stopTime, now), 0),
+                     fixed(millisecondsBetween(postStart, now), 0)));
+        log(LogTag::Flow, QStringLiteral("Processed text ") + textSummary(final, {}));
+        queue->post([finish, final]() mutable { finish(final); });
+    };
+    m_with.textProcessor.process(text, language, std::move(processed));
+}
+
+void RecordingManager::finishDictation(const Dictation &dictation, const QString &text) {
+    if (isPromptEcho(text, dictation.prompt)) {
+        log(LogTag::Flow, QStringLiteral("❌ EXIT: Hallucination detected (processed), discarding"));
+        rejectPhantom();
+        return;
+    }
+    if (text.isEmpty()) {
+        log(LogTag::Flow, QStringLiteral("❌ EXIT: Empty transcription"));
+        setState(State::idle);
+        return;
+    }
+    deliver(dictation, text);
+    setState(State::idle);
+}
+
+void RecordingManager::deliver(const Dictation &dictation, const QString &text) {
+    setLastTranscription(text);
+    m_with.textInserter.insert(text);
+    log(LogTag::Flow,
+        QStringLiteral("✅ Text inserted + stats updated — TOTAL: %1ms").arg(sinceStop(dictation)));
+    m_with.history.add(text, dictation.durationSeconds);
+    const qsizetype words = countWords(text);
+    if (words > 0 && m_with.account.isLoggedIn())
+        m_with.statistics.incrementStats(words);
+}
+
+/// What came back is not what was said: says so for a while, unless another message takes its place.
+void RecordingManager::rejectPhantom() {
+    setLastTranscription({});
+    setErrorMessage(kNoSpeech);
+    setState(State::idle);
+    m_phantomMessageTimer = m_with.queue.after(kPhantomMessageTime, m_lifetime.guard([this] {
+        if (m_errorMessage == kNoSpeech)
+            setErrorMessage({});
+    }));
+}
+
+// Published state
+
+void RecordingManager::setState(State state) {
+    m_with.queue.post(m_lifetime.guard([this, state] { applyState(state); }));
+}
+
+void RecordingManager::applyState(State state) {
+    if (m_state != state) {
+        m_state = state;
+        Q_EMIT stateChanged();
+    }
+    if (onStateChange)
+        onStateChange(state);
+    m_with.overlay.update(state);
+    if (state == State::recording)
+        m_with.levelMeter.startMonitoring();
+    else
+        m_with.levelMeter.stopMonitoring();
+}
+
+void RecordingManager::setErrorMessage(const QString &message) {
+    if (m_errorMessage == message)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+void RecordingManager::setLastTranscription(const QString &text) {
+    if (m_lastTranscription == text)
+        return;
+    m_lastTranscription = text;
+    Q_EMIT lastTranscriptionChanged();
+}
+
+void RecordingManager::setActiveAppName(const QString &name) {
+    if (m_activeAppName == name)
+        return;
+    m_activeAppName = name;
+    Q_EMIT activeAppNameChanged();
+}
+
+QString RecordingManager::sinceStop(const Dictation &dictation) const {
+    return fixed(millisecondsBetween(dictation.stopTime, m_with.queue.now()), 0);
+}
+
+} // namespace velmo

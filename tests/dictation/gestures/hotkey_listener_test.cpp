@@ -1,0 +1,288 @@
+#include "dictation/gestures/hotkey_listener.h"
+
+#include "dictation/gestures/trigger_fakes.h"
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "support/log_capture.h"
+#include "support/manual_main_queue.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+class HotkeyListenerTest : public ::testing::Test {
+protected:
+    HotkeyListenerTest() {
+        listener.onStartRecording = [this] { calls.append(QStringLiteral("start")); };
+        listener.onStopRecording = [this] { calls.append(QStringLiteral("stop")); };
+        listener.onPermissionStatusChanged = [this](bool granted) {
+            calls.append(granted ? QStringLiteral("granted") : QStringLiteral("refused"));
+        };
+        listener.onPress = [this](std::chrono::nanoseconds) { calls.append(QStringLiteral("press")); };
+        listener.onPressDropped = [this] { calls.append(QStringLiteral("drop")); };
+        listener.isSessionLocked = [this] { return isLocked; };
+    }
+
+    void listen() {
+        listener.setupFnKey();
+        listener.registerFallbackHotkey();
+        calls.clear();
+        log.clear();
+    }
+
+    /// Reports an event that happened `ago`; the main queue has not got to it yet.
+    void report(TapEventType type, KeyFlags flags, std::chrono::nanoseconds ago = 0ns) {
+        (void)tap.handler({type, flags, queue.uptime() - ago});
+    }
+    void press(std::chrono::nanoseconds ago = 0ns) {
+        report(TapEventType::FlagsChanged, KeyFlag::SecondaryFunction, ago);
+    }
+    void release(std::chrono::nanoseconds ago = 0ns) { report(TapEventType::FlagsChanged, {}, ago); }
+
+    /// Words of a script: "down" and "up" of the trigger key, "other" key or button, "hotkey", "ended" (the
+    /// recording, by another way), "locked" and "unlocked" (the session), or milliseconds that pass.
+    void perform(const QString &script) {
+        for (const QString &step : script.split(u' ')) {
+            if (step == u"down")
+                press();
+            else if (step == u"up")
+                release();
+            else if (step == u"other")
+                report(TapEventType::OtherPressed, {});
+            else if (step == u"hotkey")
+                hotkey.pressed();
+            else if (step == u"ended")
+                listener.recordingEnded();
+            else if (step.endsWith(u"locked"))
+                isLocked = step == u"locked";
+            else
+                queue.advance(std::chrono::milliseconds(step.toInt()));
+            queue.runPosted();
+        }
+    }
+
+    testing::LogCapture log;
+    testing::ManualMainQueue queue;
+    MemoryPreferences preferences;
+    testing::FakeAccessibilityPermission permission;
+    testing::FakeEventTap tap;
+    testing::FakeGlobalHotkey hotkey;
+    QStringList calls;
+    bool isLocked = false;
+    HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
+};
+
+struct Gesture {
+    const char *name;
+    const char *script;
+    const char *calls;
+    RecordingMode mode;
+};
+
+class Gestures : public HotkeyListenerTest, public ::testing::WithParamInterface<Gesture> {};
+
+TEST_P(Gestures, AskForRecordings) {
+    listen();
+    perform(QLatin1StringView(GetParam().script));
+    EXPECT_EQ(calls.join(u' '), QLatin1StringView(GetParam().calls));
+    EXPECT_EQ(listener.recordingMode(), GetParam().mode);
+}
+
+constexpr auto kNone = RecordingMode::none;
+constexpr auto kPushToTalk = RecordingMode::pushToTalk;
+constexpr auto kHandsFree = RecordingMode::handsFree;
+
+INSTANTIATE_TEST_SUITE_P(PushToTalk, Gestures,
+                         ::testing::Values(Gesture{"NotYet", "down 299", "press", kNone},
+                                           Gesture{"Begins", "down 300", "press start", kPushToTalk},
+                                           Gesture{"Ends", "down 1200 up", "press start stop drop", kNone},
+                                           Gesture{"ReleasedJustBefore", "down 299 up 1 300", "press",
+                                                   kNone}),
+                         [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    DoubleTap, Gestures,
+    ::testing::Values(
+        Gesture{"Begins", "down 100 up 200 down 100 up", "press press start", kHandsFree},
+        Gesture{"FirstPressMayBeAsLongAsATap", "down 299 up 51 down 49 up", "press press start", kHandsFree},
+        Gesture{"ReleasesAlmostTooFarApart", "down 100 up 299 down 100 up", "press press start", kHandsFree},
+        Gesture{"ReleasesTooFarApart", "down 100 up 300 down 100 up", "press press", kNone},
+        Gesture{"TooLateIsAFirstTapAgain", "down 100 up 350 down 100 up 100 down 100 up",
+                "press press press start", kHandsFree},
+        Gesture{"ContactBounces", "down 100 up 40 down 10 up", "press press", kNone},
+        Gesture{"ShortestGap", "down 100 up 41 down 10 up", "press press start", kHandsFree},
+        Gesture{"SecondPressHeldIsPushToTalk", "down 100 up 50 down 300", "press press start", kPushToTalk},
+        Gesture{"OneTapIsNothing", "down 100 up 399", "press", kNone},
+        Gesture{"OneTapIsDroppedWhenNoSecondCanCome", "down 100 up 400", "press drop", kNone},
+        Gesture{"EndsWithTheNextRelease", "down 100 up 100 down 100 up 5000 down 2000 up",
+                "press press start stop drop", kNone},
+        Gesture{"NextTapAfterTheEndIsAFirstOne", "down 100 up 100 down 100 up 100 down 50 up 100 down 50 up",
+                "press press start stop drop press", kNone}),
+    [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Combination, Gestures,
+    ::testing::Values(Gesture{"ForgetsThePress", "down 100 other 500 up", "press drop", kNone},
+                      Gesture{"IsNoTap", "down 100 other 50 up 100 down 50 up", "press drop press", kNone},
+                      Gesture{"ForgetsTheTapBefore", "down 50 up 50 down 20 other 20 up 50 down 50 up",
+                              "press press drop press", kNone},
+                      Gesture{"LeavesPushToTalkAlone", "down 300 other 500 up", "press start stop drop",
+                              kNone},
+                      Gesture{"LeavesHandsFreeAlone", "hotkey down 20 other 20 up", "start stop", kNone}),
+    [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    FallbackHotkey, Gestures,
+    ::testing::Values(Gesture{"Begins", "hotkey", "start", kHandsFree},
+                      Gesture{"Ends", "hotkey 1000 hotkey", "start stop", kNone},
+                      Gesture{"EndsPushToTalk", "down 300 hotkey 100 up 1000", "press start stop drop",
+                              kNone},
+                      Gesture{"EndedByATap", "hotkey 1000 down 100 up", "start stop", kNone},
+                      Gesture{"BeginsAfterATap", "down 100 up 100 hotkey 1000", "press start", kHandsFree}),
+    [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    RecordingEnded, Gestures,
+    ::testing::Values(Gesture{"NextHotkeyBegins", "hotkey 1000 ended hotkey", "start start", kHandsFree},
+                      Gesture{"NextPressBegins", "hotkey 1000 ended down 300", "start press start",
+                              kPushToTalk},
+                      Gesture{"ReleaseOfTheOldPressIsNothing", "down 300 ended 100 up 50 down 50 up",
+                              "press start drop press", kNone},
+                      Gesture{"KeepsAPressMadeSince", "down 300 up down 10 ended 290",
+                              "press start stop drop press start", kPushToTalk}),
+    [](const auto &info) { return info.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    SessionLock, Gestures,
+    ::testing::Values(Gesture{"KeysBeginNothing", "locked down 500 up 50 down 50 up 50 hotkey", "", kNone},
+                      Gesture{"ReleaseAfterItIsNothing", "locked down unlocked 500 up", "", kNone},
+                      Gesture{"KeysEndWhatRuns", "down 300 locked up hotkey", "press start stop drop", kNone},
+                      Gesture{"HotkeyEndsWhatRuns", "hotkey locked hotkey", "start stop", kNone}),
+    [](const auto &info) { return info.param.name; });
+
+TEST_F(HotkeyListenerTest, SaysWhatTheGesturesDo) {
+    listen();
+    perform(QStringLiteral("down 1200 up 1000 down 100 up 200 down 100 up 1000 down 100 up"));
+    EXPECT_EQ(log.lines(),
+              (QStringList{
+                  QStringLiteral("🎙️ [Hotkey] Push-to-talk started (held Fn)"),
+                  QStringLiteral("🎙️ [Hotkey] Push-to-talk stopped (released Fn after 1.2s)"),
+                  QStringLiteral("🎙️ [Hotkey] Double-tap Fn → hands-free recording started"),
+                  QStringLiteral("🎙️ [Hotkey] Fn pressed — will stop hands-free on release"),
+                  QStringLiteral("🎙️ [Hotkey] Hands-free stopped (tapped Fn)"),
+              }));
+}
+
+TEST_F(HotkeyListenerTest, CountsFromWhenKeysMovedNotFromWhenItHeardOfIt) {
+    listen();
+    press(250ms);
+    perform(QStringLiteral("49"));
+    EXPECT_EQ(listener.recordingMode(), kNone);
+    perform(QStringLiteral("1"));
+    EXPECT_EQ(listener.recordingMode(), kPushToTalk);
+    perform(QStringLiteral("up"));
+    calls.clear();
+
+    press(900ms); // two taps that waited in the queue
+    release(800ms);
+    press(600ms);
+    release(500ms);
+    queue.runPosted();
+    EXPECT_EQ(listener.recordingMode(), kHandsFree);
+    perform(QStringLiteral("hotkey"));
+    calls.clear();
+
+    press(400ms); // held for 0.35 s, but released by now: neither a tap nor a recording
+    release(50ms);
+    queue.runPosted();
+    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop"));
+}
+
+TEST_F(HotkeyListenerTest, WaitsForThePermissionAndThenWatchesTheKeyOnce) {
+    permission.trusted = false;
+    listener.setupFnKey();
+    EXPECT_FALSE(listener.isUsingFnHotkey());
+    permission.trusted = true;
+    tap.canStart = false;
+    listener.setupFnKey();
+    EXPECT_FALSE(listener.isUsingFnHotkey());
+    tap.canStart = true;
+    listener.setupFnKey();
+    listener.setupFnKey();
+    EXPECT_TRUE(listener.isUsingFnHotkey());
+    EXPECT_EQ(calls, QStringList{QStringLiteral("granted")});
+    EXPECT_EQ(log.lines(),
+              (QStringList{
+                  QStringLiteral("🎙️ [Hotkey] No Accessibility permission yet — Fn key unavailable"),
+                  QStringLiteral("🎙️ [FnKey] Failed to create event tap"),
+                  QStringLiteral("🎙️ [Hotkey] Failed to create Fn key event tap"),
+                  QStringLiteral("🎙️ [FnKey] Event tap active — bare Fn suppression enabled"),
+                  QStringLiteral("🎙️ [Hotkey] Fn key event tap active (in-process)"),
+              }));
+}
+
+TEST_F(HotkeyListenerTest, RegistersTheFallbackOnceItCan) {
+    hotkey.failure = 10;
+    listener.registerFallbackHotkey();
+    hotkey.failure = 0;
+    listener.registerFallbackHotkey();
+    listener.registerFallbackHotkey();
+    EXPECT_EQ(hotkey.registrations, 2);
+    EXPECT_EQ(log.lines(),
+              (QStringList{
+                  QStringLiteral("🎙️ [Hotkey] Failed to register Carbon hotkey: 10"),
+                  QStringLiteral("🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"),
+              }));
+}
+
+TEST_F(HotkeyListenerTest, GivesEverythingBack) {
+    listen();
+    perform(QStringLiteral("down 100"));
+    listener.stopListening();
+    queue.advance(1s);
+    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop"));
+    EXPECT_TRUE(tap.key.isNull());
+    EXPECT_FALSE(hotkey.pressed);
+    EXPECT_FALSE(listener.isUsingFnHotkey());
+    EXPECT_EQ(queue.pendingTimers(), 0U);
+}
+
+TEST_F(HotkeyListenerTest, WatchesTheChosenKey) {
+    listen();
+    EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
+    preferences.set(keys::triggerKey, QStringLiteral("FK13"));
+    listener.triggerKeyChanged();
+    EXPECT_EQ(tap.key, QStringLiteral("FK13"));
+    preferences.set(keys::triggerKey, QStringLiteral("AC01")); // a letter, stored by hand
+    listener.triggerKeyChanged();
+    EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
+}
+
+TEST_F(HotkeyListenerTest, LeavesTheKeyToTheWindowsWhileAnotherIsChosen) {
+    listen();
+    perform(QStringLiteral("down 100"));
+    listener.pauseFnKey();
+    EXPECT_TRUE(tap.key.isNull());
+    EXPECT_TRUE(listener.isUsingFnHotkey());
+    listener.setupFnKey(); // the popover and onboarding ask for it again and again
+    EXPECT_TRUE(tap.key.isNull());
+    preferences.set(keys::triggerKey, QStringLiteral("FK13"));
+    listener.triggerKeyChanged();
+    listener.resumeFnKey();
+    EXPECT_EQ(tap.key, QStringLiteral("FK13"));
+    perform(QStringLiteral("1000 down 400 up"));
+    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop granted press start stop drop"));
+
+    listener.pauseFnKey();
+    tap.canStart = false; // a keyboard without the chosen key
+    listener.resumeFnKey();
+    EXPECT_FALSE(listener.isUsingFnHotkey());
+}
+
+} // namespace
+
+} // namespace velmo

@@ -1,0 +1,260 @@
+#include "dictation/insertion/text_inserter.h"
+
+#include "dictation/insertion/insertion_fakes.h"
+#include "support/log_capture.h"
+#include "support/manual_main_queue.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace velmo {
+
+namespace {
+
+constexpr auto kTarget = DisplayClient{7};
+constexpr auto kClipboardManager = DisplayClient{8};
+
+class TextInserterTest : public ::testing::Test {
+protected:
+    TextInserterTest() { clipboard.held = {plainText("kept"), {QStringLiteral("text/html"), "<b>kept</b>"}}; }
+
+    static ClipboardItem plainText(const char *text) { return testing::plain(QString::fromUtf8(text)); }
+
+    void insert(const char *text) {
+        inserter.insert(QString::fromUtf8(text));
+        queue.runPosted();
+    }
+    void readBy(DisplayClient client) {
+        clipboard.readBy(client);
+        queue.runPosted();
+    }
+    void advance(std::chrono::nanoseconds time) {
+        queue.advance(time);
+        queue.runPosted();
+    }
+    [[nodiscard]] QString text() const { return clipboard.text(); }
+
+    testing::LogCapture log;
+    testing::ManualMainQueue queue;
+    testing::FakeClipboard clipboard{queue};
+    testing::FakeClipboard primary{queue};
+    testing::FakeKeyInjector keys{queue};
+    testing::FakeFocus focus{queue};
+    TextInserter inserter{{queue, clipboard, primary, keys, focus}};
+};
+
+TEST_F(TextInserterTest, PastesTheTextAndGivesTheClipboardBack) {
+    const auto before = clipboard.held;
+    insert("Hei på deg");
+    EXPECT_EQ(text(), QStringLiteral("Hei på deg"));
+    EXPECT_THAT(keys.pressed, ElementsAre(PasteShortcut::ControlV));
+    EXPECT_EQ(primary.saves, 0);
+
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(clipboard.held, before);
+    EXPECT_EQ(queue.pendingTimers(), 0u);
+    EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST_F(TextInserterTest, ClearsAClipboardThatWasEmpty) {
+    clipboard.held.clear();
+    insert("text");
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_THAT(clipboard.held, IsEmpty());
+}
+
+struct RestoreCase {
+    const char *name;
+    std::chrono::milliseconds read; ///< When the reader has the text, after the paste.
+    DisplayClient reader;
+    std::chrono::milliseconds restored; ///< The first moment at which the old contents are back.
+};
+
+class RestoreTime : public TextInserterTest, public ::testing::WithParamInterface<RestoreCase> {};
+
+TEST_P(RestoreTime, IsAfterTheTargetHasReadTheText) {
+    const RestoreCase &row = GetParam();
+    insert("dictated");
+    const auto reading = queue.after(row.read, [this, &row] { clipboard.readBy(row.reader); });
+    advance(row.restored - 1ns);
+    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    advance(1ns);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+}
+
+INSTANTIATE_TEST_SUITE_P(TextInserter, RestoreTime,
+                         ::testing::Values(RestoreCase{"at_once", 0ms, kTarget, 400ms},
+                                           RestoreCase{"just_in_time", 399ms, kTarget, 400ms},
+                                           RestoreCase{"just_after", 401ms, kTarget, 401ms},
+                                           RestoreCase{"late", 4999ms, kTarget, 4999ms},
+                                           RestoreCase{"never", 6000ms, kTarget, 5000ms},
+                                           RestoreCase{"clipboard_manager", 0ms, kClipboardManager, 5000ms},
+                                           RestoreCase{"clipboard_manager_late", 2000ms, kClipboardManager,
+                                                       5000ms}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(TextInserterTest, DoesNotTakeAReadingBeforeThePasteForThePaste) {
+    clipboard.watcher = kTarget;
+    insert("dictated");
+    advance(4999ms);
+    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    advance(1ms);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_THAT(log.lines(),
+                ElementsAre(QStringLiteral("🎙️ [Insert] The focused window has not read the text")));
+}
+
+TEST_F(TextInserterTest, LeavesACopyMadeInBetweenAlone) {
+    insert("dictated");
+    clipboard.somebodyCopies(QStringLiteral("copied"));
+    advance(10s);
+    EXPECT_EQ(text(), QStringLiteral("copied"));
+    EXPECT_EQ(queue.pendingTimers(), 0u);
+}
+
+TEST_F(TextInserterTest, SavesACopyMadeWhileItWasSaving) {
+    clipboard.beforeNextChange = [this] { clipboard.somebodyCopies(QStringLiteral("copied")); };
+    insert("dictated");
+    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(text(), QStringLiteral("copied"));
+}
+
+TEST_F(TextInserterTest, RunsInsertionsOneAfterAnother) {
+    inserter.insert(QStringLiteral("first"));
+    inserter.insert(QStringLiteral("second"));
+    queue.runPosted();
+    EXPECT_EQ(keys.pressed.size(), 1u);
+    EXPECT_EQ(text(), QStringLiteral("first"));
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(keys.pressed.size(), 2u);
+    EXPECT_EQ(text(), QStringLiteral("second"));
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(clipboard.saves, 1);
+}
+
+TEST_F(TextInserterTest, SavesACopyMadeBetweenTwoInsertions) {
+    inserter.insert(QStringLiteral("first"));
+    inserter.insert(QStringLiteral("second"));
+    queue.runPosted();
+    clipboard.somebodyCopies(QStringLiteral("copied"));
+    queue.runPosted();
+    EXPECT_EQ(text(), QStringLiteral("second"));
+    readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(text(), QStringLiteral("copied"));
+}
+
+TEST_F(TextInserterTest, TreatsTerminalsInTheirOwnWay) {
+    primary.held = {plainText("selected")};
+    focus.window->windowClass = QStringLiteral("XTerm");
+    insert("ls");
+    EXPECT_THAT(keys.pressed, ElementsAre(PasteShortcut::ShiftInsert));
+    EXPECT_EQ(primary.text(), QStringLiteral("ls"));
+
+    primary.readBy(kTarget);
+    advance(400ms);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(primary.text(), QStringLiteral("selected"));
+}
+
+TEST_F(TextInserterTest, LetsATerminalReadAfterTheClipboardAloneWasLost) {
+    focus.window->windowClass = QStringLiteral("xterm");
+    insert("ls");
+    clipboard.somebodyCopies(QStringLiteral("copied"));
+    advance(1s);
+    EXPECT_EQ(primary.text(), QStringLiteral("ls"));
+    primary.readBy(kTarget);
+    queue.runPosted();
+    EXPECT_THAT(primary.held, IsEmpty());
+    EXPECT_EQ(text(), QStringLiteral("copied"));
+}
+
+struct NoPasteCase {
+    const char *name;
+    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus, TextInserter &inserter);
+    const char *line;
+};
+
+class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<NoPasteCase> {};
+
+TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
+    GetParam().arrange(keys, focus, inserter);
+    insert("dictated");
+    EXPECT_EQ(inserter.notice(), QStringLiteral("Copied - press Ctrl+V"));
+    advance(3999ms);
+    EXPECT_FALSE(inserter.notice().isNull());
+    advance(6s);
+    EXPECT_TRUE(inserter.notice().isNull());
+    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    EXPECT_EQ(log.lines().join(u'|'), QString::fromUtf8(GetParam().line));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TextInserter, NoPaste,
+    ::testing::Values(
+        NoPasteCase{"injection_impossible", [](auto &keys, auto &, auto &) { keys.possible = false; }, ""},
+        NoPasteCase{"no_focus", [](auto &, auto &focus, auto &) { focus.window.reset(); }, ""},
+        NoPasteCase{"locked",
+                    [](auto &, auto &, auto &inserter) { inserter.isSessionLocked = [] { return true; }; },
+                    ""},
+        NoPasteCase{"refused", [](auto &keys, auto &, auto &) { keys.works = false; },
+                    "🎙️ [Insert] Failed to create CGEvent"}),
+    [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {
+    clipboard.refusesChanges = true;
+    insert("first");
+    EXPECT_THAT(keys.pressed, IsEmpty());
+    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral(
+                                 "🎙️ [Insert] The clipboard could not be taken, nothing is pasted")));
+    clipboard.refusesChanges = false;
+    insert("second");
+    EXPECT_EQ(keys.pressed.size(), 1u);
+}
+
+TEST_F(TextInserterTest, DropsNul) {
+    inserter.insert(QString(QChar(u'a')) + QChar(QChar::Null) + u'b');
+    queue.runPosted();
+    EXPECT_EQ(text(), QStringLiteral("ab"));
+}
+
+TEST_F(TextInserterTest, EndsWithTheClipboardGivenBackAndHandedOver) {
+    inserter.insert(QStringLiteral("first"));
+    inserter.insert(QStringLiteral("dropped"));
+    queue.runPosted();
+    int finished = 0;
+    inserter.finish([&finished] { ++finished; });
+    readBy(kTarget);
+    EXPECT_EQ(text(), QStringLiteral("first"));
+    advance(400ms);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(clipboard.handedOver, 1);
+    advance(10s);
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(keys.pressed.size(), 1u);
+}
+
+TEST_F(TextInserterTest, DoesNotWaitLongForAReaderAtTheEnd) {
+    insert("dictated");
+    int finished = 0;
+    inserter.finish([&finished] { ++finished; });
+    advance(999ms);
+    EXPECT_EQ(finished, 0);
+    advance(1ms);
+    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(finished, 1);
+}
+
+} // namespace
+
+} // namespace velmo

@@ -1,0 +1,386 @@
+#include "dictation/session/recording_manager.h"
+
+#include "dictation/session/dictation_fakes.h"
+#include "store/memory_preferences.h"
+#include "store/preference_keys.h"
+#include "support/log_capture.h"
+#include "support/manual_main_queue.h"
+
+#include <gmock/gmock.h>
+#include <thread>
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+namespace velmo {
+
+namespace {
+
+QString words(std::initializer_list<const char *> list) {
+    QStringList objects;
+    for (const char *word : list)
+        objects.append(QStringLiteral(R"({"word":"%1"})").arg(QString::fromUtf8(word)));
+    return QStringLiteral("[%1]").arg(objects.join(u','));
+}
+
+class RecordingManagerTest : public ::testing::Test {
+protected:
+    RecordingManagerTest() { create(); }
+
+    void create() {
+        manager = std::make_unique<RecordingManager>(RecordingManager::Collaborators{
+            queue, preferences, microphone, workspace, sounds, recorder, transcriber, processor, insertion,
+            levels, overlay, history, account, account});
+        manager->onStateChange = [this](State state) { announced.push_back(state); };
+        QObject::connect(manager.get(), &RecordingManager::errorMessageChanged, [this] { ++errorChanges; });
+    }
+
+    void record(std::chrono::milliseconds duration) {
+        manager->startRecording();
+        queue.runPosted();
+        queue.advance(duration);
+        manager->stopRecording();
+        queue.runPosted();
+    }
+
+    void transcript(const char *text, std::optional<QString> language = std::nullopt) {
+        transcriber.complete(Transcript{QString::fromUtf8(text), std::move(language)});
+        queue.runPosted();
+    }
+
+    void processed(const char *text) {
+        processor.complete(QString::fromUtf8(text));
+        queue.runPosted();
+    }
+
+    testing::LogCapture log;
+    testing::ManualMainQueue queue;
+    MemoryPreferences preferences;
+    testing::FakeMicrophonePermission microphone;
+    testing::FakeWorkspace workspace;
+    testing::FakeSounds sounds;
+    testing::FakeRecorder recorder;
+    testing::FakeTranscriber transcriber;
+    testing::FakeTextProcessing processor;
+    testing::FakeInsertion insertion;
+    testing::FakeLevelMonitor levels;
+    testing::FakeOverlay overlay;
+    testing::FakeHistory history;
+    testing::FakeAccount account;
+    std::vector<State> announced;
+    int errorChanges = 0;
+    std::unique_ptr<RecordingManager> manager;
+};
+
+TEST_F(RecordingManagerTest, TakesADictationFromStartToInsertedText) {
+    record(4200ms);
+    EXPECT_EQ(manager->state(), State::transcribing);
+    queue.advance(1500ms);
+    transcript(" \n hei  på\ndeg ", QStringLiteral("no"));
+    EXPECT_EQ(processor.text, QStringLiteral("hei  på\ndeg"));
+    EXPECT_EQ(processor.language, QStringLiteral("no"));
+    queue.advance(20ms);
+    processed("Hei  på\ndeg");
+
+    EXPECT_EQ(log.lines(),
+              (QStringList{
+                  QStringLiteral("🎙️ [Flow] Recording started"),
+                  QStringLiteral("🎙️ [Flow] Recording stopped — duration: 4.2s"),
+                  QStringLiteral("⏱️ [Latency] Upload starting (+0ms after stop)"),
+                  QStringLiteral("⏱️ [Latency] Whisper complete (+1500ms after stop)"),
+                  QStringLiteral(
+                      "🎙️ [Flow] Server returned text (15 chars, lang: no): \" \\n hei  på\\ndeg \""),
+                  QStringLiteral("⏱️ [Latency] Post-processing starting (+1500ms after stop)"),
+                  QStringLiteral(
+                      "⏱️ [Latency] Post-processing complete (+1520ms after stop, processing took 20ms)"),
+                  QStringLiteral("🎙️ [Flow] Processed text (11 chars): \"Hei  på\\ndeg\""),
+                  QStringLiteral("🎙️ [Flow] ✅ Text inserted + stats updated — TOTAL: 1520ms"),
+              }));
+    EXPECT_EQ(insertion.inserted, QStringList{QStringLiteral("Hei  på\ndeg")});
+    EXPECT_EQ(manager->lastTranscription(), QStringLiteral("Hei  på\ndeg"));
+    ASSERT_THAT(history.entries, SizeIs(1));
+    EXPECT_DOUBLE_EQ(history.entries[0].second.value(), 4.2); // the recording's length, not the latency
+    EXPECT_THAT(account.reported, ElementsAre(2));
+    EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Pop));
+    EXPECT_THAT(announced, ElementsAre(State::recording, State::transcribing, State::idle));
+    EXPECT_EQ(overlay.states, announced);
+    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(manager->state(), State::idle);
+}
+
+TEST_F(RecordingManagerTest, AppliesStateChangesOneTurnLaterAndOnlyRecordingShowsLevels) {
+    manager->startRecording();
+    EXPECT_EQ(manager->state(), State::idle);
+    manager->startRecording(); // still sees idle: the recorder refuses
+    queue.runPosted();
+    EXPECT_EQ(manager->state(), State::recording);
+    EXPECT_TRUE(levels.monitors);
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: Already recording"));
+
+    queue.advance(1s);
+    manager->stopRecording();
+    EXPECT_TRUE(levels.monitors);
+    queue.runPosted();
+    EXPECT_FALSE(levels.monitors);
+}
+
+TEST_F(RecordingManagerTest, RefusesWhatDoesNotFitTheState) {
+    manager->stopRecording();
+    manager->cancelRecording();
+    record(1s);
+    manager->startRecording();
+    manager->stopRecording();
+    manager->cancelRecording();
+    queue.runPosted();
+
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't stop — state is idle")));
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't start — state is transcribing")));
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't stop — state is transcribing")));
+    EXPECT_FALSE(log.contains(QStringLiteral("🎙️ [Flow] Recording cancelled by user")));
+    EXPECT_EQ(manager->state(), State::transcribing);
+    EXPECT_THAT(transcriber.uploads, SizeIs(1));
+}
+
+TEST_F(RecordingManagerTest, AsksForTheMicrophoneAndRunsTheAnswerOnTheMainQueue) {
+    const QString denied =
+        QStringLiteral("Microphone access denied. Check System Settings > Privacy > Microphone.");
+    microphone.answer = MicrophonePermission::Status::NotAsked;
+    manager->startRecording();
+    std::thread([&] { microphone.asked(false); }).join();
+    EXPECT_TRUE(manager->errorMessage().isNull());
+    queue.runPosted();
+    EXPECT_EQ(manager->errorMessage(), denied);
+
+    manager->startRecording();
+    microphone.asked(true);
+    queue.runPosted();
+    EXPECT_EQ(manager->state(), State::recording);
+    EXPECT_TRUE(manager->errorMessage().isNull());
+    manager->cancelRecording();
+    queue.runPosted();
+
+    for (const auto refused :
+         {MicrophonePermission::Status::Restricted, MicrophonePermission::Status::Denied}) {
+        microphone.answer = refused;
+        manager->startRecording();
+        queue.runPosted();
+        EXPECT_EQ(manager->errorMessage(), denied);
+        EXPECT_EQ(manager->state(), State::idle);
+    }
+}
+
+TEST_F(RecordingManagerTest, NamesTheApplicationThatHasFocus) {
+    record(1s);
+    EXPECT_EQ(manager->activeAppName(), QStringLiteral("Writer"));
+    transcript("");
+    workspace.name = QString();
+    record(1s);
+    EXPECT_EQ(manager->activeAppName(), QStringLiteral("App"));
+    transcript("");
+    workspace.name.reset();
+    record(1s);
+    EXPECT_EQ(manager->activeAppName(), QStringLiteral("App"));
+}
+
+TEST_F(RecordingManagerTest, TellsWhyARecordingCannotStart) {
+    recorder.failure = QStringLiteral("No microphone found.");
+    manager->startRecording();
+    queue.runPosted();
+
+    EXPECT_EQ(log.lines(),
+              QStringList{QStringLiteral("🎙️ [Flow] Failed to start recording: No microphone found.")});
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: No microphone found."));
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_THAT(sounds.played, IsEmpty());
+}
+
+TEST_F(RecordingManagerTest, DiscardsRecordingsUnderThreeTenthsOfASecond) {
+    record(299ms);
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Recording stopped — duration: 0.3s")));
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Recording too short, discarding")));
+    EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Pop));
+    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_THAT(transcriber.uploads, IsEmpty());
+
+    record(300ms);
+    EXPECT_EQ(manager->state(), State::transcribing);
+    EXPECT_THAT(transcriber.uploads, SizeIs(1));
+}
+
+TEST_F(RecordingManagerTest, EndsWhenTheRecorderHadNothing) {
+    manager->startRecording();
+    queue.runPosted();
+    recorder.runs = false;
+    manager->stopRecording();
+    queue.runPosted();
+
+    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] No recording to stop"));
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_THAT(recorder.deleted, IsEmpty());
+}
+
+TEST_F(RecordingManagerTest, ThrowsACancelledRecordingAway) {
+    manager->startRecording();
+    queue.runPosted();
+    manager->cancelRecording();
+    queue.runPosted();
+
+    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] Recording cancelled by user"));
+    EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Funk));
+    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_EQ(queue.pendingTimers(), 0U);
+}
+
+TEST_F(RecordingManagerTest, ShowsWhyTheUploadFailedUntilTheNextRecording) {
+    record(1s);
+    transcriber.complete(failed(TranscriptionError::serverError(502, std::nullopt)));
+    queue.runPosted();
+
+    EXPECT_EQ(log.lines().last(),
+              QStringLiteral("🎙️ [Flow] ❌ EXIT: Transcription failed: Server error 502: unknown"));
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Server error 502: unknown"));
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_THAT(recorder.deleted, SizeIs(1));
+
+    queue.advance(1h);
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Server error 502: unknown"));
+    manager->startRecording();
+    EXPECT_TRUE(manager->errorMessage().isNull());
+}
+
+TEST_F(RecordingManagerTest, LeavesTheMessageAloneWhenNothingWasSaid) {
+    record(1s);
+    transcript(" \t\n\u2029");
+    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] ❌ EXIT: Empty transcription"));
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_EQ(errorChanges, 0);
+
+    record(1s);
+    transcript("Thanks for watching.");
+    processed("");
+    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] ❌ EXIT: Empty transcription"));
+    EXPECT_EQ(manager->state(), State::idle);
+    EXPECT_THAT(insertion.inserted, IsEmpty());
+    EXPECT_THAT(history.entries, IsEmpty());
+    EXPECT_EQ(errorChanges, 0);
+}
+
+TEST_F(RecordingManagerTest, RefusesAnEchoOfTheHintsRawAndProcessed) {
+    preferences.set(keys::dictionary, words({"Grafana", "Kubernetes", "Oslo"}));
+    record(1s);
+    transcript("fine words");
+    processed("fine words");
+    EXPECT_FALSE(manager->lastTranscription().isNull());
+
+    record(1s);
+    transcript("Grafana Kubernetes");
+    EXPECT_EQ(log.lines().last(),
+              QStringLiteral("🎙️ [Flow] ❌ EXIT: Hallucination detected (raw), discarding"));
+    EXPECT_TRUE(manager->lastTranscription().isNull());
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+    EXPECT_EQ(manager->state(), State::idle);
+
+    queue.advance(1999ms);
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+    queue.advance(1ms);
+    EXPECT_TRUE(manager->errorMessage().isNull());
+
+    record(1s);
+    transcript("graf ana");
+    processed("Grafana Kubernetes");
+    EXPECT_EQ(log.lines().last(),
+              QStringLiteral("🎙️ [Flow] ❌ EXIT: Hallucination detected (processed), discarding"));
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+    EXPECT_THAT(insertion.inserted, SizeIs(1));
+
+    // Another message in between is not cleared with it.
+    recorder.failure = QStringLiteral("gone");
+    manager->startRecording();
+    queue.advance(3s);
+    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: gone"));
+}
+
+TEST_F(RecordingManagerTest, CountsNothingForNobody) {
+    account.loggedIn = false;
+    record(1s);
+    transcript("hei");
+    processed("Hei");
+    EXPECT_THAT(history.entries, SizeIs(1));
+    EXPECT_THAT(account.reported, IsEmpty());
+
+    account.loggedIn = true;
+    record(1s);
+    transcript("hei");
+    processed("   ");
+    EXPECT_THAT(account.reported, IsEmpty());
+}
+
+TEST_F(RecordingManagerTest, ReadsLanguagesAndHintsAfreshForEveryDictation) {
+    record(1s);
+    EXPECT_EQ(transcriber.uploads[0],
+              (TranscriptionSettings{QStringLiteral("no"), QStringLiteral("no,sv,da,fi,en"), std::nullopt}));
+    transcript("");
+
+    preferences.set(keys::primaryLanguage, QStringLiteral("sv"));
+    preferences.set(keys::selectedLanguages, QStringLiteral(" sv ,,no"));
+    preferences.set(keys::dictionary, words({"c", "b", "a"}));
+    record(1s);
+    EXPECT_EQ(transcriber.uploads[1], (TranscriptionSettings{QStringLiteral("sv"), QStringLiteral(" sv ,,no"),
+                                                             QStringLiteral("a, b, c")}));
+    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Prompt] 3 hint words for languages: sv, , no")));
+}
+
+TEST_F(RecordingManagerTest, KeepsTheServiceWarmWhileALongRecordingRuns) {
+    manager->startRecording();
+    queue.advance(60s);
+    EXPECT_EQ(transcriber.prepared, 3);
+    manager->stopRecording();
+    queue.advance(60s);
+    EXPECT_EQ(transcriber.prepared, 3);
+}
+
+TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
+    microphone.answer = MicrophonePermission::Status::NotAsked;
+    manager->startRecording();
+    manager.reset();
+    microphone.asked(true);
+    queue.runPosted();
+    EXPECT_FALSE(recorder.runs);
+
+    microphone.answer = MicrophonePermission::Status::Granted;
+    create();
+    record(1s);
+    log.clear();
+    manager.reset();
+    transcriber.complete(Transcript{QStringLiteral("hei"), std::nullopt});
+    queue.advance(10s);
+    EXPECT_THAT(log.lines(), IsEmpty());
+
+    create();
+    record(1s);
+    transcript("hei");
+    manager.reset();
+    log.clear();
+    processor.complete(QStringLiteral("Hei"));
+    queue.runPosted();
+    EXPECT_THAT(log.lines(), IsEmpty());
+    EXPECT_THAT(insertion.inserted, IsEmpty());
+}
+
+TEST_F(RecordingManagerTest, TakesAnswersFromOtherThreads) {
+    record(1s);
+    std::thread([&] { transcriber.complete(Transcript{QStringLiteral("hei"), std::nullopt}); }).join();
+    queue.runPosted();
+    std::thread([&] { processor.complete(QStringLiteral("Hei")); }).join();
+    EXPECT_THAT(insertion.inserted, IsEmpty());
+    queue.runPosted();
+    EXPECT_EQ(insertion.inserted, QStringList{QStringLiteral("Hei")});
+}
+
+} // namespace
+
+} // namespace velmo
