@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/velmo_program.h"
+#include "app/command_line/velmo_program.h"
 #include "flow/desk.h"
 
 namespace velmo::testing {

@@ -1,7 +1,7 @@
 // The pages of one device, without windows: reads one command a line from standard input, its words between tabs, and
 // answers "<command> ok" or "<command> failed" when it is done. For tests that need a person at the pages.
 
-#include "app/composition.h"
+#include "app/composition/composition.h"
 #include "base/calendar.h"
 #include "base/collation.h"
 #include "base/log.h"

@@ -1,0 +1,92 @@
+#include "app/command_line/clean.h"
+
+#include "app/command_line/clean_request.h"
+#include "app/command_line/command_options.h"
+#include "app/command_line/output.h"
+#include "app/composition/composition.h"
+#include "base/json.h"
+#include "base/log.h"
+#include "base/utf8.h"
+#include "store/memory_preferences.h"
+#include "text/local_pipeline.h"
+
+#include <iostream>
+#include <iterator>
+
+namespace velmo {
+
+namespace {
+
+const QString kDetected = QStringLiteral("detected");
+const QString kTrace = QStringLiteral("trace");
+const QString kJsonLines = QStringLiteral("jsonl");
+
+/// Each pass on a line of its own.
+void trace(QLatin1StringView pass, const QString &text) {
+    printError(QStringLiteral("%1: %2").arg(QString(pass), onOneLine(text)));
+}
+
+int cleanWholeInput(const LocalTextPath &stored, const std::optional<QString> &detected,
+                    const TextTrace &tracing) {
+    const std::string input(std::istreambuf_iterator<char>(std::cin), {});
+    const QString text = stored.process(QString::fromStdString(input), detected, tracing);
+    return print(text + u'\n') ? exit_status::success : exit_status::failure;
+}
+
+/// A line's own preferences take the place of the stored ones.
+QString cleaned(const CleanRequest &request, const LocalTextPath &stored, const TextTrace &tracing) {
+    if (!request.preferences)
+        return stored.process(request.text, request.detectedLanguage, tracing);
+    const MemoryPreferences preferences(*request.preferences);
+    return LocalTextPath(preferences).process(request.text, request.detectedLanguage, tracing);
+}
+
+QByteArray answer(const QString &member, const QString &text) {
+    return json::compact(QJsonObject{{member, wellFormed(text)}}) + '\n';
+}
+
+int cleanLines(const LocalTextPath &stored, const TextTrace &tracing) {
+    int status = exit_status::success;
+    for (std::string line; std::getline(std::cin, line);) {
+        const auto request = parseCleanRequest(QByteArray::fromStdString(line));
+        if (!request)
+            status = exit_status::failure;
+        const bool isHeard =
+            print(request ? answer(QStringLiteral("text"), cleaned(*request, stored, tracing))
+                          : answer(QStringLiteral("error"), request.error()));
+        if (!isHeard)
+            return exit_status::failure;
+    }
+    return status;
+}
+
+int runClean(Composition &composition, const QStringList &arguments) {
+    CommandOptions options(cleanCommand());
+    options.add(
+        {kDetected, QStringLiteral("The language the speech service detected."), QStringLiteral("CODE")});
+    options.add({kTrace, QStringLiteral("Show the text after each pass, on standard error.")});
+    options.add(
+        {kJsonLines, QStringLiteral("Answer one JSON object a line: {\"prefs\", \"detected\", \"text\"}.")});
+    if (const auto status = options.read(arguments))
+        return *status;
+    if (!options.operands().isEmpty())
+        return options.usageError(QStringLiteral("the text is read from standard input"));
+    if (options.isSet(kJsonLines) && options.isSet(kDetected))
+        return options.usageError(QStringLiteral("with --jsonl each line names its own \"detected\""));
+
+    const LocalTextPath stored(composition.preferences());
+    const TextTrace tracing = options.isSet(kTrace) ? TextTrace(trace) : TextTrace();
+    if (options.isSet(kJsonLines))
+        return cleanLines(stored, tracing);
+    const auto detected = options.isSet(kDetected) ? std::optional(options.value(kDetected)) : std::nullopt;
+    return cleanWholeInput(stored, detected, tracing);
+}
+
+} // namespace
+
+Command cleanCommand() {
+    return {QLatin1StringView("clean"), QLatin1StringView("[--detected CODE] [--trace] [--jsonl]"),
+            QLatin1StringView("Clean a transcript as a dictation does, without the service."), runClean};
+}
+
+} // namespace velmo

@@ -1,0 +1,111 @@
+#include "app/command_line/dictate.h"
+
+#include "app/command_line/command_options.h"
+#include "app/command_line/file_dictation.h"
+#include "app/command_line/headless.h"
+#include "app/command_line/output.h"
+#include "app/composition/composition.h"
+#include "dictation/session/recording_manager.h"
+#include "platform/audio_length.h"
+#include "platform/linux/granted_microphone_permission.h"
+#include "store/history_store.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+#include <unistd.h>
+
+namespace velmo {
+
+namespace {
+
+/// A dictation whose recordings are files and whose text is collected.
+class FileDictations {
+public:
+    explicit FileDictations(Composition &composition)
+        : m_audioLength(composition.audioLength()),
+          m_clock(composition.mainQueue()),
+          m_recorder(m_clock),
+          m_history(composition.historyStore()),
+          m_manager({m_clock, composition.preferences(), m_microphone, m_workspace, m_silence, m_recorder,
+                     composition.transcriptionClient(), composition.textProcessor(), m_text, m_levels,
+                     m_overlay, m_history, composition.account(), composition.statistics()}) {}
+
+    /// The text of the recording, or the sentence that says why there is none. Waits for it in the event loop.
+    Result<QString, QString> dictate(const QString &path) {
+        if (QFileInfo(path).isDir())
+            return failed(QStringLiteral("This is a folder, not a recording"));
+        const auto seconds = m_audioLength.seconds(path);
+        m_recorder.setFile(path, seconds);
+        m_history.setLengthKnown(seconds.has_value());
+
+        QEventLoop untilIdle;
+        m_manager.onStateChange = [&](State state) {
+            if (state == State::recording)
+                m_manager.stopRecording();
+            else if (state == State::idle)
+                untilIdle.quit();
+        };
+        m_manager.startRecording();
+        untilIdle.exec();
+        m_manager.onStateChange = {};
+
+        if (auto text = m_text.take())
+            return *text;
+        const QString &message = m_manager.errorMessage();
+        return failed(message.isEmpty() ? QStringLiteral("No text") : message);
+    }
+
+private:
+    const AudioLength &m_audioLength;
+    ShiftedClock m_clock;
+    FileRecorder m_recorder;
+    FileDictationHistory m_history;
+    CollectedText m_text;
+    GrantedMicrophonePermission m_microphone;
+    headless::NoWorkspace m_workspace;
+    headless::Silence m_silence;
+    headless::NoLevels m_levels;
+    headless::NoOverlay m_overlay;
+    RecordingManager m_manager;
+};
+
+void showProgress(const QString &path, qsizetype number, qsizetype count) {
+    if (::isatty(STDERR_FILENO))
+        printError(QStringLiteral("[%1/%2] %3").arg(QString::number(number), QString::number(count), path));
+}
+
+/// One failure does not stop the others; with several files it is told which one failed.
+int dictateAll(Composition &composition, const QStringList &paths) {
+    composition.waitForSession(); // or the first dictation would not be counted for its person
+    FileDictations dictations(composition);
+    int status = exit_status::success;
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        showProgress(paths[i], i + 1, paths.size());
+        const auto text = dictations.dictate(paths[i]);
+        if (text && print(*text + u'\n'))
+            continue;
+        status = exit_status::failure;
+        if (!text)
+            printError(paths.size() == 1 ? text.error() : paths[i] + QStringLiteral(": ") + text.error());
+    }
+    composition.waitForRequests();
+    return status;
+}
+
+int runDictate(Composition &composition, const QStringList &arguments) {
+    CommandOptions options(dictateCommand());
+    if (const auto status = options.read(arguments))
+        return *status;
+    if (options.operands().isEmpty())
+        return options.usageError(QStringLiteral("a FILE is missing"));
+    return dictateAll(composition, options.operands());
+}
+
+} // namespace
+
+Command dictateCommand() {
+    return {QLatin1StringView("dictate"), QLatin1StringView("FILE..."),
+            QLatin1StringView("Dictate recordings from files and print their texts."), runDictate};
+}
+
+} // namespace velmo

@@ -1,0 +1,9 @@
+#pragma once
+
+#include "app/command_line/command.h"
+
+namespace velmo {
+
+[[nodiscard]] Command signOutCommand();
+
+} // namespace velmo

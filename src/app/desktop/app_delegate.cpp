@@ -1,0 +1,138 @@
+#include "app/desktop/app_delegate.h"
+
+#include "app/desktop/user_interface.h"
+#include "base/log.h"
+#include "dictation/capture/armed_capture.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/session/recording_manager.h"
+#include "platform/accessibility_permission.h"
+#include "platform/workspace.h"
+#include "service/wire/session_interfaces.h"
+#include "store/preference_keys.h"
+#include "store/preferences.h"
+
+using namespace std::chrono_literals;
+
+namespace velmo {
+
+namespace {
+
+constexpr QLatin1StringView kFnUsage{"AppleFnUsageType"};
+constexpr qint64 kDoesNothing = 0;
+
+/// A synchronisation this young is good enough (a product decision).
+constexpr auto kFreshSync = 30s;
+
+} // namespace
+
+AppDelegate::AppDelegate(const Collaborators &collaborators) : m_with(collaborators) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    m_with.interface.showStatusItem(m_lifetime.guard([this] { togglePopover(); }));
+    takeTriggerKey();
+    connectListener();
+    m_with.hotkeyListener.setupFnKey();
+    m_with.hotkeyListener.registerFallbackHotkey();
+    connectRecordingManager();
+    m_with.interface.showOverlay();
+    showOnboardingWhereNeeded();
+    m_with.account.whenRestored(m_lifetime.guard([this] { syncOnLaunch(); }));
+    m_with.workspace.setActivationHandler([this](bool isThisApplication) {
+        if (isThisApplication)
+            appDidBecomeActive();
+    });
+    log(LogTag::VelmoMac, QStringLiteral("Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"));
+}
+
+void AppDelegate::applicationWillTerminate() {
+    m_with.hotkeyListener.stopListening();
+    m_with.workspace.setActivationHandler({});
+    giveTriggerKeyBack();
+}
+
+void AppDelegate::togglePopover() {
+    m_with.interface.togglePopover();
+}
+
+void AppDelegate::openMainWindow() {
+    m_with.interface.closePopover();
+    m_with.interface.showMainWindow();
+}
+
+bool AppDelegate::applicationShouldHandleReopen() {
+    m_with.interface.showMainWindow();
+    return true;
+}
+
+void AppDelegate::updateStatusIcon(State state) {
+    m_with.interface.updateStatusIcon(state);
+}
+
+/// Nobody can grant a session what it does not have (Wayland), so that it is missing is said once, not at each launch.
+void AppDelegate::showOnboardingWhereNeeded() {
+    const auto &key = m_with.permission.isTrusted() ? keys::onboardingComplete : keys::keylessSetupComplete;
+    if (!m_with.preferences.boolean(key).value_or(false))
+        m_with.interface.showOnboarding();
+}
+
+void AppDelegate::appDidBecomeActive() {
+    m_with.account.whenRestored(m_lifetime.guard([this] { syncOnActivation(); }));
+}
+
+void AppDelegate::syncOnActivation() {
+    if (!m_with.account.isLoggedIn())
+        return;
+    const auto last = m_with.synchronisation.lastSyncDate();
+    if (last && m_with.queue.now() - *last < kFreshSync)
+        return;
+    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on app activation..."));
+    m_with.synchronisation.syncAll();
+}
+
+/// A keyring takes its time to tell about the session, so this may come after the ready line.
+void AppDelegate::syncOnLaunch() {
+    if (!m_with.account.isLoggedIn())
+        return;
+    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on launch..."));
+    m_with.synchronisation.syncAll();
+}
+
+void AppDelegate::takeTriggerKey() {
+    const qint64 previous = m_with.keyboardPreferences.integer(kFnUsage).value_or(kDoesNothing);
+    m_with.preferences.set(keys::previousFnUsage, previous);
+    m_with.keyboardPreferences.set(kFnUsage, kDoesNothing);
+    log(LogTag::VelmoMac, QStringLiteral("Emoji picker disabled (was: %1, now: 0)").arg(previous));
+}
+
+void AppDelegate::giveTriggerKeyBack() {
+    const qint64 previous = m_with.preferences.integer(keys::previousFnUsage).value_or(kDoesNothing);
+    m_with.keyboardPreferences.set(kFnUsage, previous);
+    log(LogTag::VelmoMac, QStringLiteral("Emoji picker restored (value: %1)").arg(previous));
+}
+
+void AppDelegate::connectListener() {
+    HotkeyListener &listener = m_with.hotkeyListener;
+    listener.onStartRecording = m_lifetime.guard([this] { m_with.recordingManager.startRecording(); });
+    listener.onStopRecording = m_lifetime.guard([this] { m_with.recordingManager.stopRecording(); });
+    listener.onPress =
+        m_lifetime.guard([this](std::chrono::nanoseconds at) { m_with.armedCapture.press(at); });
+    listener.onPressDropped = m_lifetime.guard([this] { m_with.armedCapture.drop(); });
+}
+
+/// However a recording begins, the trigger stops it; however it ends or fails to begin, the next press works at once.
+void AppDelegate::connectRecordingManager() {
+    RecordingManager &manager = m_with.recordingManager;
+    manager.onStateChange = [queue = &m_with.queue, update = m_lifetime.guard([this](State state) {
+        updateStatusIcon(state);
+    })](State state) { queue->post([update, state]() mutable { update(state); }); };
+    connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
+        if (manager.state() == State::recording)
+            m_with.hotkeyListener.recordingBegan();
+        else
+            m_with.hotkeyListener.recordingEnded();
+    });
+    connect(&manager, &RecordingManager::startFailed, this,
+            [this] { m_with.hotkeyListener.recordingEnded(); });
+}
+
+} // namespace velmo

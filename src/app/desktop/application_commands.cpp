@@ -1,0 +1,184 @@
+#include "app/desktop/application_commands.h"
+
+#include "app/command_line/command.h"
+#include "app/command_line/session_outcomes.h"
+#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/session/recording_manager.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
+
+namespace velmo {
+
+namespace {
+
+const CommandOutcome kDone;
+
+CommandOutcome refusal(const QString &message) {
+    return {exit_status::failure, QString(), message};
+}
+
+} // namespace
+
+ApplicationCommands::ApplicationCommands(const Collaborators &collaborators) : m_with(collaborators) {
+    connect(&m_with.auth, &AuthManager::signInEnded, this, &ApplicationCommands::signInEnded);
+    connect(&m_with.auth, &AuthManager::signedOut, this, &ApplicationCommands::signedOut);
+}
+
+void ApplicationCommands::activate() {
+    if (onShow)
+        onShow();
+}
+
+void ApplicationCommands::open(const QStringList &addresses) {
+    for (const QString &address : addresses) {
+        if (onAddress)
+            onAddress(address);
+    }
+}
+
+void ApplicationCommands::run(const QStringList &words, Reply reply) {
+    struct Row {
+        QStringList words;
+        void (ApplicationCommands::*run)(const Reply &reply);
+    };
+    static const Row rows[] = {
+        {{QStringLiteral("start")}, &ApplicationCommands::start},
+        {{QStringLiteral("stop")}, &ApplicationCommands::stop},
+        {{QStringLiteral("toggle")}, &ApplicationCommands::toggle},
+        {{QStringLiteral("cancel")}, &ApplicationCommands::cancel},
+        {{QStringLiteral("status")}, &ApplicationCommands::status},
+        {{QStringLiteral("show")}, &ApplicationCommands::show},
+        {{QStringLiteral("quit")}, &ApplicationCommands::quit},
+        {{QStringLiteral("sync")}, &ApplicationCommands::sync},
+        {{QStringLiteral("sign-in")}, &ApplicationCommands::signIn},
+        {{QStringLiteral("sign-in"), QStringLiteral("--wait")}, &ApplicationCommands::waitForSignIn},
+        {{QStringLiteral("sign-in"), QStringLiteral("--cancel")}, &ApplicationCommands::cancelSignIn},
+        {{QStringLiteral("sign-out")}, &ApplicationCommands::signOut},
+    };
+    for (const Row &row : rows) {
+        if (row.words == words) {
+            (this->*row.run)(reply);
+            return;
+        }
+    }
+    reply({exit_status::usage, QString(), QStringLiteral("The running Velmo does not know this command.")});
+}
+
+void ApplicationCommands::start(const Reply &reply) {
+    begin(reply, [this] { m_with.recordingManager.startRecording(); });
+}
+
+/// Replies when it is known whether the recording runs.
+void ApplicationCommands::begin(const Reply &reply, const std::function<void()> &startRecording) {
+    RecordingManager &manager = m_with.recordingManager;
+    if (manager.state() != State::idle) {
+        reply(refusal(QStringLiteral("A dictation is under way already.")));
+        return;
+    }
+    auto *answer = new QObject(this); // for the one signal that comes first
+    connect(&manager, &RecordingManager::stateChanged, answer, [answer, reply] {
+        delete answer;
+        reply(kDone);
+    });
+    connect(&manager, &RecordingManager::startFailed, answer, [&manager, answer, reply] {
+        delete answer;
+        reply(refusal(manager.errorMessage()));
+    });
+    startRecording();
+}
+
+void ApplicationCommands::stop(const Reply &reply) {
+    if (m_with.recordingManager.state() != State::recording) {
+        reply(refusal(QStringLiteral("No recording runs.")));
+        return;
+    }
+    m_with.recordingManager.stopRecording();
+    reply(kDone);
+}
+
+/// As the hot key does.
+void ApplicationCommands::toggle(const Reply &reply) {
+    HotkeyListener &listener = m_with.hotkeyListener;
+    if (listener.recordingMode() == RecordingMode::none) {
+        begin(reply, [&listener] { listener.toggleFromHotkey(); });
+        return;
+    }
+    listener.toggleFromHotkey();
+    reply(kDone);
+}
+
+void ApplicationCommands::cancel(const Reply &reply) {
+    if (m_with.recordingManager.state() != State::recording) {
+        reply(refusal(QStringLiteral("No recording runs.")));
+        return;
+    }
+    m_with.recordingManager.cancelRecording();
+    reply(kDone);
+}
+
+void ApplicationCommands::status(const Reply &reply) {
+    reply({exit_status::success, nameOf(m_with.recordingManager.state()) + u'\n', QString()});
+}
+
+void ApplicationCommands::show(const Reply &reply) {
+    activate();
+    reply(kDone);
+}
+
+void ApplicationCommands::quit(const Reply &reply) {
+    reply(kDone);
+    if (onQuit)
+        onQuit();
+}
+
+void ApplicationCommands::sync(const Reply &reply) {
+    m_with.auth.whenRestored(m_lifetime.guard([this, reply] { syncAccount(reply); }));
+}
+
+void ApplicationCommands::syncAccount(const Reply &reply) {
+    if (!m_with.auth.isLoggedIn()) {
+        reply(refusal(QStringLiteral("Not signed in")));
+        return;
+    }
+    m_with.sync.syncAll([reply](bool succeeded) {
+        reply(succeeded ? kDone : refusal(QStringLiteral("Not everything could be synchronised.")));
+    });
+}
+
+/// Replies with the address of the page at once; `--wait` tells how it ends.
+void ApplicationCommands::signIn(const Reply &reply) {
+    m_signInRuns = true;
+    m_with.auth.signInWithApple();
+    reply({exit_status::success, m_with.auth.authorizationAddress() + u'\n', QString()});
+}
+
+void ApplicationCommands::waitForSignIn(const Reply &reply) {
+    if (m_signInRuns)
+        m_waitingForSignIn.push_back(reply);
+    else
+        reply(m_lastSignIn);
+}
+
+void ApplicationCommands::cancelSignIn(const Reply &reply) {
+    m_with.auth.cancelSignIn();
+    reply(kDone);
+}
+
+void ApplicationCommands::signOut(const Reply &reply) {
+    m_waitingForSignOut.push_back(reply);
+    m_with.auth.signOut();
+}
+
+void ApplicationCommands::signInEnded(bool signedIn) {
+    m_signInRuns = false;
+    m_lastSignIn = signInOutcome(m_with.auth, signedIn);
+    for (const Reply &reply : std::exchange(m_waitingForSignIn, {}))
+        reply(m_lastSignIn);
+}
+
+void ApplicationCommands::signedOut() {
+    for (const Reply &reply : std::exchange(m_waitingForSignOut, {}))
+        reply(signOutOutcome(m_with.auth));
+}
+
+} // namespace velmo
