@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "localservice/http/endpoint.h"
 #include "localservice/http/socket_stream.h"
@@ -19,11 +20,9 @@ struct ServerLimits {
 /// A line on standard error tells method, path, status and duration of each request, never what it carries.
 /// Each connection carries one request: on one machine a connection costs next to nothing, and a client that
 /// reuses none can never send its request into one that is just being closed.
-class Server {
+class Server : private Unmovable {
 public:
     explicit Server(const ServerLimits &limits = {});
-    Server(const Server &) = delete;
-    Server &operator=(const Server &) = delete;
     ~Server();
 
     /// Before `run`.

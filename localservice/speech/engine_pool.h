@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "localservice/speech/speech_engine.h"
 
 #include <condition_variable>
@@ -14,7 +15,7 @@ namespace velmo::localservice {
 /// The engines of the service, each in a thread of its own, and the queue before them. A recording is refused
 /// at once when too many wait already, or when it cannot be done in the time Velmo waits: a refusal that
 /// comes at once is worth more than a text that comes too late.
-class EnginePool {
+class EnginePool : private Unmovable {
 public:
     /// Velmo gives an upload up after 30 s without a byte; the rest is for the way there and back.
     static constexpr std::chrono::seconds longestWait{25};
@@ -23,8 +24,6 @@ public:
     /// Begins to make the first engine, in the background; recordings that come meanwhile wait for it.
     /// Further ones are made when recordings overlap: one person's never do, and an engine takes much memory.
     explicit EnginePool(EngineKind kind);
-    EnginePool(const EnginePool &) = delete;
-    EnginePool &operator=(const EnginePool &) = delete;
     /// Waits for the recordings being worked on.
     ~EnginePool();
 

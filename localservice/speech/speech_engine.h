@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "localservice/http/endpoint.h"
 #include "localservice/http/multipart_form.h"
@@ -22,14 +23,9 @@ struct Speech {
 using SpeechOutcome = Result<Transcript, Refusal>;
 
 /// Turns speech into text, one recording at a time. Used by one thread.
-class SpeechEngine {
+class SpeechEngine : public Interface {
 public:
     using Clock = std::chrono::steady_clock;
-
-    SpeechEngine() = default;
-    SpeechEngine(const SpeechEngine &) = delete;
-    SpeechEngine &operator=(const SpeechEngine &) = delete;
-    virtual ~SpeechEngine() = default;
 
     /// Measures how many seconds of work a second of speech takes, at once; nothing when that cannot be known
     /// ahead.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <memory>
 #include <span>
 #include <vector>
@@ -11,14 +13,12 @@ namespace velmo {
 /// Brings sound to the 16000 samples a second of speech recognition, in a stream. The filter looks ahead, so samples
 /// come out later than they went in, and not evenly: a block may yield more than its share, the next one less. One
 /// thread at a time.
-class MonoResampler {
+class MonoResampler : private Unmovable {
 public:
     static constexpr int outputRate = 16000;
 
     /// Nothing when the rate cannot be converted.
     [[nodiscard]] static std::unique_ptr<MonoResampler> create(int inputRate);
-    MonoResampler(const MonoResampler &) = delete;
-    MonoResampler &operator=(const MonoResampler &) = delete;
     ~MonoResampler();
 
     /// Takes one block and answers at most `capacity` converted samples; what there is more stays for the next call.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/main_queue.h"
 
 #include <QString>
@@ -20,11 +21,9 @@ struct Region {
 };
 
 /// Days and times of the wall clock of a region, by its calendar; a day may have 23 or 25 hours. One thread.
-class Calendar {
+class Calendar : private Unmovable {
 public:
     explicit Calendar(const Region &region);
-    Calendar(const Calendar &) = delete;
-    Calendar &operator=(const Calendar &) = delete;
     ~Calendar();
 
     /// The first moment of the day that holds the moment, or of the day so many days later.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <QStringView>
 #include <memory>
@@ -11,12 +13,10 @@ namespace velmo {
 
 /// How the people of a locale order and find text: letters by their alphabet, accents count, case does not.
 /// In Norwegian "Ål" comes after "zebra" and "ål" finds "Ålesund", but "al" does not. One thread.
-class Collation {
+class Collation : private Unmovable {
 public:
     /// @param locale as ICU writes it: "nb_NO", "en_GB". An unknown one gets the order common to most.
     explicit Collation(const QString &locale);
-    Collation(const Collation &) = delete;
-    Collation &operator=(const Collation &) = delete;
     ~Collation();
 
     [[nodiscard]] bool precedes(QStringView left, QStringView right) const;
@@ -30,11 +30,9 @@ private:
 };
 
 /// Looks for one text in many others. The collation outlives it.
-class CollationSearch {
+class CollationSearch : private Unmovable {
 public:
     CollationSearch(const Collation &collation, QString wanted);
-    CollationSearch(const CollationSearch &) = delete;
-    CollationSearch &operator=(const CollationSearch &) = delete;
     ~CollationSearch();
 
     /// Whether the wanted text is part of this one. An empty text is part of every other.

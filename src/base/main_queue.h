@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -21,24 +23,13 @@ using Date = std::chrono::system_clock::time_point;
 
 /// Time, and the main thread's queue of tasks. All published state is changed in tasks of this queue, so it
 /// puts every change in one order. Tests use a twin that is moved by hand.
-class MainQueue {
+class MainQueue : public Interface {
 public:
     using Task = std::function<void()>;
 
     /// A delayed task that somebody owns: dropping it cancels the task. Owned and dropped on the main thread.
-    class DelayedTask {
-    public:
-        DelayedTask() = default;
-        DelayedTask(const DelayedTask &) = delete;
-        DelayedTask &operator=(const DelayedTask &) = delete;
-        virtual ~DelayedTask() = default;
-    };
+    class DelayedTask : public Interface {};
     using Timer = std::unique_ptr<DelayedTask>;
-
-    MainQueue() = default;
-    MainQueue(const MainQueue &) = delete;
-    MainQueue &operator=(const MainQueue &) = delete;
-    virtual ~MainQueue() = default;
 
     /// Runs the task later on the main thread, after every task posted before it. Any thread.
     virtual void post(Task task) = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QFlags>
 #include <QString>
 #include <QStringView>
@@ -23,13 +25,8 @@ public:
     Q_DECLARE_FLAGS(Options, Option)
 
     /// One match, as long as the call lasts that hands it out.
-    class Match {
+    class Match : public Interface {
     public:
-        Match() = default;
-        Match(const Match &) = delete;
-        Match &operator=(const Match &) = delete;
-        virtual ~Match() = default;
-
         /// What a capture group matched, 0 being the whole match; empty when it took no part.
         [[nodiscard]] virtual QStringView group(int number) const = 0;
     };

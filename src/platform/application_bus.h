@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <QStringList>
 #include <chrono>
@@ -18,14 +20,9 @@ struct CommandOutcome {
 };
 
 /// What other processes of the session may ask of the application. Main thread.
-class ApplicationRequests {
+class ApplicationRequests : public Interface {
 public:
     using Reply = std::function<void(const CommandOutcome &)>;
-
-    ApplicationRequests() = default;
-    ApplicationRequests(const ApplicationRequests &) = delete;
-    ApplicationRequests &operator=(const ApplicationRequests &) = delete;
-    virtual ~ApplicationRequests() = default;
 
     /// Somebody started the application again: it shows itself.
     virtual void activate() = 0;
@@ -38,7 +35,7 @@ public:
 };
 
 /// Where the processes of a session find the one that goes by a name. Main thread.
-class ApplicationBus {
+class ApplicationBus : public Interface {
 public:
     enum class Claim {
         Held,  ///< This process goes by the name now.
@@ -48,11 +45,7 @@ public:
     /// Nothing where nobody goes by the name.
     using Answer = std::function<void(const std::optional<CommandOutcome> &)>;
 
-    ApplicationBus() = default;
-    ApplicationBus(const ApplicationBus &) = delete;
-    ApplicationBus &operator=(const ApplicationBus &) = delete;
     /// Gives the name back.
-    virtual ~ApplicationBus() = default;
 
     /// Takes the name and hands what others ask to `requests`, until it is given back.
     [[nodiscard]] virtual Claim claim(ApplicationRequests &requests) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/display_client.h"
 
 #include <QByteArray>
@@ -33,7 +34,7 @@ struct ClipboardSaveLimits {
 ///
 /// Called on the main thread; no call waits. Each answer comes once, each event as often as it happens, as a
 /// task of the main queue, in the order in which things happened on the display.
-class Clipboard {
+class Clipboard : public Interface {
 public:
     /// Grows with every change by anyone; equal counts mean that nothing changed in between.
     using ChangeCount = quint64;
@@ -51,11 +52,6 @@ public:
         std::function<void(DisplayClient)> read; ///< This program has taken in the whole text.
         std::function<void()> lost;              ///< Somebody else has put something in its place.
     };
-
-    Clipboard() = default;
-    Clipboard(const Clipboard &) = delete;
-    Clipboard &operator=(const Clipboard &) = delete;
-    virtual ~Clipboard() = default;
 
     /// Reads every offered format, within the limits: plain text first, so that it is what remains when the
     /// rest must be left out (with a log line).

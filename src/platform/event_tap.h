@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QFlags>
 #include <QString>
 #include <chrono>
@@ -45,16 +47,11 @@ enum class TapAnswer { Pass, Suppress };
 /// never what programs inject. A key that repeats is reported once. Every press that was answered with
 /// Suppress is followed by its release, without any other flag, whatever else is held by then and even when
 /// the keyboard is unplugged or the machine slept in between.
-class EventTap {
+class EventTap : public Interface {
 public:
     /// Runs on a thread of the tap's own while the keyboard waits for the answer: it must not wait for
     /// anything, least of all for the main thread.
     using Handler = std::function<TapAnswer(const TapEvent &event)>;
-
-    EventTap() = default;
-    EventTap(const EventTap &) = delete;
-    EventTap &operator=(const EventTap &) = delete;
-    virtual ~EventTap() = default;
 
     /// Main thread; returns once the tap runs. `triggerKey` is the XKB name of the key ("RCTL").
     /// @return false when keys cannot be observed here or the keyboard has no such key.

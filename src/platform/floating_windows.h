@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QList>
 #include <QRect>
 #include <functional>
@@ -9,16 +11,10 @@ namespace velmo {
 
 /// What a desktop does for windows of ours that float over all others and that no window manager manages. A window goes
 /// by its number on the display. Main thread.
-class FloatingWindows {
+class FloatingWindows : public Interface {
 public:
     /// Ends, when it is dropped, what it was returned for.
-    class Handle {
-    public:
-        Handle() = default;
-        Handle(const Handle &) = delete;
-        Handle &operator=(const Handle &) = delete;
-        virtual ~Handle() = default;
-    };
+    class Handle : public Interface {};
 
     /// Gives the keyboard back when it is dropped.
     class KeyboardLoan : public Handle {
@@ -33,11 +29,6 @@ public:
         std::function<void()> restacked;          ///< Managed windows came forward, perhaps over ours.
         std::function<void()> panelsChanged;      ///< `freeOf` may have another answer.
     };
-
-    FloatingWindows() = default;
-    FloatingWindows(const FloatingWindows &) = delete;
-    FloatingWindows &operator=(const FloatingWindows &) = delete;
-    virtual ~FloatingWindows() = default;
 
     /// Whether what is translucent looks so. Without a compositor the clear parts of a window are black.
     [[nodiscard]] virtual bool isComposited() const = 0;

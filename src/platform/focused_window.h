@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/display_client.h"
 
 #include <QString>
@@ -15,13 +16,8 @@ struct FocusedWindow {
 };
 
 /// Finds the window that gets what is typed. Main thread; no call waits.
-class FocusedWindowFinder {
+class FocusedWindowFinder : public Interface {
 public:
-    FocusedWindowFinder() = default;
-    FocusedWindowFinder(const FocusedWindowFinder &) = delete;
-    FocusedWindowFinder &operator=(const FocusedWindowFinder &) = delete;
-    virtual ~FocusedWindowFinder() = default;
-
     /// Answers once, as a task of the main queue; nothing when keys go nowhere.
     virtual void find(std::function<void(std::optional<FocusedWindow>)> done) = 0;
 };

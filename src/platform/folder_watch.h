@@ -1,18 +1,16 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <functional>
 
 namespace velmo {
 
 /// Tells when files are written, by whichever process. Main thread.
-class FolderWatch {
+class FolderWatch : public Interface {
 public:
-    FolderWatch() = default;
-    FolderWatch(const FolderWatch &) = delete;
-    FolderWatch &operator=(const FolderWatch &) = delete;
     /// Ends every watch.
-    virtual ~FolderWatch() = default;
 
     /// Calls back soon after a file of the folder whose name begins so was written, made, moved there or removed;
     /// once for several of them, and sometimes for nothing.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "platform/event_tap.h"
 
@@ -15,24 +16,13 @@ struct Hotkey {
 };
 
 /// Keys that work whatever application has focus, under any state of the locks (Caps Lock, Num Lock).
-class GlobalHotkey {
+class GlobalHotkey : public Interface {
 public:
     /// A registered hot key; dropping it gives the key back.
-    class Registration {
-    public:
-        Registration() = default;
-        Registration(const Registration &) = delete;
-        Registration &operator=(const Registration &) = delete;
-        virtual ~Registration() = default;
-    };
+    class Registration : public Interface {};
 
     /// The platform's own number for why the key cannot be had; never 0.
     using Status = int;
-
-    GlobalHotkey() = default;
-    GlobalHotkey(const GlobalHotkey &) = delete;
-    GlobalHotkey &operator=(const GlobalHotkey &) = delete;
-    virtual ~GlobalHotkey() = default;
 
     /// Main thread. `pressed` is called on any thread, once for a press however long it is held, and not
     /// again once the registration is dropped.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QPoint>
 #include <functional>
 #include <memory>
@@ -7,24 +9,13 @@
 namespace velmo {
 
 /// Hears of mouse clicks over any window, without taking them from anybody.
-class GlobalMouseMonitor {
+class GlobalMouseMonitor : public Interface {
 public:
     /// A running watch; dropping it ends it. Main thread.
-    class Watch {
-    public:
-        Watch() = default;
-        Watch(const Watch &) = delete;
-        Watch &operator=(const Watch &) = delete;
-        virtual ~Watch() = default;
-    };
+    class Watch : public Interface {};
 
     /// Where the pointer was, in device pixels from the top left corner of the desktop.
     using Clicked = std::function<void(QPoint position)>;
-
-    GlobalMouseMonitor() = default;
-    GlobalMouseMonitor(const GlobalMouseMonitor &) = delete;
-    GlobalMouseMonitor &operator=(const GlobalMouseMonitor &) = delete;
-    virtual ~GlobalMouseMonitor() = default;
 
     /// Calls back on the main thread for each left or right button that goes down. Main thread.
     /// @return nothing when clicks cannot be watched here.

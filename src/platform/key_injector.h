@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 
 namespace velmo {
@@ -12,13 +14,8 @@ enum class PasteShortcut {
 };
 
 /// Keys pressed on the person's behalf, in whatever window has focus. Main thread; no call waits.
-class KeyInjector {
+class KeyInjector : public Interface {
 public:
-    KeyInjector() = default;
-    KeyInjector(const KeyInjector &) = delete;
-    KeyInjector &operator=(const KeyInjector &) = delete;
-    virtual ~KeyInjector() = default;
-
     /// Whether this session lets one program press keys in another at all.
     [[nodiscard]] virtual bool canInject() const = 0;
 

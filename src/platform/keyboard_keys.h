@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <optional>
 
@@ -12,13 +14,8 @@ struct PhysicalKey {
 };
 
 /// Which key of the keyboard a key event came from.
-class KeyboardKeys {
+class KeyboardKeys : public Interface {
 public:
-    KeyboardKeys() = default;
-    KeyboardKeys(const KeyboardKeys &) = delete;
-    KeyboardKeys &operator=(const KeyboardKeys &) = delete;
-    virtual ~KeyboardKeys() = default;
-
     /// `scanCode` is QKeyEvent::nativeScanCode. Main thread. Nothing for a key without a name.
     [[nodiscard]] virtual std::optional<PhysicalKey> keyAt(quint32 scanCode) const = 0;
 };

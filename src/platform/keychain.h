@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QByteArray>
@@ -16,13 +17,8 @@ struct KeychainFailure {
 /// Where the desktop keeps a person's secrets: items of bytes, each found by the name of an account alone. Nothing
 /// asks the person for a password: a keychain that is locked is a failure like one that is absent. Every operation
 /// may wait, at most about a second, so none is called on the main thread. Any other thread.
-class Keychain {
+class Keychain : public Interface {
 public:
-    Keychain() = default;
-    Keychain(const Keychain &) = delete;
-    Keychain &operator=(const Keychain &) = delete;
-    virtual ~Keychain() = default;
-
     /// The bytes of the item, or nothing where there is no such item.
     [[nodiscard]] virtual Result<std::optional<QByteArray>, KeychainFailure> read(const QString &account) = 0;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QString>
@@ -7,13 +8,8 @@
 namespace velmo {
 
 /// Whether the desktop starts Velmo when the person logs in. Main thread.
-class LoginItem {
+class LoginItem : public Interface {
 public:
-    LoginItem() = default;
-    LoginItem(const LoginItem &) = delete;
-    LoginItem &operator=(const LoginItem &) = delete;
-    virtual ~LoginItem() = default;
-
     [[nodiscard]] virtual bool isEnabled() const = 0;
 
     /// The failure is a sentence for the person; nothing has changed then.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <chrono>
 #include <memory>
@@ -20,13 +22,8 @@ struct MicrophoneFailure {
 
 /// Whoever listens. The operations are called one at a time, on the capture thread or from within
 /// `Microphone::open`; they must return quickly and must not close the capture.
-class CaptureListener {
+class CaptureListener : public Interface {
 public:
-    CaptureListener() = default;
-    CaptureListener(const CaptureListener &) = delete;
-    CaptureListener &operator=(const CaptureListener &) = delete;
-    virtual ~CaptureListener() = default;
-
     /// The microphone is open. Called once, before the first frames; the format stays, whatever device the capture
     /// moves to later.
     virtual void opened(const CaptureFormat &format) = 0;
@@ -41,22 +38,11 @@ public:
 
 /// An open microphone; dropping it closes it, after which the listener is not called again. Never waits for a sound
 /// server.
-class Capture {
-public:
-    Capture() = default;
-    Capture(const Capture &) = delete;
-    Capture &operator=(const Capture &) = delete;
-    virtual ~Capture() = default;
-};
+class Capture : public Interface {};
 
 /// The microphone the desktop has as its default, in its native rate and channels.
-class Microphone {
+class Microphone : public Interface {
 public:
-    Microphone() = default;
-    Microphone(const Microphone &) = delete;
-    Microphone &operator=(const Microphone &) = delete;
-    virtual ~Microphone() = default;
-
     /// Begins to open the default microphone and returns at once. Should that device vanish or another become the
     /// default, the capture goes on there. Main thread; the listener outlives the capture, the capture does not
     /// outlive the microphone.

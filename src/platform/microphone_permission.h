@@ -1,20 +1,17 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 
 namespace velmo {
 
 /// Whether this application may listen to the microphone. Desktops without such a permission always answer
 /// Granted; a missing device is then the recorder's error.
-class MicrophonePermission {
+class MicrophonePermission : public Interface {
 public:
     enum class Status { NotAsked, Restricted, Denied, Granted };
     using Answer = std::function<void(bool granted)>;
-
-    MicrophonePermission() = default;
-    MicrophonePermission(const MicrophonePermission &) = delete;
-    MicrophonePermission &operator=(const MicrophonePermission &) = delete;
-    virtual ~MicrophonePermission() = default;
 
     /// Main thread; returns at once.
     [[nodiscard]] virtual Status status() const = 0;

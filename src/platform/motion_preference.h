@@ -1,17 +1,14 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 
 namespace velmo {
 
 /// Whether the desktop asks its applications for less motion. Main thread.
-class MotionPreference {
+class MotionPreference : public Interface {
 public:
-    MotionPreference() = default;
-    MotionPreference(const MotionPreference &) = delete;
-    MotionPreference &operator=(const MotionPreference &) = delete;
-    virtual ~MotionPreference() = default;
-
     /// Answers from what is known already.
     [[nodiscard]] virtual bool isReduced() const = 0;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QString>
@@ -16,13 +17,8 @@ struct RecordingFileFailure {
 /// A recording that is being written: a WAVE file of 16-bit PCM, 16000 samples a second, one channel. What has been
 /// written is readable at any moment, even when the process is killed. Dropping it completes the file. One thread at
 /// a time.
-class RecordingFile {
+class RecordingFile : public Interface {
 public:
-    RecordingFile() = default;
-    RecordingFile(const RecordingFile &) = delete;
-    RecordingFile &operator=(const RecordingFile &) = delete;
-    virtual ~RecordingFile() = default;
-
     /// Appends samples; what lies outside -1 to 1 is clipped. On a failure (a full disk) some of them are lost;
     /// later ones may fit again.
     virtual Result<void, RecordingFileFailure> write(std::span<const float> samples) = 0;
@@ -30,13 +26,8 @@ public:
 
 /// Recordings on disk. Each belongs to the process that made it until it is removed or the process ends, however it
 /// ends. Any thread.
-class RecordingFiles {
+class RecordingFiles : public Interface {
 public:
-    RecordingFiles() = default;
-    RecordingFiles(const RecordingFiles &) = delete;
-    RecordingFiles &operator=(const RecordingFiles &) = delete;
-    virtual ~RecordingFiles() = default;
-
     /// Makes a new file that only its owner may read. A failure leaves no file behind.
     [[nodiscard]] virtual Result<std::unique_ptr<RecordingFile>, RecordingFileFailure>
     create(const QString &path) = 0;

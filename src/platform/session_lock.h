@@ -1,17 +1,14 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 
 namespace velmo {
 
 /// Whether the session is locked: the person is away, and whoever is at the keyboard may be anybody. Main thread.
-class SessionLock {
+class SessionLock : public Interface {
 public:
-    SessionLock() = default;
-    SessionLock(const SessionLock &) = delete;
-    SessionLock &operator=(const SessionLock &) = delete;
-    virtual ~SessionLock() = default;
-
     [[nodiscard]] virtual bool isLocked() const = 0;
 
     /// Called when the session has been locked.

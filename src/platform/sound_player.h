@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 namespace velmo {
 
 /// The cues of a dictation. The names are the roles; a back-end maps them to sounds of the desktop's theme.
@@ -10,13 +12,8 @@ enum class SoundCue {
 };
 
 /// Short sounds. Main thread; never waits; a sound that does not exist or cannot be played is silence.
-class SoundPlayer {
+class SoundPlayer : public Interface {
 public:
-    SoundPlayer() = default;
-    SoundPlayer(const SoundPlayer &) = delete;
-    SoundPlayer &operator=(const SoundPlayer &) = delete;
-    virtual ~SoundPlayer() = default;
-
     virtual void play(SoundCue cue) = 0;
 };
 

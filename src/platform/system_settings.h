@@ -1,19 +1,16 @@
 #pragma once
 
+#include "base/interface.h"
+
 namespace velmo {
 
 /// The desktop's own settings, for what Velmo cannot change itself. Main thread.
-class SystemSettings {
+class SystemSettings : public Interface {
 public:
     enum class Page {
         Keyboard, ///< Where commands are bound to keys.
         Sound,    ///< Where the microphone is chosen.
     };
-
-    SystemSettings() = default;
-    SystemSettings(const SystemSettings &) = delete;
-    SystemSettings &operator=(const SystemSettings &) = delete;
-    virtual ~SystemSettings() = default;
 
     /// Whether this desktop is known to have such a page.
     [[nodiscard]] virtual bool canOpen(Page page) const = 0;

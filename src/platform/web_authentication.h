@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QString>
@@ -21,16 +22,11 @@ struct WebAuthenticationFailure {
 
 /// Shows a person a web page on which they say who they are. The page answers by leading to an address of a scheme of
 /// the application's own. Main thread.
-class WebAuthentication {
+class WebAuthentication : public Interface {
 public:
     /// The address the page led to; nothing where it led to none.
     using Outcome = Result<std::optional<QString>, WebAuthenticationFailure>;
     using Completion = std::function<void(Outcome)>;
-
-    WebAuthentication() = default;
-    WebAuthentication(const WebAuthentication &) = delete;
-    WebAuthentication &operator=(const WebAuthentication &) = delete;
-    virtual ~WebAuthentication() = default;
 
     /// Opens the page and waits for the first address of that scheme. The completion comes at most once, after this
     /// returns. A session that still runs is replaced: its completion does not come any more.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <functional>
 #include <optional>
@@ -7,13 +9,8 @@
 namespace velmo {
 
 /// What else runs on the desktop.
-class Workspace {
+class Workspace : public Interface {
 public:
-    Workspace() = default;
-    Workspace(const Workspace &) = delete;
-    Workspace &operator=(const Workspace &) = delete;
-    virtual ~Workspace() = default;
-
     /// The name, as people know it, of the application that has focus; nothing when none has or it is
     /// unnamed. Main thread; answers from what is known already and never waits for another program.
     [[nodiscard]] virtual std::optional<QString> frontmostApplicationName() const = 0;

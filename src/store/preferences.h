@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/main_queue.h"
 
 #include <QByteArray>
@@ -18,16 +19,11 @@ using PreferenceValue = std::variant<QString, bool, qint64, Date, QByteArray>;
 /// moment of use and not kept, so a change applies to the next dictation. No defaults are stored; each reader
 /// applies its own when a key is absent or its value is of another kind. All operations are safe on any
 /// thread.
-class Preferences {
+class Preferences : public Interface {
 public:
     /// Given the stored value (nothing when absent), answers the value to store; nothing removes the key.
     using Change =
         std::function<std::optional<PreferenceValue>(const std::optional<PreferenceValue> &stored)>;
-
-    Preferences() = default;
-    Preferences(const Preferences &) = delete;
-    Preferences &operator=(const Preferences &) = delete;
-    virtual ~Preferences() = default;
 
     [[nodiscard]] virtual std::optional<PreferenceValue> value(const QString &key) const = 0;
     [[nodiscard]] virtual std::map<QString, PreferenceValue> all() const = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "store/sqlite_code.h"
 
@@ -15,11 +16,9 @@ class SqliteStatement {
 public:
     /// Makes the statement ready for its next use when the scope of one use ends, which also ends the
     /// transaction of a lone SELECT.
-    class Use {
+    class Use : private Unmovable {
     public:
         explicit Use(const SqliteStatement &statement) : m_statement(statement.get()) {}
-        Use(const Use &) = delete;
-        Use &operator=(const Use &) = delete;
         ~Use() { sqlite3_reset(m_statement); }
 
         void bindText(int parameter, const QByteArray &utf8);

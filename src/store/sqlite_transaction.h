@@ -1,15 +1,14 @@
 #pragma once
 
+#include "base/interface.h"
 #include "store/sqlite_connection.h"
 
 namespace velmo {
 
 /// A write transaction, taken back at the end of its scope unless it was committed.
-class SqliteTransaction {
+class SqliteTransaction : private Unmovable {
 public:
     explicit SqliteTransaction(const SqliteConnection &connection) : m_connection(connection) {}
-    SqliteTransaction(const SqliteTransaction &) = delete;
-    SqliteTransaction &operator=(const SqliteTransaction &) = delete;
     ~SqliteTransaction() {
         if (sqlite3_get_autocommit(m_connection.get()) == 0)
             (void)m_connection.run("ROLLBACK");

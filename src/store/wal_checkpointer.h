@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "store/preferences_file.h"
 
 #include <condition_variable>
@@ -15,11 +16,9 @@ namespace velmo {
 ///
 /// The log is emptied, not just started over, because commits are not synchronised: new frames written over old ones
 /// could reach the disk out of order and bring an old page back.
-class WalCheckpointer {
+class WalCheckpointer : private Unmovable {
 public:
     explicit WalCheckpointer(PreferencesFile file);
-    WalCheckpointer(const WalCheckpointer &) = delete;
-    WalCheckpointer &operator=(const WalCheckpointer &) = delete;
     ~WalCheckpointer();
 
     /// Something was committed. Any thread; the first call starts the thread.

@@ -1,16 +1,15 @@
 #pragma once
 
 #include "app/command_line/velmo_program.h"
+#include "base/interface.h"
 #include "flow/desk.h"
 
 namespace velmo::testing {
 
 /// The application as people run it, at a desk. It has started when this is made; ending it is checked.
-class RunningVelmo {
+class RunningVelmo : private Unmovable {
 public:
     RunningVelmo(const Desk &desk, const QString &serviceOrigin, const QString &temporaryDirectory);
-    RunningVelmo(const RunningVelmo &) = delete;
-    RunningVelmo &operator=(const RunningVelmo &) = delete;
     ~RunningVelmo();
 
     /// Waits for a log line with these words, after the ones waited for before.

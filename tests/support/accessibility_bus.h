@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "support/private_bus.h"
 
 #include <QDBusConnection>
@@ -14,11 +15,9 @@ struct AccessiblePart {
 };
 
 /// A session's bus for assistive technology, as it comes when a screen reader starts.
-class AccessibilityBus {
+class AccessibilityBus : private Unmovable {
 public:
     explicit AccessibilityBus(const PrivateBus &session);
-    AccessibilityBus(const AccessibilityBus &) = delete;
-    AccessibilityBus &operator=(const AccessibilityBus &) = delete;
     ~AccessibilityBus();
 
     /// All parts of all windows of all applications, each before the parts within it.

@@ -1,17 +1,17 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 #include <sys/types.h>
 
 namespace velmo::testing {
 
 /// A process beside the test. Make it before the test starts threads of its own.
-class ChildProcess {
+class ChildProcess : private Unmovable {
 public:
     /// Runs the body in a copy of this process; its answer is the exit status.
     explicit ChildProcess(const std::function<int()> &body);
-    ChildProcess(const ChildProcess &) = delete;
-    ChildProcess &operator=(const ChildProcess &) = delete;
     ~ChildProcess();
 
     /// Waits for its end and answers the exit status, or minus the signal that ended it.

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QStringList>
 #include <mutex>
 
 namespace velmo::testing {
 
 /// Collects log lines for as long as it lives.
-class LogCapture {
+class LogCapture : private Unmovable {
 public:
     LogCapture();
-    LogCapture(const LogCapture &) = delete;
-    LogCapture &operator=(const LogCapture &) = delete;
     ~LogCapture();
 
     [[nodiscard]] QStringList lines() const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -9,11 +11,9 @@ namespace velmo::testing {
 void endWithParent(QProcess &process);
 
 /// A session bus of a test's own, where nothing is started by itself. While it lives it is the process's session bus.
-class PrivateBus {
+class PrivateBus : private Unmovable {
 public:
     PrivateBus();
-    PrivateBus(const PrivateBus &) = delete;
-    PrivateBus &operator=(const PrivateBus &) = delete;
     ~PrivateBus();
 
     [[nodiscard]] const QString &address() const { return m_address; }

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "base/interface.h"
 #include "support/private_bus.h"
 
 namespace velmo::testing {
 
 /// A keyring of a test's own on its bus, unlocked.
-class PrivateKeyring {
+class PrivateKeyring : private Unmovable {
 public:
     explicit PrivateKeyring(const PrivateBus &bus);
-    PrivateKeyring(const PrivateKeyring &) = delete;
-    PrivateKeyring &operator=(const PrivateKeyring &) = delete;
     ~PrivateKeyring();
 
     void restart();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QProcess>
 #include <QString>
 #include <QStringList>
@@ -9,12 +11,10 @@ namespace velmo::testing {
 
 /// A PulseAudio server of this test alone, which the test's process and the programs it starts use. It ends with the
 /// object, and when the test itself is killed.
-class PulseServer {
+class PulseServer : private Unmovable {
 public:
     /// "load-module …" lines and the like.
     explicit PulseServer(const QStringList &script);
-    PulseServer(const PulseServer &) = delete;
-    PulseServer &operator=(const PulseServer &) = delete;
     ~PulseServer();
 
     /// A microphone that hears what is played: the monitor of a null sink, as a source of its own. 48 kHz stereo.

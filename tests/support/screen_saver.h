@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "support/private_bus.h"
 
 #include <QDBusConnection>
@@ -7,11 +8,9 @@
 namespace velmo::testing {
 
 /// A desktop's screen saver on the bus, until it ends.
-class ScreenSaver {
+class ScreenSaver : private Unmovable {
 public:
     explicit ScreenSaver(const PrivateBus &bus);
-    ScreenSaver(const ScreenSaver &) = delete;
-    ScreenSaver &operator=(const ScreenSaver &) = delete;
     ~ScreenSaver();
 
     /// Tells the session by the desktop's own interface; everybody has got it before what is sent from here on.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QByteArray>
 #include <QString>
 #include <chrono>
@@ -51,11 +53,9 @@ struct Reaction {
 
 /// An HTTP server on loopback with threads of its own that does as it is told and remembers what came. A path
 /// nobody spoke of gets 404. It accepts until its end, which cuts every connection.
-class ScriptedServer {
+class ScriptedServer : private Unmovable {
 public:
     ScriptedServer();
-    ScriptedServer(const ScriptedServer &) = delete;
-    ScriptedServer &operator=(const ScriptedServer &) = delete;
     ~ScriptedServer();
 
     /// "http://127.0.0.1:PORT".

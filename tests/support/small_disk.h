@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -7,11 +9,9 @@ namespace velmo::testing {
 
 /// A real file system of some hundred kilobytes that a test can fill and make read-only. Only this process sees it,
 /// and it ends with the process at the latest. Make it before the test starts threads of its own.
-class SmallDisk {
+class SmallDisk : private Unmovable {
 public:
     SmallDisk();
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
     ~SmallDisk();
 
     /// Whether this process may mount, as root or in a user namespace of its own.

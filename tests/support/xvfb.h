@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "support/wait_until.h"
 
 #include <QProcess>
@@ -10,11 +11,9 @@
 namespace velmo::testing {
 
 /// A program on a private display. It is killed with the object, and when the test itself is.
-class DisplayProgram {
+class DisplayProgram : private Unmovable {
 public:
     DisplayProgram(const QString &display, const QString &program, const QStringList &arguments);
-    DisplayProgram(const DisplayProgram &) = delete;
-    DisplayProgram &operator=(const DisplayProgram &) = delete;
     ~DisplayProgram();
 
     [[nodiscard]] QProcess &process() { return m_process; }
@@ -28,11 +27,9 @@ private:
 };
 
 /// A private X server, one screen of 1280 × 800, no window manager until one is asked for.
-class Xvfb {
+class Xvfb : private Unmovable {
 public:
     explicit Xvfb(const QStringList &moreArguments = {});
-    Xvfb(const Xvfb &) = delete;
-    Xvfb &operator=(const Xvfb &) = delete;
     ~Xvfb();
 
     [[nodiscard]] const QString &display() const { return m_display; } ///< ":7"

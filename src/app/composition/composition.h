@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/wire/service_origin.h"
 
 #include <QThreadPool>
@@ -35,12 +36,10 @@ class UrlSchemeHandler;
 
 /// The parts list: builds each component once, from real parts, when it is first asked for, and is the only
 /// place that knows which parts those are. Main thread.
-class Composition {
+class Composition : private Unmovable {
 public:
     /// The service the requests of this run go to.
     explicit Composition(ServiceOrigin origin);
-    Composition(const Composition &) = delete;
-    Composition &operator=(const Composition &) = delete;
     ~Composition();
 
     [[nodiscard]] bool isServiceOnThisMachine() const { return m_origin.isThisMachine(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QString>
@@ -15,12 +16,10 @@ class TextInserter;
 
 /// The parts list of the desktop application: what it has beyond the parts of every `velmo`, which are the
 /// composition's: keys, microphone, sounds and the cursor of other applications. Main thread.
-class DesktopComposition {
+class DesktopComposition : private Unmovable {
 public:
     /// Takes hold of the display; the failure is a sentence. The composition outlives what is made.
     [[nodiscard]] static Result<std::unique_ptr<DesktopComposition>, QString> open(Composition &composition);
-    DesktopComposition(const DesktopComposition &) = delete;
-    DesktopComposition &operator=(const DesktopComposition &) = delete;
     ~DesktopComposition();
 
     RecordingManager &recordingManager();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/calendar.h"
+#include "base/interface.h"
 
 #include <memory>
 
@@ -25,7 +26,7 @@ class TriggerKeyCapture;
 
 /// The parts list of what sets Velmo up: the state of the account and settings pages, and onboarding with its window.
 /// Each is made when it is first asked for. Main thread.
-class SetupParts {
+class SetupParts : private Unmovable {
 public:
     /// What the desktop offers; all of it outlives the parts.
     struct Desktop {
@@ -40,8 +41,6 @@ public:
 
     /// The composition outlives the parts.
     SetupParts(Composition &composition, const Desktop &desktop);
-    SetupParts(const SetupParts &) = delete;
-    SetupParts &operator=(const SetupParts &) = delete;
     ~SetupParts();
 
     [[nodiscard]] QObject &accountPage();

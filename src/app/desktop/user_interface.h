@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "dictation/dictation_state.h"
 
 #include <functional>
@@ -7,13 +8,8 @@
 namespace velmo {
 
 /// What can be seen of Velmo, as far as its life is concerned. Main thread.
-class UserInterface {
+class UserInterface : public Interface {
 public:
-    UserInterface() = default;
-    UserInterface(const UserInterface &) = delete;
-    UserInterface &operator=(const UserInterface &) = delete;
-    virtual ~UserInterface() = default;
-
     /// Puts the status item into the tray, at rest; `pressed` is called whenever somebody presses it.
     virtual void showStatusItem(std::function<void()> pressed) = 0;
     virtual void updateStatusIcon(State state) = 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <chrono>
 
 namespace velmo {
@@ -14,13 +16,8 @@ namespace velmo {
 ///     press, release, press, release     press(t1), press(t2), then Recorder::startRecording(): heard since t2
 ///     press, release, nothing more       press(t1), then drop() when a second press would come too late
 ///     press, another key                 press(t1), then drop()
-class ArmedCapture {
+class ArmedCapture : public Interface {
 public:
-    ArmedCapture() = default;
-    ArmedCapture(const ArmedCapture &) = delete;
-    ArmedCapture &operator=(const ArmedCapture &) = delete;
-    virtual ~ArmedCapture() = default;
-
     /// The trigger went down at that moment of `MainQueue::uptime()`. Opens the microphone, or goes on listening
     /// when an earlier press opened it. Does nothing while a recording runs.
     virtual void press(std::chrono::nanoseconds at) = 0;

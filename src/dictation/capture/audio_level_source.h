@@ -1,16 +1,14 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <functional>
 
 namespace velmo {
 
 /// Where the level meter gets its input levels from. Main thread.
-class AudioLevelSource {
+class AudioLevelSource : private Unmovable {
 public:
-    AudioLevelSource() = default;
-    AudioLevelSource(const AudioLevelSource &) = delete;
-    AudioLevelSource &operator=(const AudioLevelSource &) = delete;
-
     /// Called with the level, 0 to 1, of each captured block. Set by whoever shows levels; emptied when the
     /// recording stops.
     std::function<void(float level)> onAudioLevel;

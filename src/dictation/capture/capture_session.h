@@ -26,8 +26,6 @@ public:
     using Ended = std::function<void(const MicrophoneFailure &failure)>;
 
     CaptureSession(MainQueue &queue, Microphone &microphone, Ended ended);
-    CaptureSession(const CaptureSession &) = delete;
-    CaptureSession &operator=(const CaptureSession &) = delete;
     ~CaptureSession() override;
 
     /// Forgets what was captured before that moment of `MainQueue::uptime()`.

@@ -1,15 +1,12 @@
 #pragma once
 
+#include "base/interface.h"
+
 namespace velmo {
 
 /// The level display of a running recording. Main thread.
-class LevelMonitor {
+class LevelMonitor : public Interface {
 public:
-    LevelMonitor() = default;
-    LevelMonitor(const LevelMonitor &) = delete;
-    LevelMonitor &operator=(const LevelMonitor &) = delete;
-    virtual ~LevelMonitor() = default;
-
     virtual void startMonitoring() = 0;
     /// Also called when nothing is monitored.
     virtual void stopMonitoring() = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QString>
@@ -13,13 +14,8 @@ struct RecordingFailure {
 };
 
 /// Records the microphone into files. Start and stop on the main thread.
-class Recorder {
+class Recorder : public Interface {
 public:
-    Recorder() = default;
-    Recorder(const Recorder &) = delete;
-    Recorder &operator=(const Recorder &) = delete;
-    virtual ~Recorder() = default;
-
     /// Begins a new file and answers its path.
     [[nodiscard]] virtual Result<QString, RecordingFailure> startRecording() = 0;
 

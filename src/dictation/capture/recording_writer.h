@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/microphone.h"
 #include "platform/recording_files.h"
 
@@ -23,15 +24,13 @@ class MonoResampler;
 
 /// Turns what a microphone delivers into a recording, in blocks of 4096 frames: each is mixed to one channel,
 /// converted to 16 kHz and written, and its level reported. One thread at a time.
-class RecordingWriter {
+class RecordingWriter : private Unmovable {
 public:
     using LevelReport = std::function<void(float level)>;
 
     /// Nothing when the format cannot be converted. The report is called on the thread that appends.
     [[nodiscard]] static std::unique_ptr<RecordingWriter>
     create(const CaptureFormat &format, std::unique_ptr<RecordingFile> file, LevelReport report);
-    RecordingWriter(const RecordingWriter &) = delete;
-    RecordingWriter &operator=(const RecordingWriter &) = delete;
     /// Writes the last, partial block and what the filter holds back, and completes the file.
     ~RecordingWriter();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/lifetime.h"
 #include "base/main_queue.h"
 #include "platform/event_tap.h"
@@ -15,11 +16,9 @@ namespace velmo {
 /// Made, started, stopped and destroyed on the main thread. While it runs, `fnIsDown` belongs to the tap's
 /// thread; the callbacks are tasks of the main queue and carry the event's own time (on the clock of
 /// MainQueue::uptime), however late the main queue gets to them.
-class FnKeyInterceptor {
+class FnKeyInterceptor : private Unmovable {
 public:
     FnKeyInterceptor(EventTap &tap, MainQueue &queue, QString triggerKey);
-    FnKeyInterceptor(const FnKeyInterceptor &) = delete;
-    FnKeyInterceptor &operator=(const FnKeyInterceptor &) = delete;
     ~FnKeyInterceptor();
 
     /// @return whether the tap runs.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QString>
 #include <functional>
 #include <optional>
@@ -7,14 +9,9 @@
 namespace velmo {
 
 /// Turns a raw transcript into the text to type.
-class TextProcessing {
+class TextProcessing : public Interface {
 public:
     using Completion = std::function<void(QString)>;
-
-    TextProcessing() = default;
-    TextProcessing(const TextProcessing &) = delete;
-    TextProcessing &operator=(const TextProcessing &) = delete;
-    virtual ~TextProcessing() = default;
 
     /// `text` is the trimmed transcript. Never fails: the completion comes exactly once, on any thread,
     /// perhaps before this returns. Called on the main thread.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/wire/service_request.h"
 
 #include <QJsonObject>
@@ -24,14 +25,12 @@ struct TextAnswer {
 
 /// Has the service rewrite texts. Token and device identifier are read, and completions called, on a thread of its own,
 /// so neither the main nor the network thread ever waits.
-class TextService {
+class TextService : private Unmovable {
 public:
     using Completion = std::function<void(const TextAnswer &)>;
 
     /// The parts outlive the service; the HTTP client may have answers for it still to come.
     TextService(ServiceOrigin origin, HttpClient &http, TokenSource &tokens, const Preferences &preferences);
-    TextService(const TextService &) = delete;
-    TextService &operator=(const TextService &) = delete;
     /// Waits for completions being called. Those of exchanges under way are not called any more.
     ~TextService();
 

@@ -1,17 +1,13 @@
 #pragma once
 
+#include "base/interface.h"
 #include "dictation/dictation_state.h"
 
 namespace velmo {
 
 /// The floating bar that shows where a dictation is. Main thread.
-class OverlayDisplay {
+class OverlayDisplay : public Interface {
 public:
-    OverlayDisplay() = default;
-    OverlayDisplay(const OverlayDisplay &) = delete;
-    OverlayDisplay &operator=(const OverlayDisplay &) = delete;
-    virtual ~OverlayDisplay() = default;
-
     virtual void update(State state) = 0;
 };
 

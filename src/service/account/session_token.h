@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/main_queue.h"
 
 #include <QString>
@@ -16,14 +17,12 @@ class Keychain;
 
 /// The token of the session, kept in the keychain and nowhere else. Every read asks the keychain, except that one
 /// begun ahead for a dictation serves all requests of that dictation. Any thread, where not said otherwise.
-class SessionToken {
+class SessionToken : private Unmovable {
 public:
     /// All of them outlive the token. The worker has one thread, so that what is asked of the keychain happens in
     /// order; the queue gives the time. `failureChanged` is called on any thread.
     SessionToken(Keychain &keychain, QString account, QThreadPool &worker, const MainQueue &clock,
                  std::function<void()> failureChanged);
-    SessionToken(const SessionToken &) = delete;
-    SessionToken &operator=(const SessionToken &) = delete;
     /// Waits until the keychain has done what it was asked for.
     ~SessionToken();
 

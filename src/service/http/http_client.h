@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/http/http_message.h"
 
 #include <functional>
@@ -17,15 +18,13 @@ struct HttpClientOptions {
 /// verified, a proxy is never used for this machine, reply bodies over 16 MiB are refused. Nothing is sent
 /// twice: where a kept-alive connection dies before the answer the server may have acted on the request, so
 /// the exchange ends as a lost connection.
-class HttpClient {
+class HttpClient : private Unmovable {
 public:
     /// Called exactly once, on the client's thread, also for every failure and for exchanges cut off by the
     /// end of the client. It must not wait; it may send, but not destroy the client.
     using Completion = std::function<void(HttpOutcome)>;
 
     explicit HttpClient(HttpClientOptions options = {});
-    HttpClient(const HttpClient &) = delete;
-    HttpClient &operator=(const HttpClient &) = delete;
     /// Ends running exchanges (their completions report a lost connection) and waits for the thread.
     ~HttpClient();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/http/http_client.h"
 
 #include <curl/curl.h>
@@ -8,15 +9,13 @@ namespace velmo {
 
 /// One exchange on an easy handle of libcurl: how it is set up, how far it has come, what became of it.
 /// Belongs to the client's thread. Not moved: libcurl holds its address.
-class HttpExchange {
+class HttpExchange : private Unmovable {
 public:
     using Clock = std::chrono::steady_clock;
 
     /// Nothing when the request's text is no address of the web or names a user.
     [[nodiscard]] static std::unique_ptr<HttpExchange> create(HttpRequest request,
                                                               const HttpClientOptions &options);
-    HttpExchange(const HttpExchange &) = delete;
-    HttpExchange &operator=(const HttpExchange &) = delete;
     ~HttpExchange() = default;
 
     [[nodiscard]] CURL *handle() const { return m_handle.get(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/sync/synced_list.h"
 
 #include <deque>
@@ -16,7 +17,7 @@ struct SyncBody;
 /// in the other order, and the service would take the older list for the newer. A push goes before synchronisations
 /// that still wait, so that what it leaves out is gone from the account before they pull. An operation that waits
 /// already serves for another of its kind. Main thread.
-class ListSync {
+class ListSync : private Unmovable {
 public:
     enum class End {
         NoToken,    ///< Nobody is signed in, or somebody else than when it began.
@@ -29,8 +30,6 @@ public:
 
     /// Both outlive the sync.
     ListSync(std::unique_ptr<SyncedList> list, Preferences &preferences, SyncExchange &exchange);
-    ListSync(const ListSync &) = delete;
-    ListSync &operator=(const ListSync &) = delete;
     /// Waits for the worker.
     ~ListSync();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/sync/sync_merge.h"
 
 #include <functional>
@@ -11,15 +12,13 @@ class HistoryStore;
 class SyncExchange;
 
 /// Keeps the totals of use in step with the account. Main thread.
-class StatisticsSync {
+class StatisticsSync : private Unmovable {
 public:
     using Completion = std::function<void(bool succeeded)>;
     using Totals = std::function<void(const UsageTotals &)>;
 
     /// Both outlive the sync. `show` takes the totals to be shown for the account.
     StatisticsSync(const HistoryStore &history, SyncExchange &exchange, Totals show);
-    StatisticsSync(const StatisticsSync &) = delete;
-    StatisticsSync &operator=(const StatisticsSync &) = delete;
     /// Waits for the worker.
     ~StatisticsSync();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/lifetime.h"
 #include "base/main_queue.h"
 #include "service/wire/service_request.h"
@@ -37,7 +38,7 @@ using SyncReply = Result<SyncBody, SyncFailure>;
 
 /// Exchanges of an account with the service. Work that waits runs on the worker; answers come on the main thread, and
 /// none after the end of this object.
-class SyncExchange {
+class SyncExchange : private Unmovable {
 public:
     struct Collaborators {
         MainQueue &queue;
@@ -49,8 +50,6 @@ public:
     using Answer = std::function<void(const SyncReply &)>;
 
     SyncExchange(ServiceOrigin origin, const Collaborators &collaborators);
-    SyncExchange(const SyncExchange &) = delete;
-    SyncExchange &operator=(const SyncExchange &) = delete;
     ~SyncExchange() = default;
 
     [[nodiscard]] const QString &baseURL() const { return m_origin.baseURL(); }

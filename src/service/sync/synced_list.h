@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "service/wire/service_request.h"
 
 #include <QJsonObject>
@@ -9,7 +10,7 @@ namespace velmo {
 
 /// A stored list that is kept in step with the account: how it is sent, merged and spoken of. Works on its stored
 /// text; any thread.
-class SyncedList {
+class SyncedList : public Interface {
 public:
     /// The log lines of its exchanges; "%1" is the number of its elements, a failure is put behind.
     struct Lines {
@@ -25,11 +26,6 @@ public:
         QString stored;
         QString logLine;
     };
-
-    SyncedList() = default;
-    SyncedList(const SyncedList &) = delete;
-    SyncedList &operator=(const SyncedList &) = delete;
-    virtual ~SyncedList() = default;
 
     [[nodiscard]] virtual QLatin1StringView key() const = 0;
     [[nodiscard]] virtual RequestKind pull() const = 0;

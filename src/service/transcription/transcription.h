@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "service/wire/transcription_error.h"
 
@@ -26,14 +27,9 @@ struct Transcript {
 using TranscriptionResult = Result<Transcript, TranscriptionError>;
 
 /// Turns recordings into text.
-class Transcriber {
+class Transcriber : public Interface {
 public:
     using Completion = std::function<void(TranscriptionResult)>;
-
-    Transcriber() = default;
-    Transcriber(const Transcriber &) = delete;
-    Transcriber &operator=(const Transcriber &) = delete;
-    virtual ~Transcriber() = default;
 
     /// A recording has begun (or goes on): whatever an upload will need can be got ready. Returns at once.
     virtual void prepare() = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/main_queue.h"
 
 #include <QString>
@@ -9,13 +10,8 @@
 namespace velmo {
 
 /// Where requests get the session token from.
-class TokenSource {
+class TokenSource : public Interface {
 public:
-    TokenSource() = default;
-    TokenSource(const TokenSource &) = delete;
-    TokenSource &operator=(const TokenSource &) = delete;
-    virtual ~TokenSource() = default;
-
     /// The session token as the keychain holds it now, or nothing. May wait for the keychain, at most a
     /// second, so it is never called on the main thread. Any other thread.
     [[nodiscard]] virtual std::optional<QString> authToken() = 0;
@@ -25,13 +21,8 @@ public:
 };
 
 /// Whether somebody is signed in. Main thread.
-class Account {
+class Account : public Interface {
 public:
-    Account() = default;
-    Account(const Account &) = delete;
-    Account &operator=(const Account &) = delete;
-    virtual ~Account() = default;
-
     [[nodiscard]] virtual bool isLoggedIn() const = 0;
 
     /// Calls back once it is known whether the session of the last run goes on; at once where it is. A keychain that had no
@@ -40,13 +31,8 @@ public:
 };
 
 /// Brings dictionary, snippets and statistics in step with the service. Main thread.
-class Synchronisation {
+class Synchronisation : public Interface {
 public:
-    Synchronisation() = default;
-    Synchronisation(const Synchronisation &) = delete;
-    Synchronisation &operator=(const Synchronisation &) = delete;
-    virtual ~Synchronisation() = default;
-
     /// Begins a full synchronisation; nothing while nobody is signed in. Returns at once.
     virtual void syncAll() = 0;
 
@@ -55,13 +41,8 @@ public:
 };
 
 /// Counts dictations at the service.
-class StatisticsReporter {
+class StatisticsReporter : public Interface {
 public:
-    StatisticsReporter() = default;
-    StatisticsReporter(const StatisticsReporter &) = delete;
-    StatisticsReporter &operator=(const StatisticsReporter &) = delete;
-    virtual ~StatisticsReporter() = default;
-
     /// Adds the words of one dictation. Main thread; returns at once, a failure is only logged.
     virtual void incrementStats(qsizetype words) = 0;
 };

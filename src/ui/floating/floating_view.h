@@ -23,8 +23,6 @@ public:
 
     /// All three outlive the view. @param keyboard whether the window ever gets the keys that are pressed.
     FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows &desktop, Keyboard keyboard);
-    FloatingView(const FloatingView &) = delete;
-    FloatingView &operator=(const FloatingView &) = delete;
     ~FloatingView() override;
 
     /// Loads the component as the window's content; what the properties point to outlives the view.

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QByteArray>
 #include <chrono>
 
 namespace velmo::localservice::testing {
 
 /// A connection to a port of this machine that sends and reads just the bytes it is told to.
-class RawConnection {
+class RawConnection : private Unmovable {
 public:
     explicit RawConnection(int port);
-    RawConnection(const RawConnection &) = delete;
-    RawConnection &operator=(const RawConnection &) = delete;
     ~RawConnection();
 
     /// False when the other side has closed.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "localservice/http/server.h"
 
 #include <QJsonObject>
@@ -10,11 +11,9 @@
 namespace velmo::localservice::testing {
 
 /// A server on a free port of this machine for as long as it lives.
-class RunningServer {
+class RunningServer : private Unmovable {
 public:
     explicit RunningServer(const std::vector<Endpoint> &endpoints, const ServerLimits &limits = {});
-    RunningServer(const RunningServer &) = delete;
-    RunningServer &operator=(const RunningServer &) = delete;
     ~RunningServer();
 
     [[nodiscard]] int port() const { return m_port; }

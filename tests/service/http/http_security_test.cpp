@@ -1,5 +1,6 @@
 #include "service/http/http_client.h"
 
+#include "base/interface.h"
 #include "support/completion_probe.h"
 
 #include <QProcess>
@@ -13,7 +14,7 @@ namespace velmo {
 namespace {
 
 /// An HTTPS server on loopback whose certificate, signed by itself, names one host.
-class TlsServer {
+class TlsServer : private Unmovable {
 public:
     explicit TlsServer(const QString &host) {
         QProcess maker;
@@ -30,8 +31,6 @@ public:
             announced += m_server.readAllStandardOutput();
         m_port = announced.sliced(announced.lastIndexOf(':') + 1).trimmed();
     }
-    TlsServer(const TlsServer &) = delete;
-    TlsServer &operator=(const TlsServer &) = delete;
     ~TlsServer() {
         m_server.kill();
         m_server.waitForFinished();

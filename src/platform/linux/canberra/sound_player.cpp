@@ -1,5 +1,7 @@
 #include "platform/linux/canberra/sound_player.h"
 
+#include "base/interface.h"
+
 #include <QFile>
 #include <QStandardPaths>
 #include <array>
@@ -52,11 +54,8 @@ QString themeFile(QLatin1StringView name) {
 }
 
 /// A connection to the sound server for cues; belongs to the thread of the player and may wait for the server.
-class CueOutput {
+class CueOutput : private Unmovable {
 public:
-    CueOutput() = default;
-    CueOutput(const CueOutput &) = delete;
-    CueOutput &operator=(const CueOutput &) = delete;
     ~CueOutput() {
         const std::lock_guard lock(s_library);
         m_context.reset();

@@ -1,5 +1,7 @@
 #include "platform/linux/inotify/inotify_folder_watch.h"
 
+#include "base/interface.h"
+
 #include <QFile>
 #include <QSocketNotifier>
 #include <array>
@@ -13,11 +15,9 @@ namespace {
 // Not IN_CLOSE_WRITE: a database keeps its files open.
 constexpr uint32_t kEvents = IN_MODIFY | IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE;
 
-class Descriptor {
+class Descriptor : private Unmovable {
 public:
     explicit Descriptor(int descriptor) : m_descriptor(descriptor) {}
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
     ~Descriptor() {
         if (m_descriptor >= 0)
             ::close(m_descriptor);

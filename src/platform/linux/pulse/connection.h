@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <memory>
 #include <pulse/context.h>
 #include <pulse/thread-mainloop.h>
@@ -10,16 +12,12 @@ namespace velmo::pulse {
 /// The process's one connection to the sound server (PulseAudio, or PipeWire in its place), with libpulse's thread
 /// that serves it. It is made when a client first needs it and again after it broke; at rest the thread sleeps. No
 /// server is ever started.
-class Connection {
+class Connection : private Unmovable {
 public:
     /// Whoever needs the connection. Both operations are called under the lock, on libpulse's thread or from within
     /// `join`.
-    class Client {
+    class Client : private Unmovable {
     public:
-        Client() = default;
-        Client(const Client &) = delete;
-        Client &operator=(const Client &) = delete;
-
         /// The connection stands.
         virtual void connected(pa_context *context) = 0;
         /// It could not be made or is gone, for libpulse's reason; the client has left and may join again.
@@ -31,13 +29,11 @@ public:
 
     /// Holds libpulse's thread still: all that is libpulse's, and all that its callbacks touch, is touched under the
     /// lock. The callbacks run under it already. It is held for microseconds, never while waiting for the server.
-    class Lock {
+    class Lock : private Unmovable {
     public:
         explicit Lock(Connection &connection) : m_loop(connection.m_loop.get()) {
             pa_threaded_mainloop_lock(m_loop);
         }
-        Lock(const Lock &) = delete;
-        Lock &operator=(const Lock &) = delete;
         ~Lock() { pa_threaded_mainloop_unlock(m_loop); }
 
     private:
@@ -45,8 +41,6 @@ public:
     };
 
     Connection();
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
     ~Connection();
 
     /// Under the lock.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <glib.h>
 
 namespace velmo {
@@ -7,11 +9,9 @@ namespace velmo {
 /// The main context of this thread while one call to the keyring lasts. An object of GLib leaves part of what it must
 /// free to the context it was made in, some of it only after the object's end; in the main thread's context that is
 /// lost with the process, in this one the call, or a later one, frees it.
-class CallContext {
+class CallContext : private Unmovable {
 public:
     CallContext();
-    CallContext(const CallContext &) = delete;
-    CallContext &operator=(const CallContext &) = delete;
     ~CallContext();
 
 private:

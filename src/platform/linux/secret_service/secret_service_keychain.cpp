@@ -1,5 +1,6 @@
 #include "platform/linux/secret_service/secret_service_keychain.h"
 
+#include "base/interface.h"
 #include "platform/linux/secret_service/call_context.h"
 #include "platform/linux/secret_service/deadline.h"
 #include "platform/linux/session_bus_presence.h"
@@ -11,11 +12,8 @@ namespace velmo {
 namespace {
 
 /// GLib's error of a call that takes one.
-class CallError {
+class CallError : private Unmovable {
 public:
-    CallError() = default;
-    CallError(const CallError &) = delete;
-    CallError &operator=(const CallError &) = delete;
     ~CallError() { g_clear_error(&m_error); }
 
     [[nodiscard]] GError **out() { return &m_error; }

@@ -1,5 +1,7 @@
 #include "platform/linux/sndfile/sndfile_recording_files.h"
 
+#include "base/interface.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <cerrno>
@@ -17,12 +19,10 @@ namespace velmo {
 namespace {
 
 /// An open file of ours; closing it gives up its lock.
-class Descriptor {
+class Descriptor : private Unmovable {
 public:
     explicit Descriptor(int number) : m_number(number) {}
     Descriptor(Descriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
     Descriptor &operator=(Descriptor &&) = delete;
     ~Descriptor() {
         if (isOpen())

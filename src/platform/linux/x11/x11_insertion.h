@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/main_queue.h"
 #include "base/result.h"
 #include "platform/clipboard.h"
@@ -22,15 +23,13 @@ struct X11InsertionOptions {
 
 /// What text insertion needs of an X display, on a connection and a thread of their own. Made and destroyed on
 /// the main thread; what still waits for an answer when it is destroyed gets none.
-class X11Insertion {
+class X11Insertion : private Unmovable {
 public:
     /// Asks the X server a few things and waits for the answers. The failure is a sentence. `queue` outlives
     /// the object.
     static Result<std::unique_ptr<X11Insertion>, QString> open(MainQueue &queue,
                                                                const X11InsertionOptions &options);
 
-    X11Insertion(const X11Insertion &) = delete;
-    X11Insertion &operator=(const X11Insertion &) = delete;
     ~X11Insertion();
 
     [[nodiscard]] Clipboard &clipboard();

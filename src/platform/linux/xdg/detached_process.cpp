@@ -1,5 +1,7 @@
 #include "platform/linux/xdg/detached_process.h"
 
+#include "base/interface.h"
+
 #include <QFile>
 #include <QTimer>
 #include <csignal>
@@ -16,7 +18,7 @@ namespace {
 
 /// How the new process differs from us. We block the signals that end us, to end in order, and ignore a closed pipe;
 /// programs started from here must not inherit that.
-class SpawnSettings {
+class SpawnSettings : private Unmovable {
 public:
     SpawnSettings() {
         posix_spawnattr_init(&attributes);
@@ -32,8 +34,6 @@ public:
         posix_spawn_file_actions_adddup2(&files, STDIN_FILENO, STDOUT_FILENO);
         posix_spawn_file_actions_adddup2(&files, STDIN_FILENO, STDERR_FILENO);
     }
-    SpawnSettings(const SpawnSettings &) = delete;
-    SpawnSettings &operator=(const SpawnSettings &) = delete;
     ~SpawnSettings() {
         posix_spawn_file_actions_destroy(&files);
         posix_spawnattr_destroy(&attributes);

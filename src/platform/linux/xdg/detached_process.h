@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QObject>
 #include <QSocketNotifier>
 #include <QStringList>
@@ -10,15 +12,13 @@ namespace velmo {
 
 /// A program of the desktop that goes on by itself, also after our end: in a session of its own, without our input and
 /// output, with the signals it is used to.
-class DetachedProcess {
+class DetachedProcess : private Unmovable {
 public:
     /// Whether the program could be run and said that all is well.
     using Finished = std::function<void(bool succeeded)>;
 
     /// Starts it. `finished` is called once in the event loop while this object lives; it may end this object.
     DetachedProcess(const QString &program, const QStringList &arguments, Finished finished);
-    DetachedProcess(const DetachedProcess &) = delete;
-    DetachedProcess &operator=(const DetachedProcess &) = delete;
     ~DetachedProcess();
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/linux/dbus/session_bus.h"
 
+#include "base/interface.h"
 #include "support/private_bus.h"
 #include "support/wait_until.h"
 
@@ -33,12 +34,10 @@ struct RecordedRequests final : ApplicationRequests {
 };
 
 /// Another process of the session, as far as the bus can tell.
-class OtherProcess {
+class OtherProcess : private Unmovable {
 public:
     explicit OtherProcess(const testing::PrivateBus &bus)
         : connection(QDBusConnection::connectToBus(bus.address(), u"other"_s)) {}
-    OtherProcess(const OtherProcess &) = delete;
-    OtherProcess &operator=(const OtherProcess &) = delete;
     ~OtherProcess() {
         connection = QDBusConnection(QString());
         QDBusConnection::disconnectFromBus(u"other"_s);

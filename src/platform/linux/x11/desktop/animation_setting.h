@@ -14,8 +14,6 @@ class AnimationSetting final : public MotionPreference, private DesktopWatch::Ob
 public:
     /// `watch` may be null: then nothing is asked for.
     AnimationSetting(MainQueue &queue, std::shared_ptr<DesktopWatch> watch);
-    AnimationSetting(const AnimationSetting &) = delete;
-    AnimationSetting &operator=(const AnimationSetting &) = delete;
     ~AnimationSetting() override;
 
     [[nodiscard]] bool isReduced() const override { return m_isReduced; }

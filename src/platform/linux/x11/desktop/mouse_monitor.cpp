@@ -15,8 +15,6 @@ public:
         : m_queue(queue), m_watch(std::move(watch)), m_clicked(std::move(clicked)) {
         m_watch->run([this] { m_watch->add(this); });
     }
-    MouseWatch(const MouseWatch &) = delete;
-    MouseWatch &operator=(const MouseWatch &) = delete;
     ~MouseWatch() override {
         m_watch->run([this] { m_watch->remove(this); });
     }

@@ -21,8 +21,6 @@ public:
             m_watch->add(this);
         });
     }
-    EventWatch(const EventWatch &) = delete;
-    EventWatch &operator=(const EventWatch &) = delete;
     ~EventWatch() override {
         m_watch->run([this] { m_watch->remove(this); });
     }
@@ -69,8 +67,6 @@ public:
         : m_xcb(xcb), m_window(window), m_previous(windowWithKeyboard(xcb)) {
         giveKeyboard(m_xcb, m_window);
     }
-    FocusLoan(const FocusLoan &) = delete;
-    FocusLoan &operator=(const FocusLoan &) = delete;
     ~FocusLoan() override {
         if (isOut())
             giveKeyboard(m_xcb, m_previous);

@@ -14,8 +14,6 @@ class UnmanagedWindows final : public FloatingWindows, private DesktopWatch::Obs
 public:
     /// @param windows the connection on which our windows are made; null when there are none on an X display.
     UnmanagedWindows(MainQueue &queue, std::shared_ptr<DesktopWatch> watch, xcb_connection_t *windows);
-    UnmanagedWindows(const UnmanagedWindows &) = delete;
-    UnmanagedWindows &operator=(const UnmanagedWindows &) = delete;
     ~UnmanagedWindows() override;
 
     [[nodiscard]] bool isComposited() const override { return m_isComposited; }

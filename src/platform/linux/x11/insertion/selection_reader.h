@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/clipboard.h"
 #include "platform/linux/x11/server/loop.h"
 
@@ -11,15 +12,13 @@ namespace velmo::x11 {
 
 /// Reads everything another program offers in a selection, one format after another (ICCCM 2.4, 2.7.2). An
 /// owner that is slow, frozen or gone costs no more than the time of the limits. The loop's thread.
-class SelectionReader {
+class SelectionReader : private Unmovable {
 public:
     /// What was read, in the order of the offer. May destroy the reader.
     using Done = std::function<void(std::vector<ClipboardItem>)>;
 
     SelectionReader(Connection &connection, Loop &loop, xcb_atom_t selection, xcb_timestamp_t time,
                     ClipboardSaveLimits limits, Done done);
-    SelectionReader(const SelectionReader &) = delete;
-    SelectionReader &operator=(const SelectionReader &) = delete;
     ~SelectionReader();
 
     void handle(const xcb_generic_event_t &event);

@@ -47,8 +47,6 @@ public:
         m_watch.add(this);
         m_watch.loop().addSource(descriptor(), [this] { handleEvents(); });
     }
-    HotkeyGrab(const HotkeyGrab &) = delete;
-    HotkeyGrab &operator=(const HotkeyGrab &) = delete;
     ~HotkeyGrab() override {
         m_watch.loop().removeSource(descriptor());
         m_watch.remove(this);
@@ -114,8 +112,6 @@ class HeldHotkey final : public GlobalHotkey::Registration {
 public:
     HeldHotkey(std::shared_ptr<DesktopWatch> watch, std::unique_ptr<HotkeyGrab> grab)
         : m_watch(std::move(watch)), m_grab(std::move(grab)) {}
-    HeldHotkey(const HeldHotkey &) = delete;
-    HeldHotkey &operator=(const HeldHotkey &) = delete;
     ~HeldHotkey() override {
         m_watch->run([this] { m_grab.reset(); });
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/linux/x11/keys/key_guard_protocol.h"
 
 #include <QString>
@@ -10,13 +11,11 @@ namespace velmo::x11 {
 
 /// The helper program that frees the keyboard when this process cannot (key_guard_main.cpp says why and how).
 /// It ends with this object and with this process. Nothing here waits for it.
-class KeyGuard {
+class KeyGuard : private Unmovable {
 public:
     /// Nothing when the program cannot be started.
     [[nodiscard]] static std::unique_ptr<KeyGuard> start(const QString &program, const QString &display);
 
-    KeyGuard(const KeyGuard &) = delete;
-    KeyGuard &operator=(const KeyGuard &) = delete;
     ~KeyGuard();
 
     /// Readable when the guard has said something.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 #include "platform/display_client.h"
 
@@ -34,13 +35,11 @@ template <class Event>
 /// A connection of our own to the X server, with the things every part of a back-end needs of it. xcb may be
 /// called from any thread; the names of atoms are remembered without a lock, so they belong to one thread at
 /// a time.
-class Connection {
+class Connection : private Unmovable {
 public:
     /// `display` as in $DISPLAY; empty for what that says. The failure is a sentence.
     static Result<std::unique_ptr<Connection>, QString> open(const QString &display);
 
-    Connection(const Connection &) = delete;
-    Connection &operator=(const Connection &) = delete;
     ~Connection();
 
     [[nodiscard]] xcb_connection_t *xcb() const { return m_xcb; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/linux/x11/server/connection.h"
 #include "platform/linux/x11/server/input_devices.h"
 #include "platform/linux/x11/server/keyboard_map.h"
@@ -14,16 +15,11 @@ namespace velmo::x11 {
 /// grabbed, the server holds the keyboard until that thread has answered, so nothing in it waits for anybody
 /// but the server: no log line is written there (its reader may be slow), no file read, no lock held that
 /// others hold for long.
-class DesktopWatch {
+class DesktopWatch : private Unmovable {
 public:
     /// Is told what happens. All in the watch's thread.
-    class Observer {
+    class Observer : public Interface {
     public:
-        Observer() = default;
-        Observer(const Observer &) = delete;
-        Observer &operator=(const Observer &) = delete;
-        virtual ~Observer() = default;
-
         virtual void inputMoved(const RawInput &) {}
         virtual void keyboardChanged() {} ///< Another layout, or other names of keys.
         virtual void devicesChanged() {}  ///< Keyboards or mice came or went.
@@ -35,8 +31,6 @@ public:
     /// Nothing when the display cannot be opened or cannot report keys.
     [[nodiscard]] static std::unique_ptr<DesktopWatch> open(const QString &display);
 
-    DesktopWatch(const DesktopWatch &) = delete;
-    DesktopWatch &operator=(const DesktopWatch &) = delete;
     ~DesktopWatch() = default;
 
     /// Runs the task in the watch's thread and returns once it has run; where that thread has ended because

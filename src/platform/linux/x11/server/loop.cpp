@@ -1,5 +1,7 @@
 #include "platform/linux/x11/server/loop.h"
 
+#include "base/interface.h"
+
 #include <algorithm>
 #include <future>
 #include <poll.h>
@@ -11,13 +13,10 @@ namespace velmo::x11 {
 namespace {
 
 /// Tells a waiting thread whether its task ran, once the task has run or was dropped.
-struct Outcome {
+struct Outcome : private Unmovable {
     std::promise<bool> told;
     bool hasRun = false;
 
-    Outcome() = default;
-    Outcome(const Outcome &) = delete;
-    Outcome &operator=(const Outcome &) = delete;
     ~Outcome() { told.set_value(hasRun); }
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/interface.h"
 #include "platform/linux/x11/server/connection.h"
 
 #include <chrono>
@@ -15,7 +16,7 @@ namespace velmo::x11 {
 /// A thread that waits for events of a connection, for tasks and for deadlines, and runs what belongs to them
 /// one after another. Everything that talks to the X server lives there: the server may be slow to answer,
 /// and the main thread never waits for it.
-class Loop {
+class Loop : private Unmovable {
 public:
     using Task = std::function<void()>;
     using EventHandler = std::function<void(const xcb_generic_event_t &)>;
@@ -23,8 +24,6 @@ public:
     using Timer = std::shared_ptr<const Task>;
 
     explicit Loop(Connection &connection);
-    Loop(const Loop &) = delete;
-    Loop &operator=(const Loop &) = delete;
     ~Loop();
 
     /// Every event goes to every handler, errors of requests among them. Before `start`.
