@@ -13,6 +13,8 @@
 #include <atomic>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -89,7 +91,7 @@ void pressToFirstSample(benchmark::State &state) {
 void blockToFile(benchmark::State &state) {
     const QTemporaryDir directory;
     const auto files = velmo::makeSndfileRecordingFiles();
-    auto file = files->create(directory.filePath(QStringLiteral("recording.wav")));
+    auto file = files->create(directory.filePath(u"recording.wav"_s));
     const CaptureFormat format{static_cast<int>(state.range(0)), 2};
     const auto writer = velmo::RecordingWriter::create(format, std::move(*file), [](float) {});
     const std::vector<float> block(4096UL * 2, 0.1F);

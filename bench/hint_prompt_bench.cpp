@@ -7,6 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A dictionary of as many words as the benchmark is run with.
@@ -17,13 +19,13 @@ public:
         QStringList words;
         words.reserve(count);
         for (int i = 0; i < count; ++i)
-            words.append(QStringLiteral("Ordbokord%1").arg((i * 7919) % count));
+            words.append(u"Ordbokord%1"_s.arg((i * 7919) % count));
         preferences.set(velmo::keys::dictionary, velmo::serialiseDictionary(words));
     }
 
 protected:
     velmo::MemoryPreferences preferences;
-    const QStringList languages = {QStringLiteral("no"), QStringLiteral("en")};
+    const QStringList languages = {u"no"_s, u"en"_s};
 };
 
 /// From the stored text to the prompt, at the end of the first recording after a change of the dictionary.
@@ -43,7 +45,7 @@ BENCHMARK_DEFINE_F(HintPromptBench, next)(benchmark::State &state) {
 /// Whether a text echoes such a prompt, which is asked twice for every dictation.
 BENCHMARK_DEFINE_F(HintPromptBench, isEcho)(benchmark::State &state) {
     const auto prompt = velmo::HintPrompt(preferences).current(languages);
-    const QString text = QStringLiteral("Møtet begynner klokka ti i morgen, og Ordbokord17 er med.");
+    const QString text = u"Møtet begynner klokka ti i morgen, og Ordbokord17 er med."_s;
     for (auto _ : state)
         benchmark::DoNotOptimize(velmo::isPromptEcho(text, prompt));
     state.SetComplexityN(state.range(0));

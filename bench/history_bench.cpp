@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -16,7 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Ten minutes of speech: 1,400 words.
-const QString kLongDictation = QStringLiteral("Et langt diktat går over mange setninger. ").repeated(200);
+const QString kLongDictation = u"Et langt diktat går over mange setninger. "_s.repeated(200);
 
 /// A full history of long dictations, one an hour.
 QList<Entry> longEntries(Date newest) {
@@ -34,9 +36,9 @@ protected:
     QtMainQueue queue;
     const Date now = queue.now();
     const QList<Entry> entries = longEntries(now);
-    const Calendar calendar{{QStringLiteral("nb_NO"), QStringLiteral("Europe/Oslo")}};
+    const Calendar calendar{{u"nb_NO"_s, u"Europe/Oslo"_s}};
     QTemporaryDir directory;
-    SqlitePreferences preferences{directory.filePath(QStringLiteral("preferences.sqlite"))};
+    SqlitePreferences preferences{directory.filePath(u"preferences.sqlite"_s)};
 };
 
 /// At launch.

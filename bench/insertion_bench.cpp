@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using namespace velmo;
@@ -49,9 +51,8 @@ private:
 };
 
 QString sentence() {
-    return QStringLiteral("Vi møtes klokka ti på fredag, og da går vi gjennom planen én gang til. ")
-        .repeated(10)
-        .left(kCharacters);
+    return u"Vi møtes klokka ti på fredag, og da går vi gjennom planen én gang til. "_s.repeated(10).left(
+        kCharacters);
 }
 
 /// A desktop with one editor, which has the focus.
@@ -63,12 +64,12 @@ struct Desktop {
 
     /// Returns once another program would paste the text.
     std::unique_ptr<testing::DisplayProgram> copy(const QByteArray &text) {
-        const QStringList clipboard = {QStringLiteral("-selection"), QStringLiteral("clipboard")};
-        auto owner = server.start(QStringLiteral("xclip"), clipboard + QStringList{QStringLiteral("-quiet")});
+        const QStringList clipboard = {u"-selection"_s, u"clipboard"_s};
+        auto owner = server.start(u"xclip"_s, clipboard + QStringList{u"-quiet"_s});
         owner->write(text);
-        const QStringList paste = clipboard + QStringList{QStringLiteral("-out")};
-        static_cast<void>(waitUntil(
-            [&] { return server.start(QStringLiteral("xclip"), paste)->outputUntilEnd() == text; }));
+        const QStringList paste = clipboard + QStringList{u"-out"_s};
+        static_cast<void>(
+            waitUntil([&] { return server.start(u"xclip"_s, paste)->outputUntilEnd() == text; }));
         return owner;
     }
 
@@ -136,8 +137,7 @@ void dictated(benchmark::State &state) {
     service.answer("/api/transcribe", 200, "{\"text\":\"" + sentence().toUtf8() + "\"}");
     const QTemporaryDir temporary;
     testing::RunningVelmo velmo(desk, service.origin(), temporary.path());
-    const auto target =
-        desk.startWindow(QStringLiteral("target"), QStringLiteral(VELMO_PUPPET), {QStringLiteral("target")});
+    const auto target = desk.startWindow(u"target"_s, QStringLiteral(VELMO_PUPPET), {u"target"_s});
     std::vector<double> milliseconds;
     for (auto _ : state) {
         desk.hands.press(testing::key::rightControl);
@@ -163,9 +163,7 @@ void typedByXdotool(benchmark::State &state, const QStringList &options) {
     std::vector<double> milliseconds;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
-        desktop.server
-            .start(QStringLiteral("xdotool"),
-                   QStringList{QStringLiteral("type")} + options + QStringList{sentence()})
+        desktop.server.start(u"xdotool"_s, QStringList{u"type"_s} + options + QStringList{sentence()})
             ->outputUntilEnd();
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
         state.SetIterationTime(taken.count());
@@ -185,7 +183,7 @@ BENCHMARK_CAPTURE(inserted, mousepad, "mousepad")
     ->Iterations(50)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(dictated)->UseManualTime()->Iterations(50)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(typedByXdotool, without_delay, {QStringLiteral("--delay"), QStringLiteral("0")})
+BENCHMARK_CAPTURE(typedByXdotool, without_delay, {u"--delay"_s, u"0"_s})
     ->UseManualTime()
     ->Iterations(5)
     ->Unit(benchmark::kMillisecond);

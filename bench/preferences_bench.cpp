@@ -6,16 +6,18 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kDictation = QStringLiteral("Et vanlig diktat er på et par setninger. ").repeated(5);
+const QString kDictation = u"Et vanlig diktat er på et par setninger. "_s.repeated(5);
 
 /// A domain as a person has it after some weeks: settings, a dictionary of 1,000 words, a full history.
 struct FilledDomain {
     FilledDomain() {
-        preferences.set(keys::selectedLanguages, QStringLiteral("no,sv,da,fi,en"));
+        preferences.set(keys::selectedLanguages, u"no,sv,da,fi,en"_s);
         QStringList words;
         for (int i = 0; i < 1000; ++i)
             words.append(QStringLiteral(R"({"word":"ord%1"})").arg(i));
@@ -26,7 +28,7 @@ struct FilledDomain {
     }
 
     QTemporaryDir directory;
-    QString path = directory.filePath(QStringLiteral("preferences.sqlite"));
+    QString path = directory.filePath(u"preferences.sqlite"_s);
     QtMainQueue queue;
     SqlitePreferences preferences{path};
 };

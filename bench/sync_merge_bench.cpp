@@ -4,6 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -13,7 +15,7 @@ QStringList words(int first, int count) {
     QStringList words;
     words.reserve(count);
     for (int i = 0; i < count; ++i)
-        words.append(QStringLiteral("Ordbøkord%1").arg(first + (i * 7919) % count));
+        words.append(u"Ordbøkord%1"_s.arg(first + (i * 7919) % count));
     return words;
 }
 
@@ -45,8 +47,8 @@ void mergeStoredDictionary(benchmark::State &state) {
     const Sides sides(static_cast<int>(state.range(0)));
     const auto list = makeSyncedDictionary();
     const QString stored = serialiseDictionary(sides.local);
-    const QJsonObject reply{{QStringLiteral("words"), QJsonArray::fromStringList(sides.server)},
-                            {QStringLiteral("deletedWords"), QJsonArray::fromStringList(sides.deleted)}};
+    const QJsonObject reply{{u"words"_s, QJsonArray::fromStringList(sides.server)},
+                            {u"deletedWords"_s, QJsonArray::fromStringList(sides.deleted)}};
     for (auto _ : state)
         benchmark::DoNotOptimize(list->merge(stored, stored, reply));
 }

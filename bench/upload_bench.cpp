@@ -10,6 +10,8 @@
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 // What lies between the end of a recording of 60 s (16 kHz, 16 bit, one channel) and its upload.
 
 namespace {
@@ -17,15 +19,15 @@ namespace {
 using namespace velmo;
 
 const TranscriptionSettings &settings() {
-    static const TranscriptionSettings settings{QStringLiteral("no"), QStringLiteral("no,sv,da,fi,en"),
-                                                QStringLiteral("Bjørn, fjord, Oslo, ").repeated(10)};
+    static const TranscriptionSettings settings{u"no"_s, u"no,sv,da,fi,en"_s,
+                                                u"Bjørn, fjord, Oslo, "_s.repeated(10)};
     return settings;
 }
 
 /// A file of a minute's length, in the page cache as a recording just written is.
 QString recording() {
     static const QTemporaryDir directory;
-    QString path = directory.filePath(QStringLiteral("recording.wav"));
+    QString path = directory.filePath(u"recording.wav"_s);
     QFile file(path);
     if (!file.exists() && file.open(QIODevice::WriteOnly))
         file.write(QByteArray(44 + 60 * 16000 * 2, '\x55'));

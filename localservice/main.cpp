@@ -21,6 +21,8 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -57,14 +59,13 @@ void waitForStop() {
 
 QString addressOf(const QString &host, int port) {
     const bool isIpv6 = host.contains(u':');
-    return QStringLiteral("http://%1:%2").arg(isIpv6 ? u'[' + host + u']' : host, QString::number(port));
+    return u"http://%1:%2"_s.arg(isIpv6 ? u'[' + host + u']' : host, QString::number(port));
 }
 
 QString readyLine(const QString &address, const EnginePool &engines) {
-    QString line =
-        QStringLiteral("velmo-local-service is ready on %1 (%2").arg(address, engines.description());
+    QString line = u"velmo-local-service is ready on %1 (%2"_s.arg(address, engines.description());
     if (const auto work = engines.workPerSecond())
-        line += QStringLiteral(", about %1 s for 10 s of speech").arg(*work * 10, 0, 'f', 1);
+        line += u", about %1 s for 10 s of speech"_s.arg(*work * 10, 0, 'f', 1);
     return line + u')';
 }
 
@@ -74,8 +75,8 @@ Result<OpenAiAddress, QString> address(const QString &url, const QString &model,
     OpenAiAddress address{url, model, qgetenv(keyVariable)};
     const QUrl parsed(url);
     if (!address.apiKey.isEmpty() && parsed.scheme() != u"https" && !isLoopbackHost(parsed.host()))
-        return failed(QStringLiteral("%1 is set, and %2 is not https: the key could be read on its way.")
-                          .arg(QLatin1StringView(keyVariable), parsed.toDisplayString()));
+        return failed(u"%1 is set, and %2 is not https: the key could be read on its way."_s.arg(
+            QLatin1StringView(keyVariable), parsed.toDisplayString()));
     return address;
 }
 
@@ -136,7 +137,7 @@ int serve(const Options &options) {
     if (!port)
         return failure(port.error());
     if (!isLoopbackHost(options.host))
-        print(stderr, QStringLiteral("Anyone who can reach %1 can use this service.").arg(options.host));
+        print(stderr, u"Anyone who can reach %1 can use this service."_s.arg(options.host));
 
     EnginePool engines(*kind);
     AccountDatabase database(options.dataDirectory);
@@ -153,7 +154,7 @@ int serve(const Options &options) {
 int run(const QStringList &arguments) {
     const auto options = parseOptions(arguments);
     if (!options) {
-        print(stderr, options.error() + QStringLiteral("\nTry 'velmo-local-service --help'."));
+        print(stderr, options.error() + u"\nTry 'velmo-local-service --help'."_s);
         return kWrongUsage;
     }
     if (options->help) {

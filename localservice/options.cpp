@@ -10,53 +10,49 @@
 #include <netinet/in.h>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
 
 struct Parser {
     QCommandLineParser line;
-    QCommandLineOption help{{QStringLiteral("help"), QStringLiteral("h")}, QStringLiteral("Show this text.")};
-    QCommandLineOption version{QStringLiteral("version"), QStringLiteral("Show the version.")};
-    QCommandLineOption port{QStringLiteral("port"),
-                            QStringLiteral("Port to listen on; 0 takes any free one. Default: 18650."),
-                            QStringLiteral("number"), QStringLiteral("18650")};
-    QCommandLineOption host{
-        QStringLiteral("host"),
-        QStringLiteral("Numeric address to listen on. Default: 127.0.0.1, which only this "
-                       "machine can reach."),
-        QStringLiteral("address"), QStringLiteral("127.0.0.1")};
+    QCommandLineOption help{{u"help"_s, u"h"_s}, u"Show this text."_s};
+    QCommandLineOption version{u"version"_s, u"Show the version."_s};
+    QCommandLineOption port{u"port"_s, u"Port to listen on; 0 takes any free one. Default: 18650."_s,
+                            u"number"_s, u"18650"_s};
+    QCommandLineOption host{u"host"_s,
+                            u"Numeric address to listen on. Default: 127.0.0.1, which only this "
+                            "machine can reach."_s,
+                            u"address"_s, u"127.0.0.1"_s};
     QCommandLineOption speechUrl{
-        QStringLiteral("speech-url"),
-        QStringLiteral(
-            "Recognise speech by this server instead of the embedded engine: any with the "
-            "OpenAI-compatible /v1/audio/transcriptions, such as whisper.cpp's or faster-whisper's."),
-        QStringLiteral("url")};
-    QCommandLineOption speechModel{QStringLiteral("speech-model"),
-                                   QStringLiteral("Model to ask that server for. Default: whisper-1."),
-                                   QStringLiteral("name"), QStringLiteral("whisper-1")};
+        u"speech-url"_s,
+        u"Recognise speech by this server instead of the embedded engine: any with the "
+        "OpenAI-compatible /v1/audio/transcriptions, such as whisper.cpp's or faster-whisper's."_s,
+        u"url"_s};
+    QCommandLineOption speechModel{u"speech-model"_s, u"Model to ask that server for. Default: whisper-1."_s,
+                                   u"name"_s, u"whisper-1"_s};
     QCommandLineOption detectLanguage{
-        QStringLiteral("speech-detect-language"),
-        QStringLiteral("Let that server find out the language of each recording, for people who dictate in "
-                       "several. Otherwise it is told the primary one.")};
-    QCommandLineOption chatUrl{
-        QStringLiteral("chat-url"),
-        QStringLiteral("Serve modes and Bokmål by this server: any with the OpenAI-compatible "
-                       "/v1/chat/completions, such as llama.cpp's, Ollama or vLLM."),
-        QStringLiteral("url")};
-    QCommandLineOption chatModel{QStringLiteral("chat-model"),
-                                 QStringLiteral("Model to ask that server for."), QStringLiteral("name")};
+        u"speech-detect-language"_s,
+        u"Let that server find out the language of each recording, for people who dictate in "
+        "several. Otherwise it is told the primary one."_s};
+    QCommandLineOption chatUrl{u"chat-url"_s,
+                               u"Serve modes and Bokmål by this server: any with the OpenAI-compatible "
+                               "/v1/chat/completions, such as llama.cpp's, Ollama or vLLM."_s,
+                               u"url"_s};
+    QCommandLineOption chatModel{u"chat-model"_s, u"Model to ask that server for."_s, u"name"_s};
 
     QCommandLineOption dataDirectory{
-        QStringLiteral("data-dir"),
-        QStringLiteral("Directory for accounts and what they keep in step. Default: velmo-local-service in "
-                       "$XDG_DATA_HOME."),
-        QStringLiteral("directory")};
+        u"data-dir"_s,
+        u"Directory for accounts and what they keep in step. Default: velmo-local-service in "
+        "$XDG_DATA_HOME."_s,
+        u"directory"_s};
 
     Parser() {
         line.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
         line.setApplicationDescription(
-            QStringLiteral("Turns recordings into text for Velmo and keeps its accounts, on this machine."));
+            u"Turns recordings into text for Velmo and keeps its accounts, on this machine."_s);
         line.addOptions({port, host, dataDirectory, speechUrl, speechModel, detectLanguage, chatUrl,
                          chatModel, help, version});
     }
@@ -73,14 +69,14 @@ std::optional<QString> readPort(const QString &text, int &port) {
     bool isNumber = false;
     port = text.toInt(&isNumber);
     if (!isNumber || port < 0 || port > 65535)
-        return QStringLiteral("--port takes a number from 0 to 65535, not '%1'.").arg(text);
+        return u"--port takes a number from 0 to 65535, not '%1'."_s.arg(text);
     return std::nullopt;
 }
 
 std::optional<QString> readHost(const QString &text, QString &host) {
-    host = text == u"localhost" ? QStringLiteral("127.0.0.1") : text;
+    host = text == u"localhost" ? u"127.0.0.1"_s : text;
     if (!isNumericAddress(host))
-        return QStringLiteral("--host takes a numeric address such as 127.0.0.1, not '%1'.").arg(text);
+        return u"--host takes a numeric address such as 127.0.0.1, not '%1'."_s.arg(text);
     return std::nullopt;
 }
 
@@ -90,18 +86,18 @@ std::optional<QString> readUrl(const Parser &parser, const QCommandLineOption &o
         return std::nullopt;
     const auto read = openAiUrl(parser.line.value(option), QLatin1StringView(endpointPath));
     if (!read)
-        return QStringLiteral("--%1: %2").arg(option.names().first(), read.error());
+        return u"--%1: %2"_s.arg(option.names().first(), read.error());
     url = *read;
     return std::nullopt;
 }
 
 std::optional<QString> readDataDirectory(const Parser &parser, QString &directory) {
-    directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                QStringLiteral("/velmo-local-service");
+    directory =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/velmo-local-service"_s;
     if (!parser.line.isSet(parser.dataDirectory))
         return std::nullopt;
     if (parser.line.value(parser.dataDirectory).isEmpty())
-        return QStringLiteral("--data-dir takes a directory.");
+        return u"--data-dir takes a directory."_s;
     directory = QDir().absoluteFilePath(parser.line.value(parser.dataDirectory));
     return std::nullopt;
 }
@@ -115,7 +111,7 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
         return failed(parser.line.errorText());
     const QStringList others = parser.line.positionalArguments();
     if (!others.isEmpty())
-        return failed(QStringLiteral("Unexpected argument '%1'.").arg(others.first()));
+        return failed(u"Unexpected argument '%1'."_s.arg(others.first()));
 
     Options options;
     options.help = parser.line.isSet(parser.help);
@@ -137,10 +133,9 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
 }
 
 QString helpText() {
-    return Parser().line.helpText() +
-           QStringLiteral("\nEnvironment:\n"
-                          "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
-                          "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n");
+    return Parser().line.helpText() + u"\nEnvironment:\n"
+                                      "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
+                                      "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n"_s;
 }
 
 } // namespace velmo::localservice

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -38,7 +40,7 @@ void makeDirectories(const QString &path) {
 
 AccountDatabase::AccountDatabase(const QString &directory)
     : m_directory(QDir::cleanPath(directory)),
-      m_file(QFile::encodeName(m_directory + QStringLiteral("/accounts.sqlite"))) {}
+      m_file(QFile::encodeName(m_directory + u"/accounts.sqlite"_s)) {}
 
 SqliteCode AccountDatabase::open() {
     if (m_connection && !m_connection->fileHasMoved())
@@ -72,12 +74,10 @@ SqliteCode AccountDatabase::makeFile() const {
 Refusal AccountDatabase::refusalFor(SqliteCode code) {
     m_connection.reset();
     const QString reason = describe(code);
-    const QString line =
-        QStringLiteral("The account data in %1 cannot be used: %2\n").arg(m_directory, reason);
+    const QString line = u"The account data in %1 cannot be used: %2\n"_s.arg(m_directory, reason);
     std::fputs(line.toLocal8Bit().constData(), stderr);
     const bool isFull = (code & 0xff) == SQLITE_FULL;
-    return {isFull ? 507 : 503,
-            QStringLiteral("The account data of the service cannot be used: %1.").arg(reason)};
+    return {isFull ? 507 : 503, u"The account data of the service cannot be used: %1."_s.arg(reason)};
 }
 
 } // namespace velmo::localservice

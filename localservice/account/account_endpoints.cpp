@@ -5,6 +5,8 @@
 #include "localservice/account/session_endpoint.h"
 #include "localservice/http/json_request.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -14,7 +16,7 @@ QJsonObject objectOf(const VelmoUser &user) {
 }
 
 Refusal faultIn(const char *member) {
-    return {400, QStringLiteral("The member \"%1\" is no name.").arg(QLatin1StringView(member))};
+    return {400, u"The member \"%1\" is no name."_s.arg(QLatin1StringView(member))};
 }
 
 /// The part of a name; empty where the object has none.
@@ -29,7 +31,7 @@ Result<QString, Refusal> namePart(const QJsonObject &object, const char *member)
 
 /// The whole name; empty where the request has none.
 Result<QString, Refusal> fullName(const QJsonObject &body) {
-    const QJsonValue value = body.value(QLatin1StringView("fullName"));
+    const QJsonValue value = body.value("fullName"_L1);
     if (!value.isUndefined() && !value.isObject())
         return failed(faultIn("fullName"));
     const auto given = namePart(value.toObject(), "givenName");
@@ -45,7 +47,7 @@ Result<QJsonObject, Refusal> exchange(Accounts &accounts, const Request &request
     const auto body = jsonObjectOf(request);
     if (!body)
         return failed(body.error());
-    const auto token = textMember(*body, QLatin1StringView("identityToken"));
+    const auto token = textMember(*body, "identityToken"_L1);
     if (!token)
         return failed(token.error());
     const auto name = fullName(*body);
@@ -54,12 +56,11 @@ Result<QJsonObject, Refusal> exchange(Accounts &accounts, const Request &request
     const auto signedIn = accounts.signIn(*token, *name);
     if (!signedIn)
         return failed(signedIn.error());
-    return QJsonObject{{QStringLiteral("token"), signedIn->token},
-                       {QStringLiteral("user"), objectOf(signedIn->user)}};
+    return QJsonObject{{u"token"_s, signedIn->token}, {u"user"_s, objectOf(signedIn->user)}};
 }
 
 Result<QJsonObject, Refusal> whoIsSignedIn(SqlRun &sql, const Session &session, const Request &) {
-    return QJsonObject{{QStringLiteral("user"), objectOf(userOf(sql, session))}};
+    return QJsonObject{{u"user"_s, objectOf(userOf(sql, session))}};
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include <QRandomGenerator>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -89,8 +91,7 @@ Result<Accounts::SignedIn, Refusal> Accounts::signIn(const QString &identityToke
     return m_database.transaction([&](SqlRun &sql) -> Result<SignedIn, Refusal> {
         const QString email = spend(sql, hashOf(identityToken.toUtf8()), secondsFromNow({}));
         if (email.isEmpty())
-            return failed(
-                Refusal{401, QStringLiteral("The identity token is unknown, used already or too old.")});
+            return failed(Refusal{401, u"The identity token is unknown, used already or too old."_s});
         const QByteArray token = newToken();
         const Session session = beginSession(sql, accountFor(sql, email, name), token);
         return SignedIn{QString::fromLatin1(token), userOf(sql, session)};
@@ -105,7 +106,7 @@ Result<Session, Refusal> sessionOf(SqlRun &sql, const QByteArray &token) {
         },
         "SELECT id, account FROM session WHERE token_hash = ?1", hashOf(token));
     if (!session)
-        return failed(Refusal{401, QStringLiteral("The session token is unknown. Sign in again.")});
+        return failed(Refusal{401, u"The session token is unknown. Sign in again."_s});
     return *session;
 }
 

@@ -4,6 +4,8 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -16,11 +18,11 @@ struct FixedField {
     QLatin1StringView value;
 };
 
-constexpr FixedField kClient{QLatin1StringView("client_id"), QLatin1StringView("com.tarnwell.velmo.web")};
+constexpr FixedField kClient{"client_id"_L1, "com.tarnwell.velmo.web"_L1};
 constexpr FixedField kOthers[] = {
-    {QLatin1StringView("response_type"), QLatin1StringView("code id_token")},
-    {QLatin1StringView("scope"), QLatin1StringView("name email")},
-    {QLatin1StringView("response_mode"), QLatin1StringView("form_post")},
+    {"response_type"_L1, "code id_token"_L1},
+    {"scope"_L1, "name email"_L1},
+    {"response_mode"_L1, "form_post"_L1},
 };
 
 constexpr QLatin1StringView kRedirectUri("redirect_uri");
@@ -31,11 +33,11 @@ bool isAsFixed(const FormFields &fields, const FixedField &field) {
 }
 
 QString mustBe(const FixedField &field) {
-    return QStringLiteral("%1 is not “%2”.").arg(field.name, field.value);
+    return u"%1 is not “%2”."_s.arg(field.name, field.value);
 }
 
 bool isOwnCallback(const QString &address, const QString &host) {
-    const QUrl own(QStringLiteral("http://") + host);
+    const QUrl own(u"http://"_s + host);
     const QUrl url(address, QUrl::StrictMode);
     return url.isValid() && url.scheme() == u"http" && isLoopbackHost(url.host()) &&
            url.port(kDefaultPort) == own.port(kDefaultPort) && url.path() == kCallbackPath &&
@@ -54,15 +56,15 @@ Result<AuthorizationRequest, QString> readAuthorizationRequest(const FormFields 
         return failed(mustBe(kClient));
     const QString redirectUri = fields.value(kRedirectUri);
     if (!isOwnCallback(redirectUri, host))
-        return failed(QStringLiteral("redirect_uri is not the callback of this service."));
+        return failed(u"redirect_uri is not the callback of this service."_s);
     for (const FixedField &field : kOthers) {
         if (!isAsFixed(fields, field))
             return failed(mustBe(field));
     }
     const QString state = fields.value(kState);
     if (!isState(state))
-        return failed(QStringLiteral("state is missing, or longer than %1 characters.")
-                          .arg(QString::number(kLongestState)));
+        return failed(
+            u"state is missing, or longer than %1 characters."_s.arg(QString::number(kLongestState)));
     return AuthorizationRequest{redirectUri, state};
 }
 
@@ -77,10 +79,10 @@ std::vector<std::pair<QString, QString>> fieldsOf(const AuthorizationRequest &re
 
 std::optional<QString> faultInSender(const Request &request) {
     if (!request.isFromLoopback)
-        return QStringLiteral("Signing in is for this machine alone, at its loopback address.");
+        return u"Signing in is for this machine alone, at its loopback address."_s;
     const auto origin = request.header("Origin");
     if (origin && *origin != "http://" + request.header("Host").value_or(QByteArray()))
-        return QStringLiteral("The form was sent by another page.");
+        return u"The form was sent by another page."_s;
     return std::nullopt;
 }
 

@@ -7,6 +7,8 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -21,8 +23,7 @@ Result<AuthorizationRequest, Refusal> authorizationIn(const FormFields &fields, 
     const QString host = QString::fromLatin1(request.header("Host").value_or(QByteArray()));
     const auto authorization = readAuthorizationRequest(fields, host);
     if (!authorization)
-        return failed(Refusal{400, QStringLiteral("This address is not one that Velmo opens: ") +
-                                       authorization.error()});
+        return failed(Refusal{400, u"This address is not one that Velmo opens: "_s + authorization.error()});
     return *authorization;
 }
 
@@ -33,10 +34,10 @@ Reply faultPage(const Refusal &refusal) {
 QString userText(const SignInEntry &entry) {
     QJsonObject name;
     if (!entry.givenName.isEmpty())
-        name.insert(QStringLiteral("firstName"), entry.givenName);
+        name.insert(u"firstName"_s, entry.givenName);
     if (!entry.familyName.isEmpty())
-        name.insert(QStringLiteral("lastName"), entry.familyName);
-    return QString::fromUtf8(json::compact(QJsonObject{{QStringLiteral("name"), name}}));
+        name.insert(u"lastName"_s, entry.familyName);
+    return QString::fromUtf8(json::compact(QJsonObject{{u"name"_s, name}}));
 }
 
 /// The client hears of a name the first time, and when it has changed.
@@ -68,10 +69,10 @@ Reply lead(const FormFields &fields) {
     const QString idToken = fields.value(kIdToken);
     const QString state = fields.value(kState);
     if (idToken.isEmpty() || state.isEmpty())
-        return faultPage({400, QStringLiteral("id_token or state is missing.")});
+        return faultPage({400, u"id_token or state is missing."_s});
     const QString user = fields.value(kUser);
     if (!user.isEmpty() && !json::object(user.toUtf8()))
-        return faultPage({400, QStringLiteral("user is no JSON object.")});
+        return faultPage({400, u"user is no JSON object."_s});
     QByteArray address = "velmo://auth?" + item(kIdToken, idToken) + '&' + item(kState, state);
     if (!user.isEmpty())
         address += '&' + item(kUser, user);

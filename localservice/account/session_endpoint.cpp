@@ -1,5 +1,7 @@
 #include "localservice/account/session_endpoint.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -17,7 +19,7 @@ Result<QJsonObject, Refusal> answer(AccountDatabase &database, const SessionWork
                                     const Request &request) {
     const QByteArray token = bearerToken(request);
     if (token.isEmpty())
-        return failed(Refusal{401, QStringLiteral("The request carries no session token. Sign in first.")});
+        return failed(Refusal{401, u"The request carries no session token. Sign in first."_s});
     return database.transaction([&](SqlRun &sql) -> Result<QJsonObject, Refusal> {
         const auto session = sessionOf(sql, token);
         if (!session)

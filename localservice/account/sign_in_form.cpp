@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -24,28 +26,26 @@ struct Field {
 };
 
 QString hiddenInput(const QString &name, const QString &value) {
-    return QStringLiteral("<input type=\"hidden\" name=\"%1\" value=\"%2\">\n")
-        .arg(name, value.toHtmlEscaped());
+    return u"<input type=\"hidden\" name=\"%1\" value=\"%2\">\n"_s.arg(name, value.toHtmlEscaped());
 }
 
 QString faultAttributes(const Field &field) {
     if (!field.fault)
         return {};
-    return QStringLiteral(" aria-invalid=\"true\" aria-describedby=\"%1-error\"").arg(field.name);
+    return u" aria-invalid=\"true\" aria-describedby=\"%1-error\""_s.arg(field.name);
 }
 
 QString faultLine(const Field &field) {
     if (!field.fault)
         return {};
-    return QStringLiteral("<p class=\"error\" id=\"%1-error\">%2</p>\n")
-        .arg(field.name, field.fault->toHtmlEscaped());
+    return u"<p class=\"error\" id=\"%1-error\">%2</p>\n"_s.arg(field.name, field.fault->toHtmlEscaped());
 }
 
 QString fieldHtml(const Field &field) {
-    return QStringLiteral("<div class=\"field\">\n<label for=\"%1\">%2</label>\n"
-                          "<input id=\"%1\" name=\"%1\" value=\"%3\" %4%5>\n%6</div>\n")
-        .arg(field.name, field.label, field.value.toHtmlEscaped(), field.attributes, faultAttributes(field),
-             faultLine(field));
+    return u"<div class=\"field\">\n<label for=\"%1\">%2</label>\n"
+           "<input id=\"%1\" name=\"%1\" value=\"%3\" %4%5>\n%6</div>\n"_s.arg(
+               field.name, field.label, field.value.toHtmlEscaped(), field.attributes, faultAttributes(field),
+               faultLine(field));
 }
 
 /// The first field at fault gets the cursor, the first of all when there is none.
@@ -53,22 +53,21 @@ void giveFocus(std::array<Field, 3> &fields) {
     auto chosen = std::find_if(fields.begin(), fields.end(), [](const Field &field) { return field.fault; });
     if (chosen == fields.end())
         chosen = fields.begin();
-    chosen->attributes += QStringLiteral(" autofocus");
+    chosen->attributes += u" autofocus"_s;
 }
 
 std::array<Field, 3> fieldsFor(const SignInEntry &entry, const SignInFaults &faults) {
     std::array<Field, 3> fields = {
-        Field{kEmail, QStringLiteral("E-mail"),
-              QStringLiteral(
-                  "type=\"email\" autocomplete=\"email\" autocapitalize=\"none\" spellcheck=\"false\" "
-                  "required"),
+        Field{kEmail, u"E-mail"_s,
+              u"type=\"email\" autocomplete=\"email\" autocapitalize=\"none\" spellcheck=\"false\" "
+              "required"_s,
               entry.email, faults.email},
-        Field{kGivenName, QStringLiteral("First name"),
-              QStringLiteral("type=\"text\" autocomplete=\"given-name\" spellcheck=\"false\""),
-              entry.givenName, faults.givenName},
-        Field{kFamilyName, QStringLiteral("Last name (optional)"),
-              QStringLiteral("type=\"text\" autocomplete=\"family-name\" spellcheck=\"false\""),
-              entry.familyName, faults.familyName}};
+        Field{kGivenName, u"First name"_s,
+              u"type=\"text\" autocomplete=\"given-name\" spellcheck=\"false\""_s, entry.givenName,
+              faults.givenName},
+        Field{kFamilyName, u"Last name (optional)"_s,
+              u"type=\"text\" autocomplete=\"family-name\" spellcheck=\"false\""_s, entry.familyName,
+              faults.familyName}};
     giveFocus(fields);
     return fields;
 }
@@ -97,7 +96,7 @@ minutes.</p>)";
 std::optional<QString> faultInName(const QString &part) {
     if (isNamePart(part))
         return std::nullopt;
-    return QStringLiteral("This name is too long, or has characters that cannot be shown.");
+    return u"This name is too long, or has characters that cannot be shown."_s;
 }
 
 } // namespace
@@ -110,9 +109,9 @@ SignInEntry signInEntry(const FormFields &fields) {
 SignInFaults faultsIn(const SignInEntry &entry) {
     SignInFaults faults;
     if (entry.email.isEmpty())
-        faults.email = QStringLiteral("Enter your e-mail address.");
+        faults.email = u"Enter your e-mail address."_s;
     else if (!isEmail(entry.email))
-        faults.email = QStringLiteral("Enter an e-mail address like kari@example.org.");
+        faults.email = u"Enter an e-mail address like kari@example.org."_s;
     faults.givenName = faultInName(entry.givenName);
     faults.familyName = faultInName(entry.familyName);
     return faults;
@@ -120,7 +119,7 @@ SignInFaults faultsIn(const SignInEntry &entry) {
 
 SignInFaults missingName() {
     SignInFaults faults;
-    faults.givenName = QStringLiteral("Enter your name: there is no account with this e-mail address yet.");
+    faults.givenName = u"Enter your name: there is no account with this e-mail address yet."_s;
     return faults;
 }
 
@@ -133,16 +132,15 @@ Reply signInForm(const AuthorizationRequest &request, const SignInEntry &entry, 
         fields.append(fieldHtml(field));
     const QString content = QString::fromUtf8(kForm).arg(hidden, fields[0], fields[1], fields[2]);
     if (faults.isEmpty())
-        return pageReply(200, QStringLiteral("Sign in – Velmo"), content);
-    return pageReply(422, QStringLiteral("Error: Sign in – Velmo"), content);
+        return pageReply(200, u"Sign in – Velmo"_s, content);
+    return pageReply(422, u"Error: Sign in – Velmo"_s, content);
 }
 
 Reply continuePage(const SignInAnswer &answer, const QString &email) {
-    QString hidden = hiddenInput(QStringLiteral("id_token"), answer.idToken) +
-                     hiddenInput(QStringLiteral("state"), answer.state);
+    QString hidden = hiddenInput(u"id_token"_s, answer.idToken) + hiddenInput(u"state"_s, answer.state);
     if (!answer.user.isEmpty())
-        hidden += hiddenInput(QStringLiteral("user"), answer.user);
-    return pageReply(200, QStringLiteral("Signed in – Velmo"),
+        hidden += hiddenInput(u"user"_s, answer.user);
+    return pageReply(200, u"Signed in – Velmo"_s,
                      QString::fromUtf8(kContinue).arg(email.toHtmlEscaped(), QString(kCallbackPath), hidden));
 }
 

@@ -2,18 +2,20 @@
 
 #include "base/json.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
 
 QJsonObject message(const QString &role, const QString &content) {
-    return {{QStringLiteral("role"), role}, {QStringLiteral("content"), content}};
+    return {{u"role"_s, role}, {u"content"_s, content}};
 }
 
 /// Models that reason aloud do so first, between <think> and </think>.
 QString withoutReasoning(const QString &answer) {
     const QString trimmed = answer.trimmed();
-    const QString closing = QStringLiteral("</think>");
+    const QString closing = u"</think>"_s;
     const qsizetype end = trimmed.indexOf(closing);
     if (!trimmed.startsWith(u"<think>") || end < 0)
         return trimmed;
@@ -23,17 +25,16 @@ QString withoutReasoning(const QString &answer) {
 } // namespace
 
 ChatClient::ChatClient(HttpClient &http, OpenAiAddress address)
-    : m_server(http, QStringLiteral("chat server"), std::move(address)) {}
+    : m_server(http, u"chat server"_s, std::move(address)) {}
 
 Result<QString, Refusal> ChatClient::rewrite(const QString &instruction, const QString &text,
                                              std::chrono::milliseconds limit) const {
     QJsonObject request{
-        {QStringLiteral("messages"),
-         QJsonArray{message(QStringLiteral("system"), instruction), message(QStringLiteral("user"), text)}},
-        {QStringLiteral("stream"), false},
-        {QStringLiteral("temperature"), 0}}; // the same words are to become the same text
+        {u"messages"_s, QJsonArray{message(u"system"_s, instruction), message(u"user"_s, text)}},
+        {u"stream"_s, false},
+        {u"temperature"_s, 0}}; // the same words are to become the same text
     if (!m_server.model().isEmpty())
-        request.insert(QStringLiteral("model"), m_server.model());
+        request.insert(u"model"_s, m_server.model());
 
     const auto reply = m_server.post("application/json", json::compact(request), limit);
     if (!reply)
@@ -47,7 +48,7 @@ Result<QString, Refusal> ChatClient::rewrite(const QString &instruction, const Q
 }
 
 Refusal noChatServer() {
-    return {503, QStringLiteral("No language model is set up. Start velmo-local-service with --chat-url.")};
+    return {503, u"No language model is set up. Start velmo-local-service with --chat-url."_s};
 }
 
 } // namespace velmo::localservice

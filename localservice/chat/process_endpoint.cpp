@@ -3,6 +3,8 @@
 #include "localservice/chat/rewrite_endpoint.h"
 #include "localservice/http/json_request.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -14,7 +16,7 @@ constexpr std::chrono::milliseconds kLimit{14500};
 
 Endpoint processEndpoint(const ChatClient *chat) {
     return rewriteEndpoint(chat, {"/api/process", kLimit, [](const QJsonObject &body) {
-                                      return textMember(body, QLatin1StringView("systemPrompt"));
+                                      return textMember(body, "systemPrompt"_L1);
                                   }});
 }
 

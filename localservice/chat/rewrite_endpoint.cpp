@@ -2,6 +2,8 @@
 
 #include "localservice/http/json_request.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -12,7 +14,7 @@ Result<QString, Refusal> rewrite(const ChatClient *chat, const Rewriting &rewrit
     const auto body = jsonObjectOf(request);
     if (!body)
         return failed(body.error());
-    const auto text = textMember(*body, QLatin1StringView("text"));
+    const auto text = textMember(*body, "text"_L1);
     if (!text)
         return failed(text.error());
     const auto instruction = rewriting.instruction(*body);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 std::optional<QByteArray> Request::header(QByteArrayView name) const {
@@ -14,7 +16,7 @@ std::optional<QByteArray> Request::header(QByteArrayView name) const {
 }
 
 Reply refusalReply(const Refusal &refusal) {
-    return {refusal.status, {{QStringLiteral("error"), refusal.sentence}}};
+    return {refusal.status, {{u"error"_s, refusal.sentence}}};
 }
 
 } // namespace velmo::localservice

@@ -8,6 +8,8 @@
 #include <array>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -23,44 +25,41 @@ struct Part {
 };
 
 /// The names in their order; the prompt may be left out.
-constexpr std::array<QLatin1StringView, 5> kOrder = {
-    QLatin1StringView("audio"), QLatin1StringView("prompt"), QLatin1StringView("language"),
-    QLatin1StringView("languages"), QLatin1StringView("source")};
+constexpr std::array<QLatin1StringView, 5> kOrder = {"audio"_L1, "prompt"_L1, "language"_L1, "languages"_L1,
+                                                     "source"_L1};
 
 auto fault(const QString &sentence) {
     return failed(sentence);
 }
 
 auto partFault(QStringView name, const QString &what) {
-    return failed(QStringLiteral("The part \"%1\" %2.").arg(name, what));
+    return failed(u"The part \"%1\" %2."_s.arg(name, what));
 }
 
 Result<QByteArray, QString> boundaryOf(const QByteArray &contentType) {
-    static const QRegularExpression form(QStringLiteral(
-        "\\Amultipart/form-data; boundary=(Boundary-[0-9A-F]{8}(?:-[0-9A-F]{4}){3}-[0-9A-F]{12})\\z"));
+    static const QRegularExpression form(
+        u"\\Amultipart/form-data; boundary=(Boundary-[0-9A-F]{8}(?:-[0-9A-F]{4}){3}-[0-9A-F]{12})\\z"_s);
     const auto match = form.match(QString::fromLatin1(contentType));
     if (!match.hasMatch())
-        return fault(QStringLiteral("The Content-Type header is not \"multipart/form-data; boundary=\" and a "
-                                    "boundary of the form \"Boundary-\" and an upper-case UUID."));
+        return fault(u"The Content-Type header is not \"multipart/form-data; boundary=\" and a "
+                     "boundary of the form \"Boundary-\" and an upper-case UUID."_s);
     return match.captured(1).toLatin1();
 }
 
 /// The name of a part from its header lines, or an empty one.
 QString nameIn(QByteArrayView head) {
-    static const QRegularExpression form(
-        QStringLiteral("\\AContent-Disposition: form-data; name=\"([^\"\\r\\n]*)\""));
+    static const QRegularExpression form(u"\\AContent-Disposition: form-data; name=\"([^\"\\r\\n]*)\""_s);
     return form.match(QString::fromUtf8(head)).captured(1);
 }
 
 Result<Part, QString> partFrom(QByteArrayView bytes) {
     const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
     if (headEnd < 0)
-        return fault(QStringLiteral("A part has no empty line between its headers and its content."));
+        return fault(u"A part has no empty line between its headers and its content."_s);
     Part part{bytes.first(headEnd), bytes.sliced(headEnd + 4), {}};
     part.name = nameIn(part.head);
     if (part.name.isEmpty())
-        return fault(
-            QStringLiteral("A part does not begin with a Content-Disposition header that names it."));
+        return fault(u"A part does not begin with a Content-Disposition header that names it."_s);
     return part;
 }
 
@@ -69,14 +68,14 @@ Result<std::vector<Part>, QString> partsOf(QByteArrayView body, const QByteArray
     const QByteArray opening = "--" + boundary + "\r\n";
     const QByteArray delimiter = "\r\n--" + boundary;
     if (!body.startsWith(opening))
-        return fault(QStringLiteral("The body does not begin with the boundary of the Content-Type header."));
+        return fault(u"The body does not begin with the boundary of the Content-Type header."_s);
 
     std::vector<Part> parts;
     QByteArrayView rest = body.sliced(opening.size());
     for (;;) {
         const qsizetype end = rest.indexOf(delimiter);
         if (end < 0)
-            return fault(QStringLiteral("The body does not end with the closing boundary."));
+            return fault(u"The body does not end with the closing boundary."_s);
         auto part = partFrom(rest.first(end));
         if (!part)
             return fault(part.error());
@@ -85,7 +84,7 @@ Result<std::vector<Part>, QString> partsOf(QByteArrayView body, const QByteArray
         if (rest == "--\r\n")
             return parts;
         if (!rest.startsWith(kLineEnd))
-            return fault(QStringLiteral("A boundary line is not ended as it should be."));
+            return fault(u"A boundary line is not ended as it should be."_s);
         rest = rest.sliced(kLineEnd.size());
     }
 }
@@ -98,19 +97,18 @@ qsizetype countOf(const std::vector<Part> &parts, QStringView name) {
 std::optional<QString> faultInOrder(const std::vector<Part> &parts) {
     for (const Part &part : parts) {
         if (std::find(kOrder.begin(), kOrder.end(), part.name) == kOrder.end())
-            return QStringLiteral("The part \"%1\" does not belong to an upload.").arg(part.name);
+            return u"The part \"%1\" does not belong to an upload."_s.arg(part.name);
     }
     auto next = parts.begin();
     for (const QLatin1StringView name : kOrder) {
         const qsizetype count = countOf(parts, QString(name));
         if (count > 1)
-            return QStringLiteral("The part \"%1\" is there more than once.").arg(name);
+            return u"The part \"%1\" is there more than once."_s.arg(name);
         if (count == 0 && name != u"prompt")
-            return QStringLiteral("The part \"%1\" is missing.").arg(name);
+            return u"The part \"%1\" is missing."_s.arg(name);
         if (count == 1 && (next++)->name != name)
-            return QStringLiteral("The part \"%1\" is out of its order (audio, prompt, language, languages, "
-                                  "source).")
-                .arg(name);
+            return u"The part \"%1\" is out of its order (audio, prompt, language, languages, "
+                   "source)."_s.arg(name);
     }
     return std::nullopt;
 }
@@ -118,11 +116,11 @@ std::optional<QString> faultInOrder(const std::vector<Part> &parts) {
 /// The text of a part that has nothing but its name in its headers.
 Result<QString, QString> textOf(const Part &part) {
     if (part.head != "Content-Disposition: form-data; name=\"" + part.name.toUtf8() + '"')
-        return partFault(part.name, QStringLiteral("has headers other than its name"));
+        return partFault(part.name, u"has headers other than its name"_s);
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString text = decoder(part.content);
     if (decoder.hasError())
-        return partFault(part.name, QStringLiteral("is not UTF-8"));
+        return partFault(part.name, u"is not UTF-8"_s);
     return text;
 }
 
@@ -131,35 +129,34 @@ Result<QStringList, QString> languagesFrom(const QString &text) {
     QStringList codes;
     for (const auto &element : array.value_or(QJsonArray())) {
         if (!element.isString())
-            return partFault(u"languages", QStringLiteral("is no JSON array of strings"));
+            return partFault(u"languages", u"is no JSON array of strings"_s);
         codes.append(element.toString());
     }
     if (codes.isEmpty())
-        return partFault(u"languages", QStringLiteral("is no JSON array of strings"));
+        return partFault(u"languages", u"is no JSON array of strings"_s);
     return codes;
 }
 
 /// Reads the headers of the audio part: file name and type, which both follow from the extension.
 std::optional<QString> readAudio(const Part &part, Upload &upload) {
     static const QRegularExpression form(
-        QStringLiteral("\\AContent-Disposition: form-data; name=\"audio\"; filename=\"([^\"\\r\\n]*)\"\\r\\n"
-                       "Content-Type: ([^\\r\\n]*)\\z"));
+        u"\\AContent-Disposition: form-data; name=\"audio\"; filename=\"([^\"\\r\\n]*)\"\\r\\n"
+        "Content-Type: ([^\\r\\n]*)\\z"_s);
     const auto match = form.match(QString::fromUtf8(part.head));
     if (!match.hasMatch())
-        return QStringLiteral("The part \"audio\" has headers other than its name, its filename and its "
-                              "Content-Type.");
+        return u"The part \"audio\" has headers other than its name, its filename and its "
+               "Content-Type."_s;
     upload.fileName = match.captured(1);
     upload.contentType = match.captured(2).toUtf8();
     upload.audio = part.content.toByteArray();
 
     if (!upload.fileName.startsWith(u"recording.") || upload.fileName != upload.fileName.toLower())
-        return QStringLiteral("The filename of the part \"audio\" is not \"recording.\" and an extension in "
-                              "lower case.");
+        return u"The filename of the part \"audio\" is not \"recording.\" and an extension in "
+               "lower case."_s;
     const QByteArray expected = upload.fileName == u"recording.wav" ? "audio/wav" : "audio/m4a";
     if (upload.contentType != expected)
-        return QStringLiteral(
-                   "The Content-Type of the part \"audio\" is not \"%1\", as its filename asks for.")
-            .arg(QString::fromLatin1(expected));
+        return u"The Content-Type of the part \"audio\" is not \"%1\", as its filename asks for."_s.arg(
+            QString::fromLatin1(expected));
     return std::nullopt;
 }
 
@@ -170,7 +167,7 @@ std::optional<QString> readText(const Part &part, Upload &upload) {
         return text.error();
     if (part.name == u"prompt") {
         if (text->isEmpty())
-            return QStringLiteral("The part \"prompt\" is empty; without hint words it is left out.");
+            return u"The part \"prompt\" is empty; without hint words it is left out."_s;
         upload.prompt = *text;
     } else if (part.name == u"language") {
         upload.language = *text;
@@ -180,7 +177,7 @@ std::optional<QString> readText(const Part &part, Upload &upload) {
             return codes.error();
         upload.languages = *codes;
     } else if (*text != u"mac") {
-        return QStringLiteral("The part \"source\" is not \"mac\".");
+        return u"The part \"source\" is not \"mac\"."_s;
     }
     return std::nullopt;
 }

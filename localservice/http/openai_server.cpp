@@ -8,6 +8,8 @@
 #include <future>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -41,9 +43,8 @@ Result<QString, QString> openAiUrl(const QString &written, const QString &endpoi
     QUrl url(written, QUrl::StrictMode);
     const bool isWeb = url.scheme() == u"http" || url.scheme() == u"https";
     if (!url.isValid() || !isWeb || url.host().isEmpty() || !url.userInfo().isEmpty())
-        return failed(
-            QStringLiteral("'%1' is no address such as http://127.0.0.1:8080.").arg(url.toDisplayString()));
-    const QString version = QStringLiteral("/v1");
+        return failed(u"'%1' is no address such as http://127.0.0.1:8080."_s.arg(url.toDisplayString()));
+    const QString version = u"/v1"_s;
     if (url.path().isEmpty() || url.path() == u"/")
         url.setPath(endpointPath);
     else if (url.path() == version || url.path() == version + u'/')
@@ -64,23 +65,21 @@ Result<QJsonObject, Refusal> OpenAiServer::post(const QByteArray &contentType, Q
 
     const HttpOutcome outcome = sendAndWait(m_http, std::move(request));
     if (!outcome && outcome.error().kind == TransportFailure::Kind::TimedOut)
-        return failed(Refusal{kGatewayTimeout, QStringLiteral("The %1 did not answer in time.").arg(m_name)});
+        return failed(Refusal{kGatewayTimeout, u"The %1 did not answer in time."_s.arg(m_name)});
     if (!outcome)
         return failed(
-            Refusal{kBadGateway,
-                    QStringLiteral("The %1 gave no answer: %2").arg(m_name, outcome.error().description)});
+            Refusal{kBadGateway, u"The %1 gave no answer: %2"_s.arg(m_name, outcome.error().description)});
     if (outcome->status != 200)
-        return failed(Refusal{kBadGateway,
-                              QStringLiteral("The %1 refused with status %2: %3")
-                                  .arg(m_name, QString::number(outcome->status), messageOf(outcome->body))});
+        return failed(
+            Refusal{kBadGateway, u"The %1 refused with status %2: %3"_s.arg(
+                                     m_name, QString::number(outcome->status), messageOf(outcome->body))});
     if (auto reply = json::object(outcome->body))
         return *reply;
     return failed(badAnswer());
 }
 
 Refusal OpenAiServer::badAnswer() const {
-    return {kBadGateway,
-            QStringLiteral("The %1 answered with something else than was asked for.").arg(m_name)};
+    return {kBadGateway, u"The %1 answered with something else than was asked for."_s.arg(m_name)};
 }
 
 } // namespace velmo::localservice

@@ -2,6 +2,8 @@
 
 #include <QCryptographicHash>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -95,10 +97,9 @@ Reply pageReply(int status, const QString &title, const QString &content) {
 }
 
 Reply faultPage(int status, const QString &sentence) {
-    return pageReply(status, QStringLiteral("Sign-in failed – Velmo"),
-                     QStringLiteral("<h1>Sign-in failed</h1>\n<p class=\"notice\" role=\"alert\">%1</p>\n"
-                                    "<p>Close this page and start again from Velmo.</p>")
-                         .arg(sentence.toHtmlEscaped()));
+    return pageReply(status, u"Sign-in failed – Velmo"_s,
+                     u"<h1>Sign-in failed</h1>\n<p class=\"notice\" role=\"alert\">%1</p>\n"
+                     "<p>Close this page and start again from Velmo.</p>"_s.arg(sentence.toHtmlEscaped()));
 }
 
 } // namespace velmo::localservice

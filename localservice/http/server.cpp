@@ -11,6 +11,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -83,12 +85,11 @@ Request requestFrom(const httplib::Request &request, QByteArray body) {
 }
 
 QString bindFailure(const QString &address, int port, int error) {
-    const QString place = QStringLiteral("port %1 of %2").arg(QString::number(port), address);
+    const QString place = u"port %1 of %2"_s.arg(QString::number(port), address);
     if (error == EADDRINUSE)
-        return QStringLiteral("Another program listens on %1 already, perhaps another velmo-local-service. "
-                              "Stop it, or choose another port with --port.")
-            .arg(place);
-    return QStringLiteral("Could not listen on %1: %2.").arg(place, qt_error_string(error));
+        return u"Another program listens on %1 already, perhaps another velmo-local-service. "
+               "Stop it, or choose another port with --port."_s.arg(place);
+    return u"Could not listen on %1: %2."_s.arg(place, qt_error_string(error));
 }
 
 } // namespace
@@ -192,12 +193,12 @@ std::optional<Refusal> Server::Http::refusalFor(const httplib::Request &request,
         return refusal;
     const QByteArrayList methods = methodsOf(request.path);
     if (methods.isEmpty())
-        return Refusal{404, QStringLiteral("There is nothing at this address.")};
+        return Refusal{404, u"There is nothing at this address."_s};
 
     if (!methods.contains(QByteArray::fromStdString(request.method))) {
         const QByteArray list = methods.join(", ");
         response.set_header("Allow", list.toStdString());
-        return Refusal{405, QStringLiteral("This address takes %1 only.").arg(QString::fromLatin1(list))};
+        return Refusal{405, u"This address takes %1 only."_s.arg(QString::fromLatin1(list))};
     }
     return refusalForBody(request, m_limits.body);
 }
@@ -215,7 +216,7 @@ void Server::Http::answer(const Endpoint &endpoint, const httplib::Request &requ
     if (tooLarge)
         write(response, refusalReply({413, sentenceForStatus(413)}));
     else if (!whole)
-        write(response, refusalReply({408, QStringLiteral("The request did not arrive whole in time.")}));
+        write(response, refusalReply({408, u"The request did not arrive whole in time."_s}));
     else
         write(response, endpoint.answer(requestFrom(request, std::move(body))));
 }

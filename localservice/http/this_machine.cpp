@@ -8,6 +8,8 @@
 #include <optional>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -54,7 +56,7 @@ bool isOriginOfThisMachine(const std::string &origin, const std::string &localAd
 
 bool isLoopbackAddress(const std::string &address) {
     const QString text = QString::fromStdString(address);
-    const QString mapped = QStringLiteral("::ffff:");
+    const QString mapped = u"::ffff:"_s;
     return isLoopbackHost(text.startsWith(mapped) ? text.sliced(mapped.size()) : text);
 }
 

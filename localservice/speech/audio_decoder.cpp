@@ -8,6 +8,8 @@
 #include <sndfile.h>
 #include <soxr.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -106,7 +108,7 @@ private:
 Result<Sound, QString> readAll(SNDFILE *file, const SF_INFO &info) {
     Collector collector(info.samplerate);
     if (!collector.isReady())
-        return failed(QStringLiteral("The recording could not be resampled."));
+        return failed(u"The recording could not be resampled."_s);
 
     const auto longest = static_cast<sf_count_t>(kLongestSoundSeconds * info.samplerate);
     std::vector<float> frames(static_cast<size_t>(kBlockFrames * info.channels));
@@ -115,8 +117,7 @@ Result<Sound, QString> readAll(SNDFILE *file, const SF_INFO &info) {
     while (const sf_count_t count = sf_readf_float(file, frames.data(), kBlockFrames)) {
         total += count;
         if (total > longest)
-            return failed(
-                QStringLiteral("The recording is longer than %1 minutes.").arg(kLongestSoundSeconds / 60));
+            return failed(u"The recording is longer than %1 minutes."_s.arg(kLongestSoundSeconds / 60));
         mono.resize(static_cast<size_t>(count));
         mixDown(frames.data(), mono, info.channels);
         collector.add(mono);
@@ -136,13 +137,11 @@ Result<Sound, QString> decodeAudio(const QByteArray &file) {
     SF_INFO info{};
     const std::unique_ptr<SNDFILE, CloseFile> opened(sf_open_virtual(&access, SFM_READ, &info, &bytes));
     if (!opened)
-        return failed(
-            QStringLiteral("The recording is no sound in a form the embedded engine reads (WAVE, FLAC, "
-                           "Ogg, MP3)."));
+        return failed(u"The recording is no sound in a form the embedded engine reads (WAVE, FLAC, "
+                      "Ogg, MP3)."_s);
     if (info.samplerate < kLowestRate || info.samplerate > kHighestRate || info.channels < 1 ||
         info.channels > kMostChannels)
-        return failed(
-            QStringLiteral("The recording has a sample rate or a number of channels no recording has."));
+        return failed(u"The recording has a sample rate or a number of channels no recording has."_s);
     return readAll(opened.get(), info);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -14,20 +16,17 @@ constexpr double kShortestTellingSeconds = 1;
 constexpr double kNewShare = 0.3;
 
 Refusal queueFull() {
-    return {503,
-            QStringLiteral("Too many recordings are waiting for the speech engine. Try again in a moment.")};
+    return {503, u"Too many recordings are waiting for the speech engine. Try again in a moment."_s};
 }
 
 Refusal tooSlow() {
-    return {422,
-            QStringLiteral("The embedded speech engine cannot finish this recording within %1 seconds. "
-                           "Record less at a time, or start velmo-local-service with --speech-url to use a "
-                           "faster speech server.")
-                .arg(EnginePool::longestWait.count())};
+    return {422, u"The embedded speech engine cannot finish this recording within %1 seconds. "
+                 "Record less at a time, or start velmo-local-service with --speech-url to use a "
+                 "faster speech server."_s.arg(EnginePool::longestWait.count())};
 }
 
 Refusal tooLate() {
-    return {503, QStringLiteral("The speech engine did not get to this recording in time.")};
+    return {503, u"The speech engine did not get to this recording in time."_s};
 }
 
 } // namespace

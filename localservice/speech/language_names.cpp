@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -43,7 +45,7 @@ std::optional<QString> codeByQt(QStringView name) {
 } // namespace
 
 std::optional<QString> languageCode(const QString &name) {
-    static const QRegularExpression codeForm(QStringLiteral("\\A([a-z]{2,3})(?:[-_].*)?\\z"));
+    static const QRegularExpression codeForm(u"\\A([a-z]{2,3})(?:[-_].*)?\\z"_s);
     const QString lower = name.trimmed().toLower();
     const QString code = codeForm.match(lower).captured(1);
     if (const auto listed = listedCode(code.isEmpty() ? lower : code))

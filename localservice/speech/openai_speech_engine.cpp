@@ -6,6 +6,8 @@
 
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -46,8 +48,7 @@ QString languageToTell(const QString &primary) {
 class OpenAiSpeechEngine final : public SpeechEngine {
 public:
     OpenAiSpeechEngine(HttpClient &http, const SpeechServerSettings &settings)
-        : m_server(http, QStringLiteral("speech server"), settings.address),
-          m_detectLanguage(settings.detectLanguage) {}
+        : m_server(http, u"speech server"_s, settings.address), m_detectLanguage(settings.detectLanguage) {}
 
     [[nodiscard]] std::optional<double> measureWorkPerSecond() override { return std::nullopt; }
 
@@ -57,10 +58,10 @@ public:
         const auto reply = m_server.post(form.contentType(), form.body(), limit);
         if (!reply)
             return failed(reply.error());
-        const auto text = json::string(*reply, QLatin1StringView("text"));
+        const auto text = json::string(*reply, "text"_L1);
         if (!text)
             return failed(m_server.badAnswer());
-        const QString language = json::string(*reply, QLatin1StringView("language")).value_or(QString());
+        const QString language = json::string(*reply, "language"_L1).value_or(QString());
         return Transcript{text->trimmed(), languageCode(language)};
     }
 
@@ -74,7 +75,7 @@ private:
             form.addText("language", language);
         if (!upload.prompt.isEmpty())
             form.addText("prompt", upload.prompt);
-        form.addText("response_format", QStringLiteral("verbose_json")); // tells the language too
+        form.addText("response_format", u"verbose_json"_s); // tells the language too
         return form;
     }
 
@@ -88,7 +89,7 @@ EngineKind openAiSpeechEngines(HttpClient &http, const SpeechServerSettings &set
     EngineKind kind;
     const QUrl url(settings.address.url);
     kind.description =
-        QStringLiteral("speech server %1").arg(url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery).toString());
+        u"speech server %1"_s.arg(url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery).toString());
     kind.instances = kInstances;
     kind.make = [&http, settings]() -> Result<std::unique_ptr<SpeechEngine>, QString> {
         return std::make_unique<OpenAiSpeechEngine>(http, settings);

@@ -11,6 +11,8 @@
 #include <sphinxbase/err.h>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -60,7 +62,7 @@ public:
     }
 
     [[nodiscard]] SpeechOutcome transcribe(const Speech &speech, Clock::time_point) override {
-        return Transcript{asSentence(recognise(speech.sound)), QStringLiteral("en")};
+        return Transcript{asSentence(recognise(speech.sound)), u"en"_s};
     }
 
 private:
@@ -83,9 +85,9 @@ Result<std::unique_ptr<SpeechEngine>, QString> makeEngine(const QString &modelDi
     const auto file = [&directory](const QString &name) {
         return QFile::encodeName(directory.filePath(name));
     };
-    const QByteArray sounds = file(QStringLiteral("en-us"));
-    const QByteArray sentences = file(QStringLiteral("en-us.lm.bin"));
-    const QByteArray words = file(QStringLiteral("cmudict-en-us.dict"));
+    const QByteArray sounds = file(u"en-us"_s);
+    const QByteArray sentences = file(u"en-us.lm.bin"_s);
+    const QByteArray words = file(u"cmudict-en-us.dict"_s);
 
     err_set_logfp(nullptr); // it would write what it hears
     const std::unique_ptr<cmd_ln_t, FreeSettings> settings(
@@ -93,19 +95,17 @@ Result<std::unique_ptr<SpeechEngine>, QString> makeEngine(const QString &modelDi
                     "-dict", words.constData(), nullptr));
     Decoder decoder(settings ? ps_init(settings.get()) : nullptr);
     if (!decoder)
-        return failed(QStringLiteral("The embedded speech engine found no model in %1. Install the package "
-                                     "pocketsphinx-en-us, or use a speech server with --speech-url.")
-                          .arg(modelDirectory));
+        return failed(u"The embedded speech engine found no model in %1. Install the package "
+                      "pocketsphinx-en-us, or use a speech server with --speech-url."_s.arg(modelDirectory));
     return std::make_unique<PocketSphinxEngine>(std::move(decoder));
 }
 
 Result<Speech, Refusal> prepare(Upload upload) {
     if (!upload.languages.contains(u"en"))
-        return failed(
-            Refusal{422, QStringLiteral("The embedded speech engine understands English only, and "
-                                        "English is not among the selected languages. Start "
-                                        "velmo-local-service with --speech-url to use a speech server "
-                                        "that knows them.")});
+        return failed(Refusal{422, u"The embedded speech engine understands English only, and "
+                                   "English is not among the selected languages. Start "
+                                   "velmo-local-service with --speech-url to use a speech server "
+                                   "that knows them."_s});
     auto sound = decodeAudio(upload.audio);
     if (!sound)
         return failed(Refusal{422, sound.error()});
@@ -116,7 +116,7 @@ Result<Speech, Refusal> prepare(Upload upload) {
 
 EngineKind pocketSphinxEngines(const QString &modelDirectory) {
     EngineKind kind;
-    kind.description = QStringLiteral("embedded engine, English");
+    kind.description = u"embedded engine, English"_s;
     kind.instances = std::thread::hardware_concurrency() > 1 ? 2 : 1;
     kind.make = [modelDirectory] { return makeEngine(modelDirectory); };
     kind.prepare = prepare;

@@ -2,6 +2,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -10,17 +12,17 @@ namespace {
 std::optional<QString> faultInHeaders(const Request &request) {
     for (const char *name : {"X-Device-Id", "X-Mode", "X-App-Version", "X-Source"}) {
         if (request.header(name).value_or(QByteArray()).isEmpty())
-            return QStringLiteral("The header %1 is missing.").arg(QLatin1StringView(name));
+            return u"The header %1 is missing."_s.arg(QLatin1StringView(name));
     }
     if (request.header("X-Source") != "mac")
-        return QStringLiteral("The header X-Source is not \"mac\".");
+        return u"The header X-Source is not \"mac\"."_s;
     return std::nullopt;
 }
 
 Reply transcriptReply(const Transcript &transcript) {
-    QJsonObject body{{QStringLiteral("text"), transcript.text}};
+    QJsonObject body{{u"text"_s, transcript.text}};
     if (transcript.detectedLanguage)
-        body.insert(QStringLiteral("detectedLanguage"), *transcript.detectedLanguage);
+        body.insert(u"detectedLanguage"_s, *transcript.detectedLanguage);
     return {200, body};
 }
 

@@ -7,6 +7,8 @@
 
 #include <QJsonArray>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -23,13 +25,13 @@ QJsonArray words(SqlRun &sql, const Session &session, bool tombstones) {
 
 Result<QJsonObject, Refusal> pull(SqlRun &sql, const Session &session, const Request &) {
     knowPulled(sql, session, kList,
-               QStringLiteral("SELECT word AS key FROM word WHERE account = ?1 AND is_tombstone = 0"));
-    return QJsonObject{{QStringLiteral("words"), words(sql, session, false)},
-                       {QStringLiteral("deletedWords"), words(sql, session, true)}};
+               u"SELECT word AS key FROM word WHERE account = ?1 AND is_tombstone = 0"_s);
+    return QJsonObject{{u"words"_s, words(sql, session, false)},
+                       {u"deletedWords"_s, words(sql, session, true)}};
 }
 
 Result<QString, Refusal> wordAt(const QJsonArray &array, qsizetype index) {
-    const QString name = QStringLiteral("words[%1]").arg(index);
+    const QString name = u"words[%1]"_s.arg(index);
     return textWithin(array.at(index), name, kLongestWord);
 }
 
@@ -66,7 +68,7 @@ Result<QJsonObject, Refusal> push(SqlRun &sql, const Session &session, const Req
     merge(sql, session, *words);
     if (sql.number("SELECT count(*) FROM word WHERE account = ?1 AND is_tombstone = 0", session.account) >
         kMostWords)
-        return failed(tooMany(QStringLiteral("words"), kMostWords));
+        return failed(tooMany(u"words"_s, kMostWords));
     return QJsonObject();
 }
 

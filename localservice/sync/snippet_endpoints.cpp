@@ -5,6 +5,8 @@
 #include "localservice/sync/known_keys.h"
 #include "localservice/sync/sync_limits.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -32,7 +34,7 @@ constexpr Member kMembers[] = {
 };
 
 Result<QJsonObject, Refusal> pull(SqlRun &sql, const Session &session, const Request &) {
-    knowPulled(sql, session, kList, QStringLiteral("SELECT key FROM snippet WHERE account = ?1"));
+    knowPulled(sql, session, kList, u"SELECT key FROM snippet WHERE account = ?1"_s);
     QJsonArray snippets;
     sql.rows(
         [&snippets](const SqliteStatement::Use &row) {
@@ -51,7 +53,7 @@ Result<Snippet, Refusal> snippetAt(const QJsonArray &array, qsizetype index) {
     Snippet snippet;
     for (const Member &member : kMembers) {
         const QLatin1StringView memberName(member.name);
-        const QString name = QStringLiteral("snippets[%1].%2").arg(QString::number(index), memberName);
+        const QString name = u"snippets[%1].%2"_s.arg(QString::number(index), memberName);
         const auto text = textWithin(object.value(memberName), name, member.longest);
         if (!text)
             return failed(text.error());
@@ -106,7 +108,7 @@ Result<QJsonObject, Refusal> push(SqlRun &sql, const Session &session, const Req
         return failed(snippets.error());
     merge(sql, session, *snippets);
     if (sql.number("SELECT count(*) FROM snippet WHERE account = ?1", session.account) > kMostSnippets)
-        return failed(tooMany(QStringLiteral("snippets"), kMostSnippets));
+        return failed(tooMany(u"snippets"_s, kMostSnippets));
     return QJsonObject();
 }
 

@@ -4,6 +4,8 @@
 #include "localservice/http/json_request.h"
 #include "localservice/sync/sync_limits.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -39,7 +41,7 @@ Result<QJsonObject, Refusal> push(SqlRun &sql, const Session &session, const Req
 }
 
 Result<QJsonObject, Refusal> increment(SqlRun &sql, const Session &session, const Request &request) {
-    const auto words = countMember(request, QLatin1StringView("words"), kMostWordsOfDictation);
+    const auto words = countMember(request, "words"_L1, kMostWordsOfDictation);
     if (!words)
         return failed(words.error());
     sql.run("UPDATE account SET total_words = total_words + ?2, total_sessions = total_sessions + 1"

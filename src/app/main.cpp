@@ -11,6 +11,8 @@
 #include <csignal>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char **argv) {
     velmo::occupyStandardStreams();
     // A reader that went away is an answer of write(), not the end of the process.
@@ -18,13 +20,13 @@ int main(int argc, char **argv) {
 
     const QStringList arguments = velmo::takeArguments(argc, argv);
     const auto application = velmo::makeApplicationObject(arguments, argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("velmo"));
+    QCoreApplication::setApplicationName(u"velmo"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMO_VERSION));
     velmo::setLogSink(velmo::descriptorLogSink(STDERR_FILENO));
 
     const auto origin = velmo::ServiceOrigin::ofThisRun();
     if (!origin) {
-        velmo::printError(QStringLiteral("velmo: ") + origin.error());
+        velmo::printError(u"velmo: "_s + origin.error());
         return velmo::exit_status::usage;
     }
     velmo::Composition composition(*origin);

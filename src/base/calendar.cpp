@@ -11,6 +11,8 @@
 #include <unicode/udisplaycontext.h>
 #include <unicode/ureldatefmt.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -101,15 +103,15 @@ struct Calendar::Parts {
 
 Region Region::ofSession() {
     const QLocale locale = QLocale::system();
-    return {locale.language() == QLocale::C ? QStringLiteral("en") : locale.name(),
+    return {locale.language() == QLocale::C ? u"en"_s : locale.name(),
             QString::fromLatin1(QTimeZone::systemTimeZoneId())};
 }
 
 Calendar::Calendar(const Region &region) {
     const QByteArray locale = region.locale.toLatin1();
-    m_parts = std::make_unique<Parts>(Parts{
-        openCalendar(locale, region.timeZone), openFormat(UDAT_MEDIUM, locale, region.timeZone),
-        openFormat(UDAT_PATTERN, locale, region.timeZone, QStringLiteral("HH:mm")), openRelative(locale)});
+    m_parts = std::make_unique<Parts>(
+        Parts{openCalendar(locale, region.timeZone), openFormat(UDAT_MEDIUM, locale, region.timeZone),
+              openFormat(UDAT_PATTERN, locale, region.timeZone, u"HH:mm"_s), openRelative(locale)});
 }
 
 Calendar::~Calendar() = default;

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -19,7 +21,7 @@ constexpr int kFractionDigits = 9;
 QString fractionText(nanoseconds fraction) {
     if (fraction == nanoseconds::zero())
         return {};
-    QString digits = QStringLiteral("%1").arg(fraction.count(), kFractionDigits, 10, QLatin1Char('0'));
+    QString digits = u"%1"_s.arg(fraction.count(), kFractionDigits, 10, QLatin1Char('0'));
     while (digits.endsWith(u'0'))
         digits.chop(1);
     return u'.' + digits;
@@ -35,12 +37,13 @@ nanoseconds fractionOf(const QString &digits) {
 QString isoText(Date date) {
     const auto whole = floor<seconds>(date);
     const auto dateTime = QDateTime::fromSecsSinceEpoch(whole.time_since_epoch().count(), Qt::UTC);
-    return dateTime.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")) + fractionText(date - whole) + u'Z';
+    return dateTime.toString(u"yyyy-MM-ddTHH:mm:ss"_s) + fractionText(date - whole) + u'Z';
 }
 
 std::optional<Date> dateFromIsoText(const QString &text) {
-    static const QRegularExpression form(QStringLiteral(
-        R"(^([0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2})(?:\.([0-9]{1,9}))?(Z|[+-][0-9]{2}:[0-9]{2})\z)"));
+    static const QRegularExpression form(
+        u""
+        R"(^([0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2})(?:\.([0-9]{1,9}))?(Z|[+-][0-9]{2}:[0-9]{2})\z)"_s);
     const auto match = form.match(text);
     const auto dateTime = QDateTime::fromString(match.captured(1) + match.captured(3), Qt::ISODate);
     if (!match.hasMatch() || !dateTime.isValid())

@@ -1,5 +1,7 @@
 #include "base/line_escapes.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -17,13 +19,13 @@ std::optional<QString> lineEscape(QChar character) {
         return std::nullopt;
     switch (character.unicode()) {
     case u'\n':
-        return QStringLiteral("\\n");
+        return u"\\n"_s;
     case u'\r':
-        return QStringLiteral("\\r");
+        return u"\\r"_s;
     case u'\t':
-        return QStringLiteral("\\t");
+        return u"\\t"_s;
     default:
-        return QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
+        return u"\\u%1"_s.arg(character.unicode(), 4, 16, QLatin1Char('0'));
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -21,7 +23,7 @@ std::optional<CustomMode> modeIn(const QJsonObject &object) {
     if (!id || !name || !prompt)
         return std::nullopt;
     return CustomMode{std::move(*id), std::move(*name), std::move(*prompt),
-                      json::string(object, kIcon).value_or(QStringLiteral("sparkles"))};
+                      json::string(object, kIcon).value_or(u"sparkles"_s)};
 }
 
 /// One change to the list as it is stored at the moment.

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -49,16 +51,16 @@ QJsonObject encoded(const Entry &entry) {
 Result<Entry, QString> decoded(const QJsonObject &object) {
     auto id = json::string(object, kId);
     if (!id)
-        return failed(QStringLiteral("has no string \"id\""));
+        return failed(u"has no string \"id\""_s);
     auto text = json::string(object, kText);
     if (!text)
-        return failed(QStringLiteral("has no string \"text\""));
+        return failed(u"has no string \"text\""_s);
     const QJsonValue timestamp = object.value(kTimestamp);
     if (!timestamp.isDouble())
-        return failed(QStringLiteral("has no number \"timestamp\""));
+        return failed(u"has no number \"timestamp\""_s);
     const QJsonValue duration = object.value(kDuration);
     if (!duration.isDouble() && !duration.isNull() && !duration.isUndefined())
-        return failed(QStringLiteral("has a \"durationSeconds\" that is no number"));
+        return failed(u"has a \"durationSeconds\" that is no number"_s);
     return Entry{std::move(*id), std::move(*text), dateOfTimestamp(timestamp.toDouble()),
                  duration.isDouble() ? std::optional(duration.toDouble()) : std::nullopt};
 }
@@ -69,7 +71,7 @@ Result<QByteArray, QString> encodeEntries(const QList<Entry> &entries) {
     QJsonArray array;
     for (const Entry &entry : entries) {
         if (entry.durationSeconds && !std::isfinite(*entry.durationSeconds))
-            return failed(QStringLiteral("entry %1 has a duration that is no number").arg(array.size()));
+            return failed(u"entry %1 has a duration that is no number"_s.arg(array.size()));
         array.append(encoded(entry));
     }
     return json::compact(array);
@@ -79,14 +81,14 @@ Result<QList<Entry>, QString> decodeEntries(const QByteArray &stored) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(stored, &error);
     if (document.isNull())
-        return failed(QStringLiteral("%1 at byte %2").arg(error.errorString()).arg(error.offset));
+        return failed(u"%1 at byte %2"_s.arg(error.errorString()).arg(error.offset));
     if (!document.isArray())
-        return failed(QStringLiteral("it is no array"));
+        return failed(u"it is no array"_s);
     QList<Entry> entries;
     for (const QJsonValueConstRef element : document.array()) {
         auto entry = decoded(element.toObject());
         if (!entry)
-            return failed(QStringLiteral("entry %1 %2").arg(entries.size()).arg(entry.error()));
+            return failed(u"entry %1 %2"_s.arg(entries.size()).arg(entry.error()));
         entries.append(std::move(*entry));
     }
     return entries;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -67,7 +69,7 @@ void HistoryStore::load() {
         return;
     auto entries = decodeEntries(*stored);
     if (!entries) {
-        log(LogTag::History, QStringLiteral("Failed to load: ") + entries.error());
+        log(LogTag::History, u"Failed to load: "_s + entries.error());
         return;
     }
     m_entries = std::move(*entries);
@@ -84,7 +86,7 @@ void HistoryStore::save(Edit edit) {
             auto encoded = encodeEntries(entries);
             if (encoded)
                 return std::move(*encoded);
-            log(LogTag::History, QStringLiteral("Failed to save: ") + encoded.error());
+            log(LogTag::History, u"Failed to save: "_s + encoded.error());
             return value;
         });
     if (stored)

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -14,11 +16,11 @@ struct OfferedLanguage {
 };
 
 constexpr OfferedLanguage kOffered[] = {
-    {QLatin1StringView("no"), QT_TRANSLATE_NOOP("Languages", "Norwegian")},
-    {QLatin1StringView("sv"), QT_TRANSLATE_NOOP("Languages", "Swedish")},
-    {QLatin1StringView("da"), QT_TRANSLATE_NOOP("Languages", "Danish")},
-    {QLatin1StringView("fi"), QT_TRANSLATE_NOOP("Languages", "Finnish")},
-    {QLatin1StringView("en"), QT_TRANSLATE_NOOP("Languages", "English")},
+    {"no"_L1, QT_TRANSLATE_NOOP("Languages", "Norwegian")},
+    {"sv"_L1, QT_TRANSLATE_NOOP("Languages", "Swedish")},
+    {"da"_L1, QT_TRANSLATE_NOOP("Languages", "Danish")},
+    {"fi"_L1, QT_TRANSLATE_NOOP("Languages", "Finnish")},
+    {"en"_L1, QT_TRANSLATE_NOOP("Languages", "English")},
 };
 
 } // namespace
@@ -39,7 +41,7 @@ QString languageName(const QString &code) {
 }
 
 QString primaryLanguage(const Preferences &preferences) {
-    return preferences.string(keys::primaryLanguage).value_or(QStringLiteral("no"));
+    return preferences.string(keys::primaryLanguage).value_or(u"no"_s);
 }
 
 QString selectedLanguagesText(const Preferences &preferences) {

@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -149,8 +151,8 @@ SqliteCode PreferencesFile::setAside() const {
     if (::rename(m_path.constData(), name.constData()) != 0)
         return codeOfErrno();
     moveCompanions(m_path, name);
-    log(LogTag::Prefs, QStringLiteral("%1 was damaged or not Velmo's; it is kept as %2 and a new one begun")
-                           .arg(fileNameOf(m_path), fileNameOf(name)));
+    log(LogTag::Prefs, u"%1 was damaged or not Velmo's; it is kept as %2 and a new one begun"_s.arg(
+                           fileNameOf(m_path), fileNameOf(name)));
     return SQLITE_OK;
 }
 

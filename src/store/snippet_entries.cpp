@@ -2,6 +2,8 @@
 
 #include "base/json.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 std::vector<SnippetEntry> parseUsableSnippets(const QString &stored) {
@@ -11,11 +13,11 @@ std::vector<SnippetEntry> parseUsableSnippets(const QString &stored) {
     std::vector<SnippetEntry> snippets;
     for (const QJsonValueConstRef element : *objects) {
         const QJsonObject object = element.toObject();
-        auto trigger = json::string(object, QLatin1StringView("trigger"));
-        auto expansion = json::string(object, QLatin1StringView("expansion"));
+        auto trigger = json::string(object, "trigger"_L1);
+        auto expansion = json::string(object, "expansion"_L1);
         if (trigger && expansion)
-            snippets.push_back({json::string(object, QLatin1StringView("id")).value_or(QString()),
-                                std::move(*trigger), std::move(*expansion)});
+            snippets.push_back({json::string(object, "id"_L1).value_or(QString()), std::move(*trigger),
+                                std::move(*expansion)});
     }
     return snippets;
 }

@@ -3,6 +3,8 @@
 #include "base/log.h"
 #include "store/preference_table.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -89,7 +91,7 @@ bool SqlitePreferences::change(const QString &key, const Change &change) {
     if (code == SQLITE_OK)
         m_checkpointer.noteChange();
     else
-        log(LogTag::Prefs, QStringLiteral("Could not store %1: %2").arg(key, describe(code)));
+        log(LogTag::Prefs, u"Could not store %1: %2"_s.arg(key, describe(code)));
     return code == SQLITE_OK;
 }
 
@@ -158,7 +160,7 @@ SqliteCode SqlitePreferences::openWriter() {
 
 void SqlitePreferences::reportReading(SqliteCode code) const {
     if (code != m_lastReadCode && code != SQLITE_OK)
-        log(LogTag::Prefs, QStringLiteral("Could not read the preferences: ") + describe(code));
+        log(LogTag::Prefs, u"Could not read the preferences: "_s + describe(code));
     m_lastReadCode = code;
 }
 

@@ -3,6 +3,8 @@
 #include "base/log.h"
 #include "store/sqlite_connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -83,7 +85,7 @@ void WalCheckpointer::run(const std::stop_token &stop) {
 bool WalCheckpointer::checkpoint() {
     const SqliteCode code = checkpointOf(m_file);
     if (code != m_lastCode && code != SQLITE_OK && (code & 0xff) != SQLITE_BUSY)
-        log(LogTag::Prefs, QStringLiteral("Changes are not on the disk yet: ") + describe(code));
+        log(LogTag::Prefs, u"Changes are not on the disk yet: "_s + describe(code));
     m_lastCode = code;
     return code == SQLITE_OK;
 }

@@ -12,6 +12,8 @@
 #include "text/passes/transcript.h"
 #include "text/vocabulary/apply_dictionary.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -20,34 +22,34 @@ using Pass = TextPass<CleanupContext>;
 
 // The order is the behaviour: each pass relies on what those before it left.
 constexpr Pass kPreClean[] = {
-    {QLatin1StringView("line breaks of the transcript"), foldTranscriptBreaks},
-    {QLatin1StringView("wishes"), mendWishes},
-    {QLatin1StringView("repeated short words"), collapseRepeatedShortWords},
-    {QLatin1StringView("stock phrases"), dropStockPhrase},
-    {QLatin1StringView("first capital"), capitaliseStart},
+    {"line breaks of the transcript"_L1, foldTranscriptBreaks},
+    {"wishes"_L1, mendWishes},
+    {"repeated short words"_L1, collapseRepeatedShortWords},
+    {"stock phrases"_L1, dropStockPhrase},
+    {"first capital"_L1, capitaliseStart},
 };
 
 constexpr Pass kCleanup[] = {
-    {QLatin1StringView("spoken punctuation"), writeSpokenPunctuation},
-    {QLatin1StringView("fillers"), removeFillers},
-    {QLatin1StringView("repeated short words"), collapseRepeatedShortWords}, // those a filler stood between
-    {QLatin1StringView("spoken emoji"), writeSpokenEmoji},
-    {QLatin1StringView("Norwegian words"), fixNorwegian}, // a "no" counts only right behind a mark or break
-    {QLatin1StringView("white space"), squeezeWhiteSpace},
-    {QLatin1StringView("space before marks"), pullMarksToWords},
-    {QLatin1StringView("space behind marks"), spaceOutMarks},
-    {QLatin1StringView("sentence capitals"), capitaliseSentences},
-    {QLatin1StringView("English I"), capitaliseEnglishI},
-    {QLatin1StringView("first capital"), capitaliseStart},
-    {QLatin1StringView("white space"), squeezeWhiteSpace},
-    {QLatin1StringView("leading mark"), dropLeadingMark}, // behind the capitals: ", hei" becomes "hei"
-    {QLatin1StringView("spoken line breaks"), writeSpokenBreaks},
+    {"spoken punctuation"_L1, writeSpokenPunctuation},
+    {"fillers"_L1, removeFillers},
+    {"repeated short words"_L1, collapseRepeatedShortWords}, // those a filler stood between
+    {"spoken emoji"_L1, writeSpokenEmoji},
+    {"Norwegian words"_L1, fixNorwegian}, // a "no" counts only right behind a mark or break
+    {"white space"_L1, squeezeWhiteSpace},
+    {"space before marks"_L1, pullMarksToWords},
+    {"space behind marks"_L1, spaceOutMarks},
+    {"sentence capitals"_L1, capitaliseSentences},
+    {"English I"_L1, capitaliseEnglishI},
+    {"first capital"_L1, capitaliseStart},
+    {"white space"_L1, squeezeWhiteSpace},
+    {"leading mark"_L1, dropLeadingMark}, // behind the capitals: ", hei" becomes "hei"
+    {"spoken line breaks"_L1, writeSpokenBreaks},
 };
 
 constexpr TextPass<PersonalContext> kPersonalWords[] = {
-    {QLatin1StringView("vocabulary"),
+    {"vocabulary"_L1,
      [](const QString &text, const PersonalContext &own) { return applyDictionary(text, *own.vocabulary); }},
-    {QLatin1StringView("snippets"),
+    {"snippets"_L1,
      [](const QString &text, const PersonalContext &own) { return expandSnippets(text, *own.snippets); }},
 };
 

@@ -3,6 +3,8 @@
 #include <QDateTime>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -39,7 +41,7 @@ TEST(Calendar, BeginsADayWithTheFirstMomentOfTheWallClock) {
         {"America/Sao_Paulo", "2018-11-04T12:00:00Z", 0, "2018-11-04T03:00:00Z"}, // midnight is left out
     };
     for (const Row &row : rows) {
-        const Calendar calendar({QStringLiteral("nb_NO"), QString::fromLatin1(row.zone)});
+        const Calendar calendar({u"nb_NO"_s, QString::fromLatin1(row.zone)});
         EXPECT_EQ(utc(calendar.startOfDay(at(row.moment), row.daysLater)).toStdString(), row.expected)
             << row.zone << " " << row.moment;
     }
@@ -61,19 +63,19 @@ TEST(Calendar, CountsWholeDaysByTheWallClock) {
         {"a year", "2025-03-28T11:00:00Z", "2026-03-28T11:00:00Z", 365},
         {"backwards", "2026-03-28T11:00:00Z", "2026-03-26T11:00:00Z", -2},
     };
-    const Calendar calendar({QStringLiteral("nb_NO"), QStringLiteral("Europe/Oslo")});
+    const Calendar calendar({u"nb_NO"_s, u"Europe/Oslo"_s});
     for (const Row &row : rows)
         EXPECT_EQ(calendar.wholeDays(at(row.from), at(row.to)), row.expected) << row.name;
 }
 
 TEST(Calendar, WritesDatesAndTimesInTheLocale) {
     const Date moment = at("2026-11-14T22:04:59Z");
-    const Calendar english({QStringLiteral("en_US"), QStringLiteral("UTC")});
-    const Calendar norwegian({QStringLiteral("nb_NO"), QStringLiteral("Asia/Tokyo")});
-    EXPECT_EQ(english.mediumDate(moment), QStringLiteral("Nov 14, 2026"));
-    EXPECT_EQ(english.timeOfDay(moment), QStringLiteral("22:04"));
-    EXPECT_EQ(norwegian.mediumDate(moment), QStringLiteral("15. nov. 2026"));
-    EXPECT_EQ(norwegian.timeOfDay(moment), QStringLiteral("07:04"));
+    const Calendar english({u"en_US"_s, u"UTC"_s});
+    const Calendar norwegian({u"nb_NO"_s, u"Asia/Tokyo"_s});
+    EXPECT_EQ(english.mediumDate(moment), u"Nov 14, 2026"_s);
+    EXPECT_EQ(english.timeOfDay(moment), u"22:04"_s);
+    EXPECT_EQ(norwegian.mediumDate(moment), u"15. nov. 2026"_s);
+    EXPECT_EQ(norwegian.timeOfDay(moment), u"07:04"_s);
 }
 
 TEST(Calendar, TellsHowLongAgoByTheLargestFullUnit) {
@@ -86,12 +88,12 @@ TEST(Calendar, TellsHowLongAgoByTheLargestFullUnit) {
         {3599s, "59 min. ago"},  {1h, "1 hr. ago"},        {24h, "1 day ago"},   {7 * 24h, "1 wk. ago"},
         {31 * 24h, "1 mo. ago"}, {366 * 24h, "1 yr. ago"},
     };
-    const Calendar calendar({QStringLiteral("en_US"), QStringLiteral("UTC")});
+    const Calendar calendar({u"en_US"_s, u"UTC"_s});
     const Date now = at("2026-11-14T12:00:00Z");
     for (const Row &row : rows)
         EXPECT_EQ(calendar.timeAgo(now - row.ago, now).toStdString(), row.expected);
-    const Calendar swedish({QStringLiteral("sv_SE"), QStringLiteral("UTC")});
-    EXPECT_EQ(swedish.timeAgo(now - 5min, now), QStringLiteral("för 5 min sen"));
+    const Calendar swedish({u"sv_SE"_s, u"UTC"_s});
+    EXPECT_EQ(swedish.timeAgo(now - 5min, now), u"för 5 min sen"_s);
 }
 
 } // namespace velmo

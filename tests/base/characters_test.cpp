@@ -2,19 +2,20 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 TEST(Characters, CountsAndCutsWhatPeopleSee) {
-    const QString text = QStringLiteral("e\u0301👨‍👩‍👧🇳🇴x\r\n");
+    const QString text = u"e\u0301👨‍👩‍👧🇳🇴x\r\n"_s;
     EXPECT_EQ(characterCount(text), 5);
-    EXPECT_EQ(firstCharacters(text, 2), QStringLiteral("e\u0301👨‍👩‍👧"));
+    EXPECT_EQ(firstCharacters(text, 2), u"e\u0301👨‍👩‍👧"_s);
     EXPECT_EQ(firstCharacters(text, 99), text);
     EXPECT_EQ(characterCount(QString()), 0);
 }
 
 TEST(Characters, ComeApartAsPeopleSeeThem) {
-    for (const QString &text : {QStringLiteral("aå\u00ad"), QStringLiteral("e\u0301👨‍👩‍👧x"),
-                                QStringLiteral("a\r\nb")}) {
+    for (const QString &text : {u"aå\u00ad"_s, u"e\u0301👨‍👩‍👧x"_s, u"a\r\nb"_s}) {
         const auto pieces = characters(text);
         EXPECT_EQ(pieces.size(), 3U);
         QString joined;
@@ -25,17 +26,16 @@ TEST(Characters, ComeApartAsPeopleSeeThem) {
 }
 
 TEST(Characters, TrimsWhatCountsAsWhiteSpaceAndNothingElse) {
-    EXPECT_EQ(trimmed(QStringLiteral("\u2029\u00a0\t hei \u0085\v")), QStringLiteral("hei"));
-    EXPECT_EQ(trimmed(QStringLiteral("\u200bhei\u200b")), QStringLiteral("\u200bhei\u200b"));
-    EXPECT_EQ(trimmedOfBlanks(QStringLiteral("\u3000\t hei\n ")), QStringLiteral("hei\n"));
+    EXPECT_EQ(trimmed(u"\u2029\u00a0\t hei \u0085\v"_s), u"hei"_s);
+    EXPECT_EQ(trimmed(u"\u200bhei\u200b"_s), u"\u200bhei\u200b"_s);
+    EXPECT_EQ(trimmedOfBlanks(u"\u3000\t hei\n "_s), u"hei\n"_s);
 }
 
 TEST(Characters, OrdersByCodePointsOfTheComposedForm) {
-    EXPECT_TRUE(precedes(QStringLiteral("Zebra"), QStringLiteral("apple")));
-    EXPECT_TRUE(
-        precedes(QStringLiteral("\uff5e"), QStringLiteral("😀"))); // by UTF-16 units the emoji would be first
-    EXPECT_FALSE(precedes(QStringLiteral("e\u0301"), QStringLiteral("\u00e9")));
-    EXPECT_FALSE(precedes(QStringLiteral("\u00e9"), QStringLiteral("e\u0301")));
+    EXPECT_TRUE(precedes(u"Zebra"_s, u"apple"_s));
+    EXPECT_TRUE(precedes(u"\uff5e"_s, u"😀"_s)); // by UTF-16 units the emoji would be first
+    EXPECT_FALSE(precedes(u"e\u0301"_s, u"\u00e9"_s));
+    EXPECT_FALSE(precedes(u"\u00e9"_s, u"e\u0301"_s));
 }
 
 } // namespace velmo

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 TEST(Json, TakesOnlyWhatIsWrittenAsAnInteger) {
@@ -29,7 +31,7 @@ TEST(Json, TakesOnlyWhatIsWrittenAsAnInteger) {
         {"", std::nullopt},
     };
     for (const Row &row : rows)
-        EXPECT_EQ(json::integer(row.text, QLatin1StringView("n")), row.expected) << row.text;
+        EXPECT_EQ(json::integer(row.text, "n"_L1), row.expected) << row.text;
 }
 
 } // namespace velmo

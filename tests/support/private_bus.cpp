@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
@@ -28,15 +30,13 @@ void endWithParent(QProcess &process) {
 }
 
 PrivateBus::PrivateBus() : m_addressBefore(qgetenv(kVariable)) {
-    const QString path = m_folder.filePath(QStringLiteral("bus.conf"));
+    const QString path = m_folder.filePath(u"bus.conf"_s);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(configuration(m_folder.path())) < 0)
         throw std::runtime_error("the bus cannot be configured");
     file.close();
     endWithParent(m_daemon);
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                    QStringLiteral("--config-file=") + path});
+    m_daemon.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--print-address"_s, u"--config-file="_s + path});
     while (!m_daemon.canReadLine()) {
         if (!m_daemon.waitForReadyRead())
             throw std::runtime_error("the bus does not start");
@@ -55,7 +55,7 @@ PrivateBus::~PrivateBus() {
 }
 
 bool PrivateBus::waitForName(const QString &name) const {
-    const QString connectionName = QStringLiteral("waits for ") + name;
+    const QString connectionName = u"waits for "_s + name;
     bool isOwned = false;
     {
         const QDBusConnection connection = QDBusConnection::connectToBus(m_address, connectionName);

@@ -7,13 +7,15 @@
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
 
 constexpr int kProcessLimit = 60000; // milliseconds
 
-const QString kSound = QStringLiteral("sound"); // as the server calls it
+const QString kSound = u"sound"_s; // as the server calls it
 
 void startInBackground(QProcess &process, const QString &program, const QStringList &arguments) {
     process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -30,10 +32,10 @@ void end(QProcess &process) {
 } // namespace
 
 PulseServer::PulseServer(const QStringList &script) {
-    const QString socket = m_directory.filePath(QStringLiteral("socket"));
-    QFile file(m_directory.filePath(QStringLiteral("script.pa")));
+    const QString socket = m_directory.filePath(u"socket"_s);
+    QFile file(m_directory.filePath(u"script.pa"_s));
     file.open(QIODevice::WriteOnly);
-    file.write(QStringLiteral("load-module module-native-protocol-unix auth-anonymous=1 socket=%1\n%2\n")
+    file.write(u"load-module module-native-protocol-unix auth-anonymous=1 socket=%1\n%2\n"_s
                    .arg(socket, script.join(u'\n'))
                    .toUtf8());
     file.close();
@@ -42,14 +44,12 @@ PulseServer::PulseServer(const QStringList &script) {
     qputenv("PULSE_SERVER", "unix:" + socket.toUtf8());
     for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "PULSE_RUNTIME_PATH"})
         qputenv(name, m_directory.path().toUtf8());
-    startInBackground(m_server, QStringLiteral("pulseaudio"),
-                      {QStringLiteral("-n"), QStringLiteral("--daemonize=no"),
-                       QStringLiteral("--exit-idle-time=-1"), QStringLiteral("--use-pid-file=no"),
-                       QStringLiteral("--realtime=no"), QStringLiteral("--high-priority=no"),
-                       QStringLiteral("-F"), file.fileName()});
+    startInBackground(m_server, u"pulseaudio"_s,
+                      {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
+                       u"--realtime=no"_s, u"--high-priority=no"_s, u"-F"_s, file.fileName()});
     const bool answers = waitUntil([] {
         QProcess question;
-        startInBackground(question, QStringLiteral("pactl"), {QStringLiteral("info")});
+        startInBackground(question, u"pactl"_s, {u"info"_s});
         return question.waitForFinished(kProcessLimit) && question.exitCode() == 0;
     });
     EXPECT_TRUE(answers) << "the sound server does not start";
@@ -61,19 +61,18 @@ PulseServer::~PulseServer() {
 }
 
 QStringList PulseServer::virtualMicrophone() {
-    return {QStringLiteral("load-module module-null-sink sink_name=vmic rate=48000 channels=2"),
-            QStringLiteral("load-module module-remap-source master=vmic.monitor source_name=mic"),
-            QStringLiteral("set-default-sink vmic"), QStringLiteral("set-default-source mic")};
+    return {u"load-module module-null-sink sink_name=vmic rate=48000 channels=2"_s,
+            u"load-module module-remap-source master=vmic.monitor source_name=mic"_s,
+            u"set-default-sink vmic"_s, u"set-default-source mic"_s};
 }
 
 QString PulseServer::toneMicrophone(const QString &name) {
-    return QStringLiteral("load-module module-sine-source source_name=%1 frequency=440").arg(name);
+    return u"load-module module-sine-source source_name=%1 frequency=440"_s.arg(name);
 }
 
 void PulseServer::wakeMicrophone() {
-    const QString program = QStringLiteral("parec");
-    const QStringList arguments = {QStringLiteral("--latency-msec=10"),
-                                   QStringLiteral("--device=vmic.monitor")};
+    const QString program = u"parec"_s;
+    const QStringList arguments = {u"--latency-msec=10"_s, u"--device=vmic.monitor"_s};
     startInBackground(m_listener, program, arguments);
     QProcess probe;
     probe.start(program, arguments);
@@ -86,13 +85,12 @@ void PulseServer::control(const QStringList &arguments) {
 }
 
 void PulseServer::load(const QString &path) {
-    pactl({QStringLiteral("upload-sample"), path, kSound});
+    pactl({u"upload-sample"_s, path, kSound});
 }
 
 void PulseServer::play() {
-    pactl({QStringLiteral("play-sample"), kSound, QStringLiteral("vmic")});
-    const QStringList streams = {QStringLiteral("list"), QStringLiteral("short"),
-                                 QStringLiteral("sink-inputs")};
+    pactl({u"play-sample"_s, kSound, u"vmic"_s});
+    const QStringList streams = {u"list"_s, u"short"_s, u"sink-inputs"_s};
     EXPECT_TRUE(waitUntil([&streams] { return pactl(streams).isEmpty(); })) << "the sound does not end";
 }
 
@@ -102,17 +100,16 @@ void PulseServer::signal(int number) {
 
 QByteArray PulseServer::pactl(const QStringList &arguments) {
     QProcess process;
-    process.start(QStringLiteral("pactl"), arguments);
+    process.start(u"pactl"_s, arguments);
     if (!process.waitForFinished(kProcessLimit) || process.exitCode() != 0)
         ADD_FAILURE() << "pactl: " << process.readAllStandardError().toStdString();
     return process.readAllStandardOutput();
 }
 
 QString speechFile(const QTemporaryDir &directory, const QString &sentence) {
-    const QString path = directory.filePath(QStringLiteral("speech.wav"));
+    const QString path = directory.filePath(u"speech.wav"_s);
     QProcess flite;
-    flite.start(QStringLiteral("flite"), {QStringLiteral("-voice"), QStringLiteral("rms"),
-                                          QStringLiteral("-t"), sentence, QStringLiteral("-o"), path});
+    flite.start(u"flite"_s, {u"-voice"_s, u"rms"_s, u"-t"_s, sentence, u"-o"_s, path});
     if (!flite.waitForFinished(kProcessLimit) || flite.exitCode() != 0)
         ADD_FAILURE() << "flite is silent; it has to be installed for the tests";
     return path;

@@ -3,27 +3,28 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
 
 /// Without this they look for an instance of theirs on the session bus.
 QString standaloneOption(const QString &program) {
-    return program == u"mousepad" ? QStringLiteral("--disable-server") : QStringLiteral("--standalone");
+    return program == u"mousepad" ? u"--disable-server"_s : u"--standalone"_s;
 }
 
 } // namespace
 
 RealEditor::RealEditor(Xvfb &server, const QString &program)
-    : m_server(server), m_path(m_folder.filePath(QStringLiteral("text.txt"))) {
+    : m_server(server), m_path(m_folder.filePath(u"text.txt"_s)) {
     QFile file(m_path);
     EXPECT_TRUE(file.open(QFile::WriteOnly));
     qputenv("HOME", m_folder.path().toUtf8()); // keeps off the settings of whoever runs the test
     m_program = server.start(program, {standaloneOption(program), m_path});
     // The window may have the focus long before it takes keys.
     EXPECT_TRUE(waitUntil([this] {
-        xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                 QStringLiteral("text.txt"), QStringLiteral("windowfocus")});
+        xdotool({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"text.txt"_s, u"windowfocus"_s});
         press("x");
         return isChanged();
     })) << program.toStdString()
@@ -34,7 +35,7 @@ RealEditor::RealEditor(Xvfb &server, const QString &program)
 }
 
 bool RealEditor::isChanged() {
-    const QByteArray title = xdotool({QStringLiteral("getwindowfocus"), QStringLiteral("getwindowname")});
+    const QByteArray title = xdotool({u"getwindowfocus"_s, u"getwindowname"_s});
     return title.contains("text.txt") && title.contains('*');
 }
 
@@ -45,11 +46,11 @@ QString RealEditor::savedText() {
 }
 
 QByteArray RealEditor::xdotool(const QStringList &arguments) {
-    return m_server.start(QStringLiteral("xdotool"), arguments)->outputUntilEnd();
+    return m_server.start(u"xdotool"_s, arguments)->outputUntilEnd();
 }
 
 void RealEditor::press(const char *shortcut) {
-    xdotool({QStringLiteral("key"), QString::fromLatin1(shortcut)});
+    xdotool({u"key"_s, QString::fromLatin1(shortcut)});
 }
 
 } // namespace velmo::testing

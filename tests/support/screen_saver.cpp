@@ -3,11 +3,13 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
 
-const QString kConnection = QStringLiteral("screen saver");
+const QString kConnection = u"screen saver"_s;
 
 }
 
@@ -20,8 +22,7 @@ ScreenSaver::~ScreenSaver() {
 }
 
 void ScreenSaver::setActive(bool active, const QString &interface) {
-    auto signal = QDBusMessage::createSignal(QStringLiteral("/ScreenSaver"), interface,
-                                             QStringLiteral("ActiveChanged"));
+    auto signal = QDBusMessage::createSignal(u"/ScreenSaver"_s, interface, u"ActiveChanged"_s);
     signal.setArguments({active});
     m_connection.send(signal);
     m_connection.interface()->isServiceRegistered(kConnection); // its answer comes after the signal

@@ -7,6 +7,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
@@ -32,7 +34,7 @@ QString originOf(int bound) {
     sockaddr_in address{};
     socklen_t length = sizeof address;
     getsockname(bound, reinterpret_cast<sockaddr *>(&address), &length);
-    return QStringLiteral("http://127.0.0.1:%1").arg(ntohs(address.sin_port));
+    return u"http://127.0.0.1:%1"_s.arg(ntohs(address.sin_port));
 }
 
 bool sendAll(int socket, const QByteArray &bytes) {

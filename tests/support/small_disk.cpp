@@ -6,6 +6,8 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
@@ -43,7 +45,7 @@ SmallDisk::~SmallDisk() {
 }
 
 void SmallDisk::fill() const {
-    const QByteArray name = QFile::encodeName(path(QStringLiteral("filler")));
+    const QByteArray name = QFile::encodeName(path(u"filler"_s));
     const int file = ::open(name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     const QByteArray block(4096, 'x');
     while (::write(file, block.constData(), static_cast<size_t>(block.size())) > 0) {
@@ -52,7 +54,7 @@ void SmallDisk::fill() const {
 }
 
 void SmallDisk::empty() const {
-    QFile::remove(path(QStringLiteral("filler")));
+    QFile::remove(path(u"filler"_s));
 }
 
 void SmallDisk::setReadOnly(bool readOnly) const {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
@@ -11,9 +13,7 @@ namespace {
 constexpr int kProcessLimit = 30000; // milliseconds
 
 const QStringList kServerArguments = {
-    QStringLiteral("-displayfd"), QStringLiteral("1"),           QStringLiteral("-screen"),
-    QStringLiteral("0"),          QStringLiteral("1280x800x24"), QStringLiteral("-nolisten"),
-    QStringLiteral("tcp"),        QStringLiteral("-noreset"),
+    u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-nolisten"_s, u"tcp"_s, u"-noreset"_s,
 };
 
 QProcessEnvironment environmentFor(const QString &display) {
@@ -22,8 +22,8 @@ QProcessEnvironment environmentFor(const QString &display) {
     for (const char *name :
          {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "DBUS_SESSION_BUS_ADDRESS", "ASAN_OPTIONS"})
         environment.remove(QString::fromLatin1(name));
-    environment.insert(QStringLiteral("DISPLAY"), display);
-    environment.insert(QStringLiteral("NO_AT_BRIDGE"), QStringLiteral("1"));
+    environment.insert(u"DISPLAY"_s, display);
+    environment.insert(u"NO_AT_BRIDGE"_s, u"1"_s);
     return environment;
 }
 
@@ -58,8 +58,7 @@ void DisplayProgram::signal(int number) const {
     ::kill(static_cast<pid_t>(m_process.processId()), number);
 }
 
-Xvfb::Xvfb(const QStringList &moreArguments)
-    : m_server({}, QStringLiteral("Xvfb"), kServerArguments + moreArguments) {
+Xvfb::Xvfb(const QStringList &moreArguments) : m_server({}, u"Xvfb"_s, kServerArguments + moreArguments) {
     // It names its display once it answers there.
     QProcess &server = m_server.process();
     while (!server.canReadLine() && server.waitForReadyRead(kProcessLimit))
@@ -78,13 +77,10 @@ Xvfb::~Xvfb() {
 
 void Xvfb::startWindowManager() {
     // Windows that appear while it is still starting are never shown. It runs the command once it has started.
-    m_windowManager = start(QStringLiteral("openbox"),
-                            {QStringLiteral("--sm-disable"), QStringLiteral("--startup"),
-                             QStringLiteral("xprop -root -f HAS_STARTED 8s -set HAS_STARTED yes")});
+    m_windowManager = start(u"openbox"_s, {u"--sm-disable"_s, u"--startup"_s,
+                                           u"xprop -root -f HAS_STARTED 8s -set HAS_STARTED yes"_s});
     const bool manages = waitUntil([this] {
-        return start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("HAS_STARTED")})
-            ->outputUntilEnd()
-            .contains("yes");
+        return start(u"xprop"_s, {u"-root"_s, u"HAS_STARTED"_s})->outputUntilEnd().contains("yes");
     });
     EXPECT_TRUE(manages) << "openbox does not answer";
 }

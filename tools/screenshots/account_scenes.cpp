@@ -2,6 +2,8 @@
 #include "page_view.h"
 #include "stage.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 namespace {
@@ -15,43 +17,43 @@ void photograph(Stage &stage, const QString &name, AccountDesk &desk) {
 
 QList<Scene> accountScenes() {
     return {
-        {QStringLiteral("account"),
+        {u"account"_s,
          [](Stage &stage) {
              AccountDesk desk(false);
              desk.signIn(200);
              desk.synchronise();
-             photograph(stage, QStringLiteral("account"), desk);
+             photograph(stage, u"account"_s, desk);
          }},
-        {QStringLiteral("account-syncing"),
+        {u"account-syncing"_s,
          [](Stage &stage) {
              AccountDesk desk(false);
              desk.signIn(200);
              desk.view->syncNow();
-             photograph(stage, QStringLiteral("account-syncing"), desk);
+             photograph(stage, u"account-syncing"_s, desk);
          }},
-        {QStringLiteral("account-signed-out"),
+        {u"account-signed-out"_s,
          [](Stage &stage) {
              AccountDesk desk(false);
              desk.signIn(500);
-             photograph(stage, QStringLiteral("account-signed-out"), desk);
+             photograph(stage, u"account-signed-out"_s, desk);
          }},
-        {QStringLiteral("account-signing-in"),
+        {u"account-signing-in"_s,
          [](Stage &stage) {
              AccountDesk desk(false);
              desk.beginSignIn();
-             photograph(stage, QStringLiteral("account-signing-in"), desk);
+             photograph(stage, u"account-signing-in"_s, desk);
          }},
-        {QStringLiteral("account-keyring"),
+        {u"account-keyring"_s,
          [](Stage &stage) {
              AccountDesk desk(true);
              desk.lockKeyring();
              desk.signIn(200);
-             photograph(stage, QStringLiteral("account-keyring"), desk);
+             photograph(stage, u"account-keyring"_s, desk);
          }},
-        {QStringLiteral("account-local"),
+        {u"account-local"_s,
          [](Stage &stage) {
              AccountDesk desk(true);
-             photograph(stage, QStringLiteral("account-local"), desk);
+             photograph(stage, u"account-local"_s, desk);
          }},
     };
 }

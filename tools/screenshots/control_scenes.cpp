@@ -2,14 +2,16 @@
 
 #include <QQuickView>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 QList<Scene> controlScenes() {
-    return {{QStringLiteral("controls"), [](Stage &stage) {
+    return {{u"controls"_s, [](Stage &stage) {
                  QQuickView view(&stage.engine(), nullptr);
-                 view.setSource(QUrl(QStringLiteral("qrc:/screenshots/Gallery.qml")));
+                 view.setSource(QUrl(u"qrc:/screenshots/Gallery.qml"_s));
                  view.show();
-                 stage.photograph(view, QStringLiteral("controls"));
+                 stage.photograph(view, u"controls"_s);
              }}};
 }
 

@@ -2,6 +2,8 @@
 #include "page_view.h"
 #include "stage.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 namespace {
@@ -21,7 +23,7 @@ Scene scene(const QString &name, QSize size, const std::function<void(ModeDesk &
 
 void setFixGrammar(ModeDesk &desk) {
     desk.addCustomModes();
-    desk.view.choose(QStringLiteral("fix-grammar"));
+    desk.view.choose(u"fix-grammar"_s);
 }
 
 } // namespace
@@ -29,22 +31,22 @@ void setFixGrammar(ModeDesk &desk) {
 QList<Scene> modeScenes() {
     constexpr QSize ordinary = PageView::ordinarySize;
     return {
-        scene(QStringLiteral("mode"), ordinary, setFixGrammar),
-        scene(QStringLiteral("mode-min"), PageView::smallestSize, setFixGrammar),
-        scene(QStringLiteral("mode-focus"), ordinary, setFixGrammar,
+        scene(u"mode"_s, ordinary, setFixGrammar),
+        scene(u"mode-min"_s, PageView::smallestSize, setFixGrammar),
+        scene(u"mode-focus"_s, ordinary, setFixGrammar,
               [](ModeDesk &, PageView &page) {
                   for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down})
                       page.press(key);
               }),
-        scene(QStringLiteral("mode-off"), ordinary,
+        scene(u"mode-off"_s, ordinary,
               [](ModeDesk &desk) {
-                  desk.view.choose(QStringLiteral("summarize"));
+                  desk.view.choose(u"summarize"_s);
                   desk.view.setSmartFormatting(false);
               }),
         scene(
-            QStringLiteral("mode-new"), ordinary, [](ModeDesk &) {},
+            u"mode-new"_s, ordinary, [](ModeDesk &) {},
             [](ModeDesk &desk, PageView &) { desk.view.openNewSheet(); }),
-        scene(QStringLiteral("mode-edit"), ordinary, setFixGrammar,
+        scene(u"mode-edit"_s, ordinary, setFixGrammar,
               [](ModeDesk &desk, PageView &) { desk.view.openEditSheet(0); }),
     };
 }

@@ -5,6 +5,8 @@
 
 #include <QQuickWindow>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 namespace {
@@ -40,18 +42,15 @@ void setMissingKey(OnboardingDesk &desk) {
 
 QList<Scene> onboardingScenes() {
     return {
-        scene(QStringLiteral("onboarding-1"),
+        scene(u"onboarding-1"_s,
               [](OnboardingDesk &desk) {
                   desk.desktop.accessibility.trusted = false;
                   desk.desktop.microphone.isPresent = false;
               }),
-        scene(QStringLiteral("onboarding-2"), setMissingKey),
-        scene(QStringLiteral("onboarding-capture"), setMissingKey,
-              [](OnboardingDesk &desk) { desk.view.act(); }),
-        scene(QStringLiteral("onboarding-3"),
-              [](OnboardingDesk &desk) { desk.desktop.microphone.isPresent = false; }),
-        scene(QStringLiteral("onboarding-done"),
-              [](OnboardingDesk &desk) { desk.desktop.listener.setupFnKey(); }),
+        scene(u"onboarding-2"_s, setMissingKey),
+        scene(u"onboarding-capture"_s, setMissingKey, [](OnboardingDesk &desk) { desk.view.act(); }),
+        scene(u"onboarding-3"_s, [](OnboardingDesk &desk) { desk.desktop.microphone.isPresent = false; }),
+        scene(u"onboarding-done"_s, [](OnboardingDesk &desk) { desk.desktop.listener.setupFnKey(); }),
     };
 }
 

@@ -2,6 +2,8 @@
 #include "page_view.h"
 #include "stage.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 namespace {
@@ -25,22 +27,22 @@ QList<Scene> settingsScenes() {
     const QSize ordinary = PageView::ordinarySize;
     const QSize whole(900, 1140);
     return {
-        scene(QStringLiteral("settings"), ordinary),
-        scene(QStringLiteral("settings-min"), PageView::smallestSize),
-        scene(QStringLiteral("settings-full"), whole),
-        scene(QStringLiteral("settings-picker"), ordinary,
+        scene(u"settings"_s, ordinary),
+        scene(u"settings-min"_s, PageView::smallestSize),
+        scene(u"settings-full"_s, whole),
+        scene(u"settings-picker"_s, ordinary,
               [](SettingsDesk &, PageView &page) {
                   for (const int key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_Down})
                       page.press(key);
               }),
-        scene(QStringLiteral("settings-capture"), whole,
+        scene(u"settings-capture"_s, whole,
               [](SettingsDesk &desk, PageView &) { desk.view.triggerKey()->begin(); }),
-        scene(QStringLiteral("settings-refusal"), whole,
+        scene(u"settings-refusal"_s, whole,
               [](SettingsDesk &desk, PageView &) {
                   desk.view.triggerKey()->begin();
                   desk.view.triggerKey()->press(Qt::Key_A, 38);
               }),
-        scene(QStringLiteral("settings-missing"), whole, {}, [](SettingsDesk &desk) { desk.loseKeys(); }),
+        scene(u"settings-missing"_s, whole, {}, [](SettingsDesk &desk) { desk.loseKeys(); }),
     };
 }
 

@@ -7,6 +7,8 @@
 #include <QTimer>
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::screenshots {
 
 namespace {
@@ -26,7 +28,7 @@ void Stage::wait(int milliseconds) {
 
 void Stage::photograph(QQuickWindow &window, const QString &name) {
     wait(kComesToRestMs);
-    const QString path = QDir(m_folder).filePath(name + QStringLiteral(".png"));
+    const QString path = QDir(m_folder).filePath(name + u".png"_s);
     if (window.grabWindow().save(path))
         return;
     std::fprintf(stderr, "screenshots: %s could not be written\n", qUtf8Printable(path));

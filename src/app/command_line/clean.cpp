@@ -13,17 +13,19 @@
 #include <iostream>
 #include <iterator>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kDetected = QStringLiteral("detected");
-const QString kTrace = QStringLiteral("trace");
-const QString kJsonLines = QStringLiteral("jsonl");
+const QString kDetected = u"detected"_s;
+const QString kTrace = u"trace"_s;
+const QString kJsonLines = u"jsonl"_s;
 
 /// Each pass on a line of its own.
 void trace(QLatin1StringView pass, const QString &text) {
-    printError(QStringLiteral("%1: %2").arg(QString(pass), onOneLine(text)));
+    printError(u"%1: %2"_s.arg(QString(pass), onOneLine(text)));
 }
 
 int cleanWholeInput(const LocalTextPath &stored, const std::optional<QString> &detected,
@@ -51,9 +53,8 @@ int cleanLines(const LocalTextPath &stored, const TextTrace &tracing) {
         const auto request = parseCleanRequest(QByteArray::fromStdString(line));
         if (!request)
             status = exit_status::failure;
-        const bool isHeard =
-            print(request ? answer(QStringLiteral("text"), cleaned(*request, stored, tracing))
-                          : answer(QStringLiteral("error"), request.error()));
+        const bool isHeard = print(request ? answer(u"text"_s, cleaned(*request, stored, tracing))
+                                           : answer(u"error"_s, request.error()));
         if (!isHeard)
             return exit_status::failure;
     }
@@ -62,17 +63,15 @@ int cleanLines(const LocalTextPath &stored, const TextTrace &tracing) {
 
 int runClean(Composition &composition, const QStringList &arguments) {
     CommandOptions options(cleanCommand());
-    options.add(
-        {kDetected, QStringLiteral("The language the speech service detected."), QStringLiteral("CODE")});
-    options.add({kTrace, QStringLiteral("Show the text after each pass, on standard error.")});
-    options.add(
-        {kJsonLines, QStringLiteral("Answer one JSON object a line: {\"prefs\", \"detected\", \"text\"}.")});
+    options.add({kDetected, u"The language the speech service detected."_s, u"CODE"_s});
+    options.add({kTrace, u"Show the text after each pass, on standard error."_s});
+    options.add({kJsonLines, u"Answer one JSON object a line: {\"prefs\", \"detected\", \"text\"}."_s});
     if (const auto status = options.read(arguments))
         return *status;
     if (!options.operands().isEmpty())
-        return options.usageError(QStringLiteral("the text is read from standard input"));
+        return options.usageError(u"the text is read from standard input"_s);
     if (options.isSet(kJsonLines) && options.isSet(kDetected))
-        return options.usageError(QStringLiteral("with --jsonl each line names its own \"detected\""));
+        return options.usageError(u"with --jsonl each line names its own \"detected\""_s);
 
     const LocalTextPath stored(composition.preferences());
     const TextTrace tracing = options.isSet(kTrace) ? TextTrace(trace) : TextTrace();
@@ -85,8 +84,8 @@ int runClean(Composition &composition, const QStringList &arguments) {
 } // namespace
 
 Command cleanCommand() {
-    return {QLatin1StringView("clean"), QLatin1StringView("[--detected CODE] [--trace] [--jsonl]"),
-            QLatin1StringView("Clean a transcript as a dictation does, without the service."), runClean};
+    return {"clean"_L1, "[--detected CODE] [--trace] [--jsonl]"_L1,
+            "Clean a transcript as a dictation does, without the service."_L1, runClean};
 }
 
 } // namespace velmo

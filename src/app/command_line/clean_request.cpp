@@ -2,6 +2,8 @@
 
 #include "base/json.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -27,14 +29,13 @@ std::optional<PreferenceValue> preferenceValue(const QJsonValue &value) {
 
 Result<Values, QString> preferenceValues(const QJsonValue &object) {
     if (!object.isObject())
-        return failed(QStringLiteral("\"prefs\" is no object"));
+        return failed(u"\"prefs\" is no object"_s);
     Values values;
     const QJsonObject members = object.toObject();
     for (auto member = members.begin(); member != members.end(); ++member) {
         auto value = preferenceValue(member.value());
         if (!value)
-            return failed(QStringLiteral("preference \"%1\" is no string, true, false or whole number")
-                              .arg(member.key()));
+            return failed(u"preference \"%1\" is no string, true, false or whole number"_s.arg(member.key()));
         values.emplace(member.key(), std::move(*value));
     }
     return values;
@@ -45,14 +46,14 @@ Result<Values, QString> preferenceValues(const QJsonValue &object) {
 Result<CleanRequest, QString> parseCleanRequest(const QByteArray &line) {
     const auto object = json::object(QString::fromUtf8(line).toUtf8());
     if (!object)
-        return failed(QStringLiteral("the line is no JSON object"));
-    const QJsonValue prefs = object->value(QLatin1StringView("prefs"));
-    const QJsonValue detected = object->value(QLatin1StringView("detected"));
-    const QJsonValue text = object->value(QLatin1StringView("text"));
+        return failed(u"the line is no JSON object"_s);
+    const QJsonValue prefs = object->value("prefs"_L1);
+    const QJsonValue detected = object->value("detected"_L1);
+    const QJsonValue text = object->value("text"_L1);
     if (!text.isString())
-        return failed(QStringLiteral("\"text\" is no string"));
+        return failed(u"\"text\" is no string"_s);
     if (!detected.isUndefined() && !detected.isNull() && !detected.isString())
-        return failed(QStringLiteral("\"detected\" is neither a string nor null"));
+        return failed(u"\"detected\" is neither a string nor null"_s);
 
     CleanRequest request;
     request.text = text.toString();

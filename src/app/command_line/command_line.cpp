@@ -13,6 +13,8 @@
 
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -35,30 +37,29 @@ bool isOwnAddress(const QString &word) {
 constexpr QLatin1StringView kVersionOption{"--version"};
 
 QString overview() {
-    QString text = QStringLiteral(
-        "Usage: velmo [COMMAND [ARGUMENTS]]\n\n"
+    QString text =
+        u"Usage: velmo [COMMAND [ARGUMENTS]]\n\n"
         "Velmo types what you say. Without a command it runs in your desktop session: hold the trigger\n"
         "key (Right Control) and speak, or press Control+Shift+A to start and stop.\n\n"
-        "Commands:\n");
+        "Commands:\n"_s;
     for (const Command &command : commands()) {
         const QString words = (command.name + u' ' + command.usage).trimmed();
-        text += QStringLiteral("  %1\n      %2\n").arg(words, QString(command.summary));
+        text += u"  %1\n      %2\n"_s.arg(words, QString(command.summary));
     }
-    text += QStringLiteral(
-        "\nOptions:\n"
-        "  --help       this overview; after a command, its own\n"
-        "  --version    the version of Velmo\n\n"
-        "Environment:\n"
-        "  VELMO_SERVICE_URL    origin of the service for this run, such as https://velmo.example\n");
+    text += u"\nOptions:\n"
+            "  --help       this overview; after a command, its own\n"
+            "  --version    the version of Velmo\n\n"
+            "Environment:\n"
+            "  VELMO_SERVICE_URL    origin of the service for this run, such as https://velmo.example\n"_s;
     return text;
 }
 
 int printVersion() {
-    return print(QStringLiteral("velmo " VELMO_VERSION "\n")) ? exit_status::success : exit_status::failure;
+    return print(u"velmo " VELMO_VERSION "\n"_s) ? exit_status::success : exit_status::failure;
 }
 
 int usageError(const QString &message) {
-    printError(message + QStringLiteral("\nTry 'velmo --help'."));
+    printError(message + u"\nTry 'velmo --help'."_s);
     return exit_status::usage;
 }
 
@@ -82,8 +83,8 @@ int runCommandLine(Composition &composition, const QStringList &arguments) {
                                                         : command.run(composition, arguments.sliced(1));
     }
     if (first.startsWith(u'-'))
-        return usageError(QStringLiteral("velmo: unknown option '%1'").arg(first));
-    return usageError(QStringLiteral("velmo: unknown command '%1'").arg(first));
+        return usageError(u"velmo: unknown option '%1'"_s.arg(first));
+    return usageError(u"velmo: unknown command '%1'"_s.arg(first));
 }
 
 } // namespace velmo

@@ -2,25 +2,26 @@
 
 #include "app/command_line/output.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 CommandOptions::CommandOptions(const Command &command) : m_command(command) {
     m_parser.setApplicationDescription(QString(command.summary));
     // A file whose name begins with a dash is one wrong option, not one for each of its letters.
     m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
+    m_parser.addOption({{u"h"_s, u"help"_s}, u"Show this help."_s});
 }
 
 std::optional<int> CommandOptions::read(const QStringList &arguments) {
-    const QString program = QStringLiteral("velmo ") + m_command.name;
+    const QString program = u"velmo "_s + m_command.name;
     if (!m_parser.parse(QStringList{program} + arguments))
         return usageError(complaintAbout(arguments));
-    if (!m_parser.isSet(QStringLiteral("help")))
+    if (!m_parser.isSet(u"help"_s))
         return std::nullopt;
     // Without declared operands Qt writes a usage line of its own; the command's is put in its place.
     QString help = m_parser.helpText();
-    help.replace(0, help.indexOf(u'\n'),
-                 QStringLiteral("Usage: %1 %2").arg(program, QString(m_command.usage)).trimmed());
+    help.replace(0, help.indexOf(u'\n'), u"Usage: %1 %2"_s.arg(program, QString(m_command.usage)).trimmed());
     print(help);
     return exit_status::success;
 }
@@ -32,8 +33,8 @@ QString CommandOptions::complaintAbout(const QStringList &arguments) const {
         return m_parser.errorText();
     for (const QString &argument : arguments) {
         const QString name = argument.section(u'=', 0, 0);
-        if (name == QStringLiteral("--") + unknown || name == u'-' + unknown)
-            return QStringLiteral("unknown option '%1'").arg(argument);
+        if (name == u"--"_s + unknown || name == u'-' + unknown)
+            return u"unknown option '%1'"_s.arg(argument);
     }
     return m_parser.errorText();
 }
@@ -42,11 +43,11 @@ std::optional<int> CommandOptions::readOptionsAlone(const QStringList &arguments
     const auto status = read(arguments);
     if (status || operands().isEmpty())
         return status;
-    return usageError(QStringLiteral("unexpected argument '%1'").arg(operands().first()));
+    return usageError(u"unexpected argument '%1'"_s.arg(operands().first()));
 }
 
 int CommandOptions::usageError(const QString &message) const {
-    printError(QStringLiteral("velmo %1: %2\nTry 'velmo %1 --help'.").arg(QString(m_command.name), message));
+    printError(u"velmo %1: %2\nTry 'velmo %1 --help'."_s.arg(QString(m_command.name), message));
     return exit_status::usage;
 }
 

@@ -9,6 +9,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -47,9 +49,9 @@ bool asksForHelp(const QString &word) {
 
 Result<QString, QString> keyIn(const QStringList &words) {
     if (words.isEmpty() || words.first().isEmpty())
-        return failed(QStringLiteral("the key is missing"));
+        return failed(u"the key is missing"_s);
     if (words.first().startsWith(u'-'))
-        return failed(QStringLiteral("unknown option '%1'").arg(words.first()));
+        return failed(u"unknown option '%1'"_s.arg(words.first()));
     return words.first();
 }
 
@@ -57,7 +59,7 @@ Result<QString, QString> keyIn(const QStringList &words) {
 std::optional<QString> surplus(const QStringList &words, qsizetype most) {
     if (words.size() <= most)
         return std::nullopt;
-    return QStringLiteral("unexpected argument '%1'").arg(words.at(most));
+    return u"unexpected argument '%1'"_s.arg(words.at(most));
 }
 
 Outcome list(Preferences &preferences, const QStringList &words) {
@@ -77,7 +79,7 @@ Outcome read(Preferences &preferences, const QStringList &words) {
         return failed(*complaint);
     const auto value = preferences.value(*key);
     if (!value) {
-        printError(QStringLiteral("velmo defaults: there is no value for '%1'").arg(*key));
+        printError(u"velmo defaults: there is no value for '%1'"_s.arg(*key));
         return exit_status::failure;
     }
     return statusOf(print(textOf(*value) + u'\n'));
@@ -85,17 +87,16 @@ Outcome read(Preferences &preferences, const QStringList &words) {
 
 Result<PreferenceValue, QString> valueIn(const QStringList &words) {
     if (words.size() < 2)
-        return failed(
-            QStringLiteral("the kind of the value is missing: --string, --bool, --int, --date or --data"));
+        return failed(u"the kind of the value is missing: --string, --bool, --int, --date or --data"_s);
     const QString &option = words.at(1);
     const auto *kind = option.startsWith(u"--") ? preferenceKind(QStringView(option).sliced(2)) : nullptr;
     if (!kind)
-        return failed(QStringLiteral("unknown kind '%1'").arg(option));
+        return failed(u"unknown kind '%1'"_s.arg(option));
     if (words.size() < 3)
-        return failed(QStringLiteral("the value after %1 is missing").arg(option));
+        return failed(u"the value after %1 is missing"_s.arg(option));
     auto value = kind->parse(words.at(2));
     if (!value)
-        return failed(QStringLiteral("'%1' is not %2").arg(words.at(2), QString(kind->expected)));
+        return failed(u"'%1' is not %2"_s.arg(words.at(2), QString(kind->expected)));
     return std::move(*value);
 }
 
@@ -121,23 +122,21 @@ Outcome remove(Preferences &preferences, const QStringList &words) {
 }
 
 constexpr std::array kActions = {
-    Action{QLatin1StringView("list"), list},
-    Action{QLatin1StringView("read"), read},
-    Action{QLatin1StringView("write"), write},
-    Action{QLatin1StringView("delete"), remove},
+    Action{"list"_L1, list},
+    Action{"read"_L1, read},
+    Action{"write"_L1, write},
+    Action{"delete"_L1, remove},
 };
 
 Outcome carryOut(Preferences &preferences, const QStringList &arguments) {
     if (arguments.isEmpty())
-        return failed(QStringLiteral("an action is missing: list, read, write or delete"));
+        return failed(u"an action is missing: list, read, write or delete"_s);
     const QString &name = arguments.first();
     for (const Action &action : kActions) {
         if (name == action.name)
             return action.run(preferences, arguments.sliced(1));
     }
-    return failed(
-        QStringLiteral("unknown %1 '%2'")
-            .arg(name.startsWith(u'-') ? QStringLiteral("option") : QStringLiteral("action"), name));
+    return failed(u"unknown %1 '%2'"_s.arg(name.startsWith(u'-') ? u"option"_s : u"action"_s, name));
 }
 
 int runDefaults(Composition &composition, const QStringList &arguments) {
@@ -151,9 +150,8 @@ int runDefaults(Composition &composition, const QStringList &arguments) {
 } // namespace
 
 Command defaultsCommand() {
-    return {QLatin1StringView("defaults"),
-            QLatin1StringView("list | read KEY | write KEY KIND VALUE | delete KEY"),
-            QLatin1StringView("Read and change the preferences."), runDefaults};
+    return {"defaults"_L1, "list | read KEY | write KEY KIND VALUE | delete KEY"_L1,
+            "Read and change the preferences."_L1, runDefaults};
 }
 
 } // namespace velmo

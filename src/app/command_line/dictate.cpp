@@ -14,6 +14,8 @@
 #include <QFileInfo>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -33,7 +35,7 @@ public:
     /// The text of the recording, or the sentence that says why there is none. Waits for it in the event loop.
     Result<QString, QString> dictate(const QString &path) {
         if (QFileInfo(path).isDir())
-            return failed(QStringLiteral("This is a folder, not a recording"));
+            return failed(u"This is a folder, not a recording"_s);
         const auto seconds = m_audioLength.seconds(path);
         m_recorder.setFile(path, seconds);
         m_history.setLengthKnown(seconds.has_value());
@@ -52,7 +54,7 @@ public:
         if (auto text = m_text.take())
             return *text;
         const QString &message = m_manager.errorMessage();
-        return failed(message.isEmpty() ? QStringLiteral("No text") : message);
+        return failed(message.isEmpty() ? u"No text"_s : message);
     }
 
 private:
@@ -71,7 +73,7 @@ private:
 
 void showProgress(const QString &path, qsizetype number, qsizetype count) {
     if (::isatty(STDERR_FILENO))
-        printError(QStringLiteral("[%1/%2] %3").arg(QString::number(number), QString::number(count), path));
+        printError(u"[%1/%2] %3"_s.arg(QString::number(number), QString::number(count), path));
 }
 
 /// One failure does not stop the others; with several files it is told which one failed.
@@ -86,7 +88,7 @@ int dictateAll(Composition &composition, const QStringList &paths) {
             continue;
         status = exit_status::failure;
         if (!text)
-            printError(paths.size() == 1 ? text.error() : paths[i] + QStringLiteral(": ") + text.error());
+            printError(paths.size() == 1 ? text.error() : paths[i] + u": "_s + text.error());
     }
     composition.waitForRequests();
     return status;
@@ -97,15 +99,15 @@ int runDictate(Composition &composition, const QStringList &arguments) {
     if (const auto status = options.read(arguments))
         return *status;
     if (options.operands().isEmpty())
-        return options.usageError(QStringLiteral("a FILE is missing"));
+        return options.usageError(u"a FILE is missing"_s);
     return dictateAll(composition, options.operands());
 }
 
 } // namespace
 
 Command dictateCommand() {
-    return {QLatin1StringView("dictate"), QLatin1StringView("FILE..."),
-            QLatin1StringView("Dictate recordings from files and print their texts."), runDictate};
+    return {"dictate"_L1, "FILE..."_L1, "Dictate recordings from files and print their texts."_L1,
+            runDictate};
 }
 
 } // namespace velmo

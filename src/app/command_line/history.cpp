@@ -10,12 +10,14 @@
 
 #include <QDateTime>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kJson = QStringLiteral("json");
-const QString kLimit = QStringLiteral("limit");
+const QString kJson = u"json"_s;
+const QString kLimit = u"limit"_s;
 
 QDateTime dateTime(Date moment) {
     return QDateTime::fromMSecsSinceEpoch(
@@ -24,7 +26,7 @@ QDateTime dateTime(Date moment) {
 
 /// The moment, then the text; its further lines stand below the first.
 QString lines(const Entry &entry) {
-    QString head = dateTime(entry.timestamp).toString(QStringLiteral("yyyy-MM-dd HH:mm  "));
+    QString head = dateTime(entry.timestamp).toString(u"yyyy-MM-dd HH:mm  "_s);
     QString text;
     for (const QString &line : entry.text.split(u'\n')) {
         text += head + onOneLine(line) + u'\n';
@@ -35,12 +37,12 @@ QString lines(const Entry &entry) {
 
 QJsonObject object(const Entry &entry) {
     QJsonObject object{
-        {QLatin1StringView("id"), entry.id},
-        {QLatin1StringView("text"), wellFormed(entry.text)},
-        {QLatin1StringView("timestamp"), dateTime(entry.timestamp).toUTC().toString(Qt::ISODateWithMs)},
+        {"id"_L1, entry.id},
+        {"text"_L1, wellFormed(entry.text)},
+        {"timestamp"_L1, dateTime(entry.timestamp).toUTC().toString(Qt::ISODateWithMs)},
     };
     if (entry.durationSeconds)
-        object.insert(QLatin1StringView("durationSeconds"), *entry.durationSeconds);
+        object.insert("durationSeconds"_L1, *entry.durationSeconds);
     return object;
 }
 
@@ -69,13 +71,13 @@ std::optional<qsizetype> limitIn(const CommandOptions &options) {
 
 int runHistory(Composition &composition, const QStringList &arguments) {
     CommandOptions options(historyCommand());
-    options.add({kJson, QStringLiteral("Print one JSON array of objects.")});
-    options.add({kLimit, QStringLiteral("Print the newest N entries only."), QStringLiteral("N")});
+    options.add({kJson, u"Print one JSON array of objects."_s});
+    options.add({kLimit, u"Print the newest N entries only."_s, u"N"_s});
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
     const auto limit = limitIn(options);
     if (!limit)
-        return options.usageError(QStringLiteral("'%1' is no number of entries").arg(options.value(kLimit)));
+        return options.usageError(u"'%1' is no number of entries"_s.arg(options.value(kLimit)));
     const QList<Entry> entries = composition.historyStore().entries().mid(0, *limit);
     return print(options.isSet(kJson) ? asJson(entries) : asText(entries)) ? exit_status::success
                                                                            : exit_status::failure;
@@ -84,8 +86,8 @@ int runHistory(Composition &composition, const QStringList &arguments) {
 } // namespace
 
 Command historyCommand() {
-    return {QLatin1StringView("history"), QLatin1StringView("[--json] [--limit N]"),
-            QLatin1StringView("Print what was dictated, the newest first."), runHistory};
+    return {"history"_L1, "[--json] [--limit N]"_L1, "Print what was dictated, the newest first."_L1,
+            runHistory};
 }
 
 } // namespace velmo

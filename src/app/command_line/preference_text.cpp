@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -42,23 +44,23 @@ Parsed parseData(const QString &text) {
 
 /// In the order of the alternatives of PreferenceValue.
 constexpr std::array<PreferenceKind, std::variant_size_v<PreferenceValue>> kKinds = {{
-    {QLatin1StringView("string"), QLatin1StringView("a text"), parseString},
-    {QLatin1StringView("bool"), QLatin1StringView("true or false"), parseBool},
-    {QLatin1StringView("int"), QLatin1StringView("a whole number of at most 64 bits"), parseInteger},
-    {QLatin1StringView("date"), QLatin1StringView("a moment such as 2026-03-14T09:30:00Z"), parseDate},
-    {QLatin1StringView("data"), QLatin1StringView("bytes in base64"), parseData},
+    {"string"_L1, "a text"_L1, parseString},
+    {"bool"_L1, "true or false"_L1, parseBool},
+    {"int"_L1, "a whole number of at most 64 bits"_L1, parseInteger},
+    {"date"_L1, "a moment such as 2026-03-14T09:30:00Z"_L1, parseDate},
+    {"data"_L1, "bytes in base64"_L1, parseData},
 }};
 
 struct ToText {
     QString operator()(const QString &text) const { return text; }
-    QString operator()(bool flag) const { return flag ? QStringLiteral("true") : QStringLiteral("false"); }
+    QString operator()(bool flag) const { return flag ? u"true"_s : u"false"_s; }
     QString operator()(qint64 number) const { return QString::number(number); }
     QString operator()(Date date) const { return isoText(date); }
     QString operator()(const QByteArray &data) const { return QString::fromLatin1(data.toBase64()); }
 };
 
 QString escaped(QChar character) {
-    return character == u'\\' ? QStringLiteral("\\\\") : lineEscape(character).value_or(QString(character));
+    return character == u'\\' ? u"\\\\"_s : lineEscape(character).value_or(QString(character));
 }
 
 QString escaped(const QString &text) {

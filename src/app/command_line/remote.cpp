@@ -6,6 +6,8 @@
 
 #include <QEventLoop>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -18,8 +20,7 @@ constexpr auto kPatience = 3s;
 constexpr auto kRecordingPatience = 10s;
 
 std::chrono::milliseconds patienceFor(QLatin1StringView command) {
-    const bool mayBeginRecording =
-        command == QLatin1StringView("start") || command == QLatin1StringView("toggle");
+    const bool mayBeginRecording = command == "start"_L1 || command == "toggle"_L1;
     return mayBeginRecording ? kRecordingPatience : kPatience;
 }
 
@@ -43,7 +44,7 @@ int runRemotely(Composition &composition, const Command &command, const QStringL
     const auto outcome = runInApplication(composition, {QString(command.name)}, patienceFor(command.name));
     if (outcome)
         return tell(*outcome);
-    printError(QStringLiteral("Velmo is not running. 'velmo' without a command starts it."));
+    printError(u"Velmo is not running. 'velmo' without a command starts it."_s);
     return exit_status::notRunning;
 }
 
@@ -95,7 +96,7 @@ int handAddressOver(Composition &composition, const QString &address) {
         if (outcome)
             return tell(*outcome);
     }
-    printError(QStringLiteral("Velmo is not running, so nobody waits for this address."));
+    printError(u"Velmo is not running, so nobody waits for this address."_s);
     return exit_status::notRunning;
 }
 

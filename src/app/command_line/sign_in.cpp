@@ -11,6 +11,8 @@
 
 #include <QEventLoop>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -20,11 +22,10 @@ namespace {
 /// Long enough to look up a password; a product decision.
 constexpr auto kPatience = 10min;
 
-const QString kSignIn = QStringLiteral("sign-in");
+const QString kSignIn = u"sign-in"_s;
 
 void printAddress(const QString &address) {
-    printError(
-        QStringLiteral("Your browser opens this page; if it does not, open it yourself. Ctrl-C gives up."));
+    printError(u"Your browser opens this page; if it does not, open it yourself. Ctrl-C gives up."_s);
     print(address);
 }
 
@@ -55,11 +56,11 @@ std::optional<CommandOutcome> signInThere(Composition &composition, GivingUp &gi
         return begun;
     printAddress(begun->output);
     givingUp.onGiveUp = [&] {
-        composition.applicationBus().run({kSignIn, QStringLiteral("--cancel")}, 10s, [](const auto &) {});
+        composition.applicationBus().run({kSignIn, u"--cancel"_s}, 10s, [](const auto &) {});
     };
-    const auto ended = runInApplication(composition, {kSignIn, QStringLiteral("--wait")}, kPatience + 1min);
-    return ended.value_or(CommandOutcome{exit_status::failure, QString(),
-                                         QStringLiteral("Velmo ended before the sign-in did.")});
+    const auto ended = runInApplication(composition, {kSignIn, u"--wait"_s}, kPatience + 1min);
+    return ended.value_or(
+        CommandOutcome{exit_status::failure, QString(), u"Velmo ended before the sign-in did."_s});
 }
 
 /// Takes the browser's answer while no application runs.
@@ -73,7 +74,7 @@ public:
             m_composition.deliverCallback(address);
     }
     void run(const QStringList &, Reply reply) override {
-        reply({exit_status::usage, QString(), QStringLiteral("A sign-in is under way.")});
+        reply({exit_status::usage, QString(), u"A sign-in is under way."_s});
     }
 
 private:
@@ -85,12 +86,11 @@ std::optional<QString> complaintAbout(ApplicationBus::Claim claim) {
     case ApplicationBus::Claim::Held:
         return std::nullopt;
     case ApplicationBus::Claim::Taken:
-        return QStringLiteral("Another 'velmo sign-in' is under way.");
+        return u"Another 'velmo sign-in' is under way."_s;
     case ApplicationBus::Claim::NoBus:
         break;
     }
-    return QStringLiteral(
-        "This session has no message bus, over which the browser could hand its answer to Velmo.");
+    return u"This session has no message bus, over which the browser could hand its answer to Velmo."_s;
 }
 
 CommandOutcome signInHere(Composition &composition, GivingUp &givingUp) {
@@ -127,8 +127,7 @@ int runSignIn(Composition &composition, const QStringList &arguments) {
 } // namespace
 
 Command signInCommand() {
-    return {QLatin1StringView("sign-in"), QLatin1StringView(),
-            QLatin1StringView("Sign in to your account in the browser."), runSignIn};
+    return {"sign-in"_L1, QLatin1StringView(), "Sign in to your account in the browser."_L1, runSignIn};
 }
 
 } // namespace velmo

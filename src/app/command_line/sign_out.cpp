@@ -8,6 +8,8 @@
 
 #include <QEventLoop>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -29,7 +31,7 @@ int runSignOut(Composition &composition, const QStringList &arguments) {
     CommandOptions options(signOutCommand());
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
-    if (const auto outcome = runInApplication(composition, {QStringLiteral("sign-out")}, kPatience))
+    if (const auto outcome = runInApplication(composition, {u"sign-out"_s}, kPatience))
         return tell(*outcome);
     return tell(signOutHere(composition));
 }
@@ -37,8 +39,8 @@ int runSignOut(Composition &composition, const QStringList &arguments) {
 } // namespace
 
 Command signOutCommand() {
-    return {QLatin1StringView("sign-out"), QLatin1StringView(),
-            QLatin1StringView("Forget your account on this machine; what you keep here stays."), runSignOut};
+    return {"sign-out"_L1, QLatin1StringView(),
+            "Forget your account on this machine; what you keep here stays."_L1, runSignOut};
 }
 
 } // namespace velmo

@@ -7,6 +7,8 @@
 
 #include <QEventLoop>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -19,7 +21,7 @@ constexpr auto kPatience = 5min;
 CommandOutcome syncHere(Composition &composition) {
     composition.waitForSession();
     if (!composition.account().isLoggedIn())
-        return {exit_status::failure, QString(), QStringLiteral("Not signed in")};
+        return {exit_status::failure, QString(), u"Not signed in"_s};
     QEventLoop untilSynchronised;
     composition.syncManager().syncAll([&](bool succeeded) {
         untilSynchronised.exit(succeeded ? exit_status::success : exit_status::failure);
@@ -27,24 +29,22 @@ CommandOutcome syncHere(Composition &composition) {
     const int status = untilSynchronised.exec();
     composition.waitForRequests();
     return {status, QString(),
-            status == exit_status::success ? QString()
-                                           : QStringLiteral("Not everything could be synchronised.")};
+            status == exit_status::success ? QString() : u"Not everything could be synchronised."_s};
 }
 
 int runSync(Composition &composition, const QStringList &arguments) {
     CommandOptions options(syncCommand());
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
-    const auto outcome = runInApplication(composition, {QStringLiteral("sync")}, kPatience);
+    const auto outcome = runInApplication(composition, {u"sync"_s}, kPatience);
     return tell(outcome ? *outcome : syncHere(composition));
 }
 
 } // namespace
 
 Command syncCommand() {
-    return {QLatin1StringView("sync"), QLatin1StringView(),
-            QLatin1StringView("Bring dictionary, snippets and statistics in step with your account."),
-            runSync};
+    return {"sync"_L1, QLatin1StringView(),
+            "Bring dictionary, snippets and statistics in step with your account."_L1, runSync};
 }
 
 } // namespace velmo

@@ -25,11 +25,13 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kPreferences = QStringLiteral("preferences");
+const QString kPreferences = u"preferences"_s;
 
 /// The part, built by `make` where that has not been done.
 template <class Part, class Make>
@@ -42,17 +44,17 @@ Part &ensure(std::unique_ptr<Part> &part, Make make) {
 /// A relative XDG_CONFIG_HOME does not count (a rule of the XDG base directories); Qt would take it.
 QString configDirectory() {
     const QString location = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return QDir::isAbsolutePath(location) ? location : QDir::homePath() + QStringLiteral("/.config");
+    return QDir::isAbsolutePath(location) ? location : QDir::homePath() + u"/.config"_s;
 }
 
 } // namespace
 
 QString preferencesPath(const QString &domain) {
-    return QStringLiteral("%1/velmo/%2.sqlite").arg(configDirectory(), domain);
+    return u"%1/velmo/%2.sqlite"_s.arg(configDirectory(), domain);
 }
 
 QString autostartFolder() {
-    return configDirectory() + QStringLiteral("/autostart");
+    return configDirectory() + u"/autostart"_s;
 }
 
 Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {
@@ -96,7 +98,7 @@ void Composition::watchPreferences() {
     preferences().change(keys::deviceId, [](const auto &stored) { return stored; });
     m_folderWatch = std::make_unique<InotifyFolderWatch>();
     if (!m_folderWatch->watch(file.path(), file.fileName(), [this] { m_preferenceWatch->noteWrite(); }))
-        log(LogTag::Prefs, QStringLiteral("Changes of other processes cannot be noticed"));
+        log(LogTag::Prefs, u"Changes of other processes cannot be noticed"_s);
 }
 
 AuthManager &Composition::authManager() {
@@ -104,7 +106,7 @@ AuthManager &Composition::authManager() {
 }
 
 std::unique_ptr<AuthManager> Composition::makeAuthManager() {
-    m_keychain = std::make_unique<SecretServiceKeychain>(QStringLiteral("Velmo session"));
+    m_keychain = std::make_unique<SecretServiceKeychain>(u"Velmo session"_s);
     const QString authorizationOrigin = QStringLiteral(VELMO_AUTHORIZATION_ORIGIN);
     auto auth = std::make_unique<AuthManager>(
         m_origin, authorizationOrigin.isEmpty() ? m_origin.baseURL() : authorizationOrigin,

@@ -34,12 +34,14 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 /// The domain in which the desktop keeps what the trigger key does by itself.
-const QString kKeyboardDomain = QStringLiteral("com.apple.HIToolbox");
+const QString kKeyboardDomain = u"com.apple.HIToolbox"_s;
 
 /// The connection on which Qt makes windows; null when it makes none on an X display.
 xcb_connection_t *windowConnection() {

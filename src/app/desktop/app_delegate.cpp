@@ -11,6 +11,8 @@
 #include "store/preference_keys.h"
 #include "store/preferences.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -41,7 +43,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         if (isThisApplication)
             appDidBecomeActive();
     });
-    log(LogTag::VelmoMac, QStringLiteral("Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"));
+    log(LogTag::VelmoMac, u"Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"_s);
 }
 
 void AppDelegate::applicationWillTerminate() {
@@ -85,7 +87,7 @@ void AppDelegate::syncOnActivation() {
     const auto last = m_with.synchronisation.lastSyncDate();
     if (last && m_with.queue.now() - *last < kFreshSync)
         return;
-    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on app activation..."));
+    log(LogTag::VelmoMacSync, u"Auto-syncing on app activation..."_s);
     m_with.synchronisation.syncAll();
 }
 
@@ -93,7 +95,7 @@ void AppDelegate::syncOnActivation() {
 void AppDelegate::syncOnLaunch() {
     if (!m_with.account.isLoggedIn())
         return;
-    log(LogTag::VelmoMacSync, QStringLiteral("Auto-syncing on launch..."));
+    log(LogTag::VelmoMacSync, u"Auto-syncing on launch..."_s);
     m_with.synchronisation.syncAll();
 }
 
@@ -101,13 +103,13 @@ void AppDelegate::takeTriggerKey() {
     const qint64 previous = m_with.keyboardPreferences.integer(kFnUsage).value_or(kDoesNothing);
     m_with.preferences.set(keys::previousFnUsage, previous);
     m_with.keyboardPreferences.set(kFnUsage, kDoesNothing);
-    log(LogTag::VelmoMac, QStringLiteral("Emoji picker disabled (was: %1, now: 0)").arg(previous));
+    log(LogTag::VelmoMac, u"Emoji picker disabled (was: %1, now: 0)"_s.arg(previous));
 }
 
 void AppDelegate::giveTriggerKeyBack() {
     const qint64 previous = m_with.preferences.integer(keys::previousFnUsage).value_or(kDoesNothing);
     m_with.keyboardPreferences.set(kFnUsage, previous);
-    log(LogTag::VelmoMac, QStringLiteral("Emoji picker restored (value: %1)").arg(previous));
+    log(LogTag::VelmoMac, u"Emoji picker restored (value: %1)"_s.arg(previous));
 }
 
 void AppDelegate::connectListener() {

@@ -7,6 +7,8 @@
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -42,18 +44,18 @@ void ApplicationCommands::run(const QStringList &words, Reply reply) {
         void (ApplicationCommands::*run)(const Reply &reply);
     };
     static const Row rows[] = {
-        {{QStringLiteral("start")}, &ApplicationCommands::start},
-        {{QStringLiteral("stop")}, &ApplicationCommands::stop},
-        {{QStringLiteral("toggle")}, &ApplicationCommands::toggle},
-        {{QStringLiteral("cancel")}, &ApplicationCommands::cancel},
-        {{QStringLiteral("status")}, &ApplicationCommands::status},
-        {{QStringLiteral("show")}, &ApplicationCommands::show},
-        {{QStringLiteral("quit")}, &ApplicationCommands::quit},
-        {{QStringLiteral("sync")}, &ApplicationCommands::sync},
-        {{QStringLiteral("sign-in")}, &ApplicationCommands::signIn},
-        {{QStringLiteral("sign-in"), QStringLiteral("--wait")}, &ApplicationCommands::waitForSignIn},
-        {{QStringLiteral("sign-in"), QStringLiteral("--cancel")}, &ApplicationCommands::cancelSignIn},
-        {{QStringLiteral("sign-out")}, &ApplicationCommands::signOut},
+        {{u"start"_s}, &ApplicationCommands::start},
+        {{u"stop"_s}, &ApplicationCommands::stop},
+        {{u"toggle"_s}, &ApplicationCommands::toggle},
+        {{u"cancel"_s}, &ApplicationCommands::cancel},
+        {{u"status"_s}, &ApplicationCommands::status},
+        {{u"show"_s}, &ApplicationCommands::show},
+        {{u"quit"_s}, &ApplicationCommands::quit},
+        {{u"sync"_s}, &ApplicationCommands::sync},
+        {{u"sign-in"_s}, &ApplicationCommands::signIn},
+        {{u"sign-in"_s, u"--wait"_s}, &ApplicationCommands::waitForSignIn},
+        {{u"sign-in"_s, u"--cancel"_s}, &ApplicationCommands::cancelSignIn},
+        {{u"sign-out"_s}, &ApplicationCommands::signOut},
     };
     for (const Row &row : rows) {
         if (row.words == words) {
@@ -61,7 +63,7 @@ void ApplicationCommands::run(const QStringList &words, Reply reply) {
             return;
         }
     }
-    reply({exit_status::usage, QString(), QStringLiteral("The running Velmo does not know this command.")});
+    reply({exit_status::usage, QString(), u"The running Velmo does not know this command."_s});
 }
 
 void ApplicationCommands::start(const Reply &reply) {
@@ -72,7 +74,7 @@ void ApplicationCommands::start(const Reply &reply) {
 void ApplicationCommands::begin(const Reply &reply, const std::function<void()> &startRecording) {
     RecordingManager &manager = m_with.recordingManager;
     if (manager.state() != State::idle) {
-        reply(refusal(QStringLiteral("A dictation is under way already.")));
+        reply(refusal(u"A dictation is under way already."_s));
         return;
     }
     auto *answer = new QObject(this); // for the one signal that comes first
@@ -89,7 +91,7 @@ void ApplicationCommands::begin(const Reply &reply, const std::function<void()> 
 
 void ApplicationCommands::stop(const Reply &reply) {
     if (m_with.recordingManager.state() != State::recording) {
-        reply(refusal(QStringLiteral("No recording runs.")));
+        reply(refusal(u"No recording runs."_s));
         return;
     }
     m_with.recordingManager.stopRecording();
@@ -109,7 +111,7 @@ void ApplicationCommands::toggle(const Reply &reply) {
 
 void ApplicationCommands::cancel(const Reply &reply) {
     if (m_with.recordingManager.state() != State::recording) {
-        reply(refusal(QStringLiteral("No recording runs.")));
+        reply(refusal(u"No recording runs."_s));
         return;
     }
     m_with.recordingManager.cancelRecording();
@@ -137,11 +139,11 @@ void ApplicationCommands::sync(const Reply &reply) {
 
 void ApplicationCommands::syncAccount(const Reply &reply) {
     if (!m_with.auth.isLoggedIn()) {
-        reply(refusal(QStringLiteral("Not signed in")));
+        reply(refusal(u"Not signed in"_s));
         return;
     }
     m_with.sync.syncAll([reply](bool succeeded) {
-        reply(succeeded ? kDone : refusal(QStringLiteral("Not everything could be synchronised.")));
+        reply(succeeded ? kDone : refusal(u"Not everything could be synchronised."_s));
     });
 }
 

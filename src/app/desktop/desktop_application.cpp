@@ -14,6 +14,8 @@
 #include <QCoreApplication>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -43,8 +45,8 @@ int runDesktopApplication(Composition &composition) {
         return exit_status::success;
     const auto desktop = DesktopComposition::open(composition);
     if (!desktop) {
-        printError(QStringLiteral("velmo: ") + desktop.error() +
-                   QStringLiteral("\nWithout a display, 'velmo dictate FILE' turns recordings into text."));
+        printError(u"velmo: "_s + desktop.error() +
+                   u"\nWithout a display, 'velmo dictate FILE' turns recordings into text."_s);
         return exit_status::failure;
     }
     signals.onTerminate = terminating(**desktop);

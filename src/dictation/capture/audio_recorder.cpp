@@ -9,6 +9,8 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -31,9 +33,9 @@ RecordingFailure failureOf(const QString &description) {
 QString localizedDescription(RecordingError error) {
     switch (error) {
     case RecordingError::alreadyRecording:
-        return QStringLiteral("Already recording");
+        return u"Already recording"_s;
     case RecordingError::noMicrophoneAccess:
-        return QStringLiteral("Microphone access denied");
+        return u"Microphone access denied"_s;
     }
     return {};
 }
@@ -67,9 +69,9 @@ Result<QString, RecordingFailure> AudioRecorder::startRecording() {
     m_recordingUrl = path;
     m_isRecording = true;
     watchMicrophone();
-    log(LogTag::Recorder, QStringLiteral("Started recording to %1 (16kHz mono, input: %2Hz %3ch)")
-                              .arg(QFileInfo(path).fileName(), QString::number(format->sampleRate),
-                                   QString::number(format->channels)));
+    log(LogTag::Recorder, u"Started recording to %1 (16kHz mono, input: %2Hz %3ch)"_s.arg(
+                              QFileInfo(path).fileName(), QString::number(format->sampleRate),
+                              QString::number(format->channels)));
     return path;
 }
 
@@ -80,8 +82,7 @@ std::optional<QString> AudioRecorder::stopRecording() {
     m_session.reset();
     m_isRecording = false;
     onAudioLevel = nullptr;
-    log(LogTag::Recorder,
-        QStringLiteral("Stopped — file size: %1 bytes").arg(QFileInfo(m_recordingUrl).size()));
+    log(LogTag::Recorder, u"Stopped — file size: %1 bytes"_s.arg(QFileInfo(m_recordingUrl).size()));
     return m_recordingUrl;
 }
 
@@ -100,7 +101,7 @@ AudioRecorder::openFile(const QString &path, const CaptureFormat &format) {
     auto writer = RecordingWriter::create(format, std::move(*file), std::move(report));
     if (!writer) {
         m_with.files.remove(path);
-        return failed(failureOf(QStringLiteral("The format of the microphone is not supported.")));
+        return failed(failureOf(u"The format of the microphone is not supported."_s));
     }
     return writer;
 }
@@ -150,7 +151,7 @@ void AudioRecorder::captureEnded(const MicrophoneFailure &failure) {
 
 void AudioRecorder::microphoneLost(const QString &reason) {
     m_watchTimer.reset();
-    log(LogTag::Recorder, QStringLiteral("Microphone lost: ") + reason);
+    log(LogTag::Recorder, u"Microphone lost: "_s + reason);
     // One turn later: whoever has just started the recording may not have noted that yet.
     m_with.queue.post(m_lifetime.guard([this] {
         if (m_isRecording && onMicrophoneLost)
@@ -163,7 +164,7 @@ void AudioRecorder::watchMicrophone() {
         if (m_session->takeSignOfLife())
             watchMicrophone();
         else
-            microphoneLost(QStringLiteral("It delivers nothing."));
+            microphoneLost(u"It delivers nothing."_s);
     }));
 }
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -35,7 +37,7 @@ Result<CaptureFormat, MicrophoneFailure> CaptureSession::awaitFormat(std::chrono
     if (m_failure)
         return failed(*m_failure);
     if (!m_format)
-        return failed(MicrophoneFailure{QStringLiteral("The sound server did not answer.")});
+        return failed(MicrophoneFailure{u"The sound server did not answer."_s});
     return *m_format;
 }
 

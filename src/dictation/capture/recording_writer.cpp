@@ -7,6 +7,8 @@
 #include <cmath>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -92,7 +94,7 @@ void RecordingWriter::write(std::span<const float> samples) {
     if (written || m_lacksSamples)
         return;
     m_lacksSamples = true;
-    log(LogTag::Recorder, QStringLiteral("The recording lacks samples: ") + written.error().description);
+    log(LogTag::Recorder, u"The recording lacks samples: "_s + written.error().description);
 }
 
 } // namespace velmo

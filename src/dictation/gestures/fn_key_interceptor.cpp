@@ -2,6 +2,8 @@
 
 #include "base/log.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -20,10 +22,10 @@ FnKeyInterceptor::~FnKeyInterceptor() {
 
 bool FnKeyInterceptor::start() {
     if (!m_tap.start(m_triggerKey, [this](const TapEvent &event) { return handleEvent(event); })) {
-        log(LogTag::FnKey, QStringLiteral("Failed to create event tap"));
+        log(LogTag::FnKey, u"Failed to create event tap"_s);
         return false;
     }
-    log(LogTag::FnKey, QStringLiteral("Event tap active — bare Fn suppression enabled"));
+    log(LogTag::FnKey, u"Event tap active — bare Fn suppression enabled"_s);
     return true;
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -41,7 +43,7 @@ void HotkeyListener::setupFnKey() {
     if (m_fnInterceptor || m_isFnKeyPaused)
         return;
     if (!m_with.permission.isTrusted()) {
-        log(LogTag::Hotkey, QStringLiteral("No Accessibility permission yet — Fn key unavailable"));
+        log(LogTag::Hotkey, u"No Accessibility permission yet — Fn key unavailable"_s);
         return;
     }
     m_watchedKey = triggerKey(m_with.preferences);
@@ -50,14 +52,14 @@ void HotkeyListener::setupFnKey() {
     interceptor->onFnUp = m_lifetime.guard([this](std::chrono::nanoseconds time) { fnUp(time); });
     interceptor->onCombinationUsed = m_lifetime.guard([this] { combinationUsed(); });
     if (!interceptor->start()) {
-        log(LogTag::Hotkey, QStringLiteral("Failed to create Fn key event tap"));
+        log(LogTag::Hotkey, u"Failed to create Fn key event tap"_s);
         return;
     }
     m_fnInterceptor = std::move(interceptor);
     setUsingFnHotkey(true);
     if (onPermissionStatusChanged)
         onPermissionStatusChanged(true);
-    log(LogTag::Hotkey, QStringLiteral("Fn key event tap active (in-process)"));
+    log(LogTag::Hotkey, u"Fn key event tap active (in-process)"_s);
 }
 
 void HotkeyListener::triggerKeyChanged() {
@@ -89,11 +91,11 @@ void HotkeyListener::registerFallbackHotkey() {
     auto registered = m_with.hotkey.registerHotkey(
         kFallbackHotkey, [queue = &m_with.queue, pressed = std::move(pressed)] { queue->post(pressed); });
     if (!registered) {
-        log(LogTag::Hotkey, QStringLiteral("Failed to register Carbon hotkey: %1").arg(registered.error()));
+        log(LogTag::Hotkey, u"Failed to register Carbon hotkey: %1"_s.arg(registered.error()));
         return;
     }
     m_carbonHotkeyRef = std::move(*registered);
-    log(LogTag::Hotkey, QStringLiteral("Fallback hotkey registered: Ctrl+Shift+A (toggle)"));
+    log(LogTag::Hotkey, u"Fallback hotkey registered: Ctrl+Shift+A (toggle)"_s);
 }
 
 void HotkeyListener::stopListening() {
@@ -121,7 +123,7 @@ void HotkeyListener::fnDown(std::chrono::nanoseconds time) {
         armPushToTalk();
         break;
     case RecordingMode::handsFree:
-        log(LogTag::Hotkey, QStringLiteral("Fn pressed — will stop hands-free on release"));
+        log(LogTag::Hotkey, u"Fn pressed — will stop hands-free on release"_s);
         break;
     case RecordingMode::pushToTalk:
         break;
@@ -141,7 +143,7 @@ void HotkeyListener::beginPushToTalk() {
     if (!m_fnIsDown || m_recordingMode != RecordingMode::none)
         return;
     setRecordingMode(RecordingMode::pushToTalk);
-    log(LogTag::Hotkey, QStringLiteral("Push-to-talk started (held Fn)"));
+    log(LogTag::Hotkey, u"Push-to-talk started (held Fn)"_s);
     beginGesture();
 }
 
@@ -152,13 +154,13 @@ void HotkeyListener::fnUp(std::chrono::nanoseconds time) {
     switch (m_recordingMode) {
     case RecordingMode::handsFree:
         setRecordingMode(RecordingMode::none);
-        log(LogTag::Hotkey, QStringLiteral("Hands-free stopped (tapped Fn)"));
+        log(LogTag::Hotkey, u"Hands-free stopped (tapped Fn)"_s);
         endGesture();
         break;
     case RecordingMode::pushToTalk:
         setRecordingMode(RecordingMode::none);
-        log(LogTag::Hotkey, QStringLiteral("Push-to-talk stopped (released Fn after %1s)")
-                                .arg(fixed(std::chrono::duration<double>(held).count(), 1)));
+        log(LogTag::Hotkey, u"Push-to-talk stopped (released Fn after %1s)"_s.arg(
+                                fixed(std::chrono::duration<double>(held).count(), 1)));
         endGesture();
         break;
     case RecordingMode::none:
@@ -182,7 +184,7 @@ void HotkeyListener::tapped(std::chrono::nanoseconds time) {
     }
     m_lastTapTime = 0ns;
     setRecordingMode(RecordingMode::handsFree);
-    log(LogTag::Hotkey, QStringLiteral("Double-tap Fn → hands-free recording started"));
+    log(LogTag::Hotkey, u"Double-tap Fn → hands-free recording started"_s);
     beginGesture();
 }
 

@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -57,7 +59,7 @@ void TextInserter::startNext() {
             findTarget(text);
             return;
         }
-        log(LogTag::Insert, QStringLiteral("The clipboard could not be taken, nothing is pasted"));
+        log(LogTag::Insert, u"The clipboard could not be taken, nothing is pasted"_s);
         becomeIdle();
     }));
 }
@@ -92,7 +94,7 @@ void TextInserter::simulatePaste(PasteShortcut shortcut) {
             pasted();
             return;
         }
-        log(LogTag::Insert, QStringLiteral("Failed to create CGEvent"));
+        log(LogTag::Insert, u"Failed to create CGEvent"_s);
         leaveOnClipboard();
     }));
 }
@@ -106,7 +108,7 @@ void TextInserter::pasted() {
     if (m_finished)
         return;
     m_deadline = m_with.queue.after(kLongestWait, [this] {
-        log(LogTag::Insert, QStringLiteral("The focused window has not read the text"));
+        log(LogTag::Insert, u"The focused window has not read the text"_s);
         end();
     });
 }

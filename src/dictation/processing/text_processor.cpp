@@ -10,6 +10,8 @@
 #include "text/passes/norwegian_words.h"
 #include "text/tables/language_sets.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -21,27 +23,26 @@ QString whole(double milliseconds) {
 void logNormalisation(const QString &text, const TextAnswer &answer) {
     const QString ms = whole(answer.milliseconds);
     if (answer.text) {
-        log(LogTag::Normalize, QStringLiteral("Success in %1ms (%2 → %3 chars)")
-                                   .arg(ms, QString::number(characterCount(text)),
-                                        QString::number(characterCount(*answer.text))));
+        log(LogTag::Normalize,
+            u"Success in %1ms (%2 → %3 chars)"_s.arg(ms, QString::number(characterCount(text)),
+                                                     QString::number(characterCount(*answer.text))));
     } else if (answer.text.error().failure) {
-        log(LogTag::Normalize, QStringLiteral("Failed after %1ms: %2").arg(ms, *answer.text.error().failure));
+        log(LogTag::Normalize, u"Failed after %1ms: %2"_s.arg(ms, *answer.text.error().failure));
     } else {
-        log(LogTag::Normalize, QStringLiteral("Invalid response after %1ms, falling back").arg(ms));
+        log(LogTag::Normalize, u"Invalid response after %1ms, falling back"_s.arg(ms));
     }
 }
 
 void logModeProcessing(const TextAnswer &answer) {
     const QString ms = whole(answer.milliseconds);
     if (answer.text) {
-        log(LogTag::Latency, QStringLiteral("/api/process responded in %1ms").arg(ms));
-        log(LogTag::TextProcessor, QStringLiteral("Mode processing complete"));
+        log(LogTag::Latency, u"/api/process responded in %1ms"_s.arg(ms));
+        log(LogTag::TextProcessor, u"Mode processing complete"_s);
     } else if (answer.text.error().failure) {
         log(LogTag::TextProcessor,
-            QStringLiteral("Mode processing failed after %1ms: %2").arg(ms, *answer.text.error().failure));
+            u"Mode processing failed after %1ms: %2"_s.arg(ms, *answer.text.error().failure));
     } else {
-        log(LogTag::TextProcessor,
-            QStringLiteral("Mode processing returned invalid response after %1ms").arg(ms));
+        log(LogTag::TextProcessor, u"Mode processing returned invalid response after %1ms"_s.arg(ms));
     }
 }
 
@@ -73,7 +74,7 @@ void TextProcessor::normalizeBokmal(const QString &text, const QString &primaryL
         continuation(text);
         return;
     }
-    m_service.send(RequestKind::BokmalNormalisation, {{QStringLiteral("text"), wellFormed(text)}},
+    m_service.send(RequestKind::BokmalNormalisation, {{u"text"_s, wellFormed(text)}},
                    [text, continuation = std::move(continuation)](const TextAnswer &answer) {
                        logNormalisation(text, answer);
                        continuation(answer.text.value_or(text));
@@ -93,9 +94,9 @@ void TextProcessor::finish(const QString &text, const std::optional<QString> &de
 }
 
 void TextProcessor::processWithMode(const QString &text, const QString &systemPrompt, Completion completion) {
-    const QJsonObject content = {{QStringLiteral("text"), wellFormed(text)},
-                                 {QStringLiteral("systemPrompt"), wellFormed(systemPrompt)}};
-    log(LogTag::Latency, QStringLiteral("/api/process request starting"));
+    const QJsonObject content = {{u"text"_s, wellFormed(text)},
+                                 {u"systemPrompt"_s, wellFormed(systemPrompt)}};
+    log(LogTag::Latency, u"/api/process request starting"_s);
     m_service.send(RequestKind::ModeProcessing, content,
                    [this, text, completion = std::move(completion)](const TextAnswer &answer) {
                        logModeProcessing(answer);

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <mutex>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -19,7 +21,7 @@ Result<QString, NoText> textOf(const HttpOutcome &outcome) {
     if (!outcome)
         return failed(NoText{outcome.error().description});
     const auto object = objectOf(outcome);
-    const auto text = object ? json::string(*object, QLatin1StringView("text")) : std::nullopt;
+    const auto text = object ? json::string(*object, "text"_L1) : std::nullopt;
     if (!text || text->isEmpty())
         return failed(NoText{});
     return *text;

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -54,8 +56,8 @@ std::optional<QString> HintPrompt::current(const QStringList &languages) const {
     const auto words = m_words.of(source, [&] { return wordsFor(languages); });
     if (words->count < kFewestWords)
         return std::nullopt;
-    log(LogTag::Prompt, QStringLiteral("%1 hint words for languages: %2")
-                            .arg(QString::number(words->count), languages.join(QLatin1String(", "))));
+    log(LogTag::Prompt, u"%1 hint words for languages: %2"_s.arg(QString::number(words->count),
+                                                                 languages.join(QLatin1String(", "))));
     return words->joined;
 }
 

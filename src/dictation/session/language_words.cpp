@@ -3,6 +3,8 @@
 #include <QHash>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -77,10 +79,9 @@ WordSet setOf(const QStringView (&words)[Count]) {
 /// Built once, at first use. "no" and "nb" name the same list.
 const QHash<QString, WordSet> &lists() {
     static const QHash<QString, WordSet> lists = {
-        {QStringLiteral("da"), setOf(kDanish)},  {QStringLiteral("nb"), setOf(kBokmal)},
-        {QStringLiteral("no"), setOf(kBokmal)},  {QStringLiteral("sv"), setOf(kSwedish)},
-        {QStringLiteral("fi"), setOf(kFinnish)}, {QStringLiteral("is"), setOf(kIcelandic)},
-        {QStringLiteral("nn"), setOf(kNynorsk)},
+        {u"da"_s, setOf(kDanish)},  {u"nb"_s, setOf(kBokmal)},  {u"no"_s, setOf(kBokmal)},
+        {u"sv"_s, setOf(kSwedish)}, {u"fi"_s, setOf(kFinnish)}, {u"is"_s, setOf(kIcelandic)},
+        {u"nn"_s, setOf(kNynorsk)},
     };
     return lists;
 }

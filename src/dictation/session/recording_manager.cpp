@@ -16,6 +16,8 @@
 #include "store/word_count.h"
 #include "text/passes/hallucination_filter.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -34,11 +36,11 @@ constexpr auto kWarmInterval = 25s;
 /// How much of a text goes into a log line.
 constexpr qsizetype kLoggedCharacters = 80;
 
-const QString kNoSpeech = QStringLiteral("No speech detected");
+const QString kNoSpeech = u"No speech detected"_s;
 
 /// `(12 chars, lang: no): "Hei på deg"`; `details` is what stands after the count.
 QString textSummary(const QString &text, const QString &details) {
-    return QStringLiteral("(%1 chars%2): \"").arg(QString::number(characterCount(text)), details) +
+    return u"(%1 chars%2): \""_s.arg(QString::number(characterCount(text)), details) +
            firstCharacters(text, kLoggedCharacters).toString() + u'"';
 }
 
@@ -51,7 +53,7 @@ RecordingManager::RecordingManager(const Collaborators &collaborators)
 
 void RecordingManager::startRecording() {
     if (m_state != State::idle) {
-        log(LogTag::Flow, QStringLiteral("Can't start — state is ") + nameOf(m_state));
+        log(LogTag::Flow, u"Can't start — state is "_s + nameOf(m_state));
         if (m_state != State::recording)
             Q_EMIT startFailed();
         return;
@@ -69,21 +71,20 @@ void RecordingManager::startRecording() {
 void RecordingManager::beginRecording(bool granted) {
     if (!granted) {
         m_with.queue.post(m_lifetime.guard([this] {
-            setErrorMessage(
-                QStringLiteral("Microphone access denied. Check System Settings > Privacy > Microphone."));
+            setErrorMessage(u"Microphone access denied. Check System Settings > Privacy > Microphone."_s);
             Q_EMIT startFailed();
         }));
         return;
     }
     const QString app = m_with.workspace.frontmostApplicationName().value_or(QString());
-    setActiveAppName(app.isEmpty() ? QStringLiteral("App") : app);
+    setActiveAppName(app.isEmpty() ? u"App"_s : app);
 
     const auto started = m_with.recorder.startRecording();
     if (started) {
         recordingStarted();
         return;
     }
-    const QString message = QStringLiteral("Failed to start recording: ") + started.error().description;
+    const QString message = u"Failed to start recording: "_s + started.error().description;
     log(LogTag::Flow, message);
     m_with.queue.post(m_lifetime.guard([this, message] {
         setErrorMessage(message);
@@ -95,7 +96,7 @@ void RecordingManager::recordingStarted() {
     m_recordingStartTime = m_with.queue.now();
     setState(State::recording);
     setErrorMessage({});
-    log(LogTag::Flow, QStringLiteral("Recording started"));
+    log(LogTag::Flow, u"Recording started"_s);
     m_with.sounds.play(SoundCue::Tink);
     keepServiceWarm();
 }
@@ -109,13 +110,13 @@ void RecordingManager::keepServiceWarm() {
 
 void RecordingManager::stopRecording() {
     if (m_state != State::recording) {
-        log(LogTag::Flow, QStringLiteral("Can't stop — state is ") + nameOf(m_state));
+        log(LogTag::Flow, u"Can't stop — state is "_s + nameOf(m_state));
         return;
     }
     m_warmTimer.reset();
     const auto path = m_with.recorder.stopRecording();
     if (!path) {
-        log(LogTag::Flow, QStringLiteral("No recording to stop"));
+        log(LogTag::Flow, u"No recording to stop"_s);
         setState(State::idle);
         return;
     }
@@ -123,11 +124,10 @@ void RecordingManager::stopRecording() {
     dictation.recording = *path;
     dictation.stopTime = m_with.queue.now();
     dictation.durationSeconds = secondsRecorded();
-    log(LogTag::Flow,
-        QStringLiteral("Recording stopped — duration: %1s").arg(fixed(dictation.durationSeconds, 1)));
+    log(LogTag::Flow, u"Recording stopped — duration: %1s"_s.arg(fixed(dictation.durationSeconds, 1)));
     m_with.sounds.play(SoundCue::Pop);
     if (dictation.durationSeconds < kShortestSeconds) {
-        log(LogTag::Flow, QStringLiteral("Recording too short, discarding"));
+        log(LogTag::Flow, u"Recording too short, discarding"_s);
         m_with.recorder.deleteRecording(*path);
         setState(State::idle);
         return;
@@ -146,7 +146,7 @@ void RecordingManager::cancelRecording() {
     m_warmTimer.reset();
     if (const auto path = m_with.recorder.stopRecording())
         m_with.recorder.deleteRecording(*path);
-    log(LogTag::Flow, QStringLiteral("Recording cancelled by user"));
+    log(LogTag::Flow, u"Recording cancelled by user"_s);
     m_with.sounds.play(SoundCue::Funk);
     setState(State::idle);
 }
@@ -164,7 +164,7 @@ TranscriptionSettings RecordingManager::buildTranscriptionSettings() const {
 void RecordingManager::transcribe(Dictation dictation) {
     const TranscriptionSettings settings = buildTranscriptionSettings();
     dictation.prompt = settings.prompt;
-    log(LogTag::Latency, QStringLiteral("Upload starting (+%1ms after stop)").arg(sinceStop(dictation)));
+    log(LogTag::Latency, u"Upload starting (+%1ms after stop)"_s.arg(sinceStop(dictation)));
 
     // Of the manager itself this touches nothing, for it runs on the client's thread.
     auto answered = [alive = m_lifetime.watch(), with = m_with, dictation,
@@ -173,8 +173,8 @@ void RecordingManager::transcribe(Dictation dictation) {
                      })](const TranscriptionResult &result) {
         if (alive.expired())
             return;
-        log(LogTag::Latency, QStringLiteral("Whisper complete (+%1ms after stop)")
-                                 .arg(fixed(millisecondsBetween(dictation.stopTime, with.queue.now()), 0)));
+        log(LogTag::Latency, u"Whisper complete (+%1ms after stop)"_s.arg(
+                                 fixed(millisecondsBetween(dictation.stopTime, with.queue.now()), 0)));
         with.recorder.deleteRecording(dictation.recording);
         with.queue.post([handle, result]() mutable { handle(result); });
     };
@@ -185,24 +185,23 @@ void RecordingManager::handleTranscriptionResult(const Dictation &dictation,
                                                  const TranscriptionResult &result) {
     if (!result) {
         const QString description = result.error().localizedDescription();
-        log(LogTag::Flow, QStringLiteral("❌ EXIT: Transcription failed: ") + description);
+        log(LogTag::Flow, u"❌ EXIT: Transcription failed: "_s + description);
         setErrorMessage(description);
         setState(State::idle);
         return;
     }
     const auto &[text, language] = *result;
     log(LogTag::Flow,
-        QStringLiteral("Server returned text ") +
-            textSummary(text, QStringLiteral(", lang: ") + language.value_or(QStringLiteral("nil"))));
+        u"Server returned text "_s + textSummary(text, u", lang: "_s + language.value_or(u"nil"_s)));
 
     const QString spoken = trimmed(text).toString();
     if (spoken.isEmpty()) {
-        log(LogTag::Flow, QStringLiteral("❌ EXIT: Empty transcription"));
+        log(LogTag::Flow, u"❌ EXIT: Empty transcription"_s);
         setState(State::idle);
         return;
     }
     if (isPromptEcho(spoken, dictation.prompt)) {
-        log(LogTag::Flow, QStringLiteral("❌ EXIT: Hallucination detected (raw), discarding"));
+        log(LogTag::Flow, u"❌ EXIT: Hallucination detected (raw), discarding"_s);
         rejectPhantom();
         return;
     }
@@ -213,8 +212,8 @@ void RecordingManager::handleTranscriptionResult(const Dictation &dictation,
 void RecordingManager::process(const Dictation &dictation, const QString &text,
                                const std::optional<QString> &language) {
     const Date postStart = m_with.queue.now();
-    log(LogTag::Latency, QStringLiteral("Post-processing starting (+%1ms after stop)")
-                             .arg(fixed(millisecondsBetween(dictation.stopTime, postStart), 0)));
+    log(LogTag::Latency, u"Post-processing starting (+%1ms after stop)"_s.arg(
+                             fixed(millisecondsBetween(dictation.stopTime, postStart), 0)));
 
     auto processed = [alive = m_lifetime.watch(), queue = &m_with.queue, stopTime = dictation.stopTime,
                       postStart, finish = m_lifetime.guard([this, dictation](const QString &final) {
@@ -224,10 +223,9 @@ void RecordingManager::process(const Dictation &dictation, const QString &text,
             return;
         const Date now = queue->now();
         log(LogTag::Latency,
-            QStringLiteral("Post-processing complete (+%1ms after stop, processing took %2ms)")
-                .arg(fixed(millisecondsBetween(stopTime, now), 0),
-                     fixed(millisecondsBetween(postStart, now), 0)));
-        log(LogTag::Flow, QStringLiteral("Processed text ") + textSummary(final, {}));
+            u"Post-processing complete (+%1ms after stop, processing took %2ms)"_s.arg(
+                fixed(millisecondsBetween(stopTime, now), 0), fixed(millisecondsBetween(postStart, now), 0)));
+        log(LogTag::Flow, u"Processed text "_s + textSummary(final, {}));
         queue->post([finish, final]() mutable { finish(final); });
     };
     m_with.textProcessor.process(text, language, std::move(processed));
@@ -235,12 +233,12 @@ void RecordingManager::process(const Dictation &dictation, const QString &text,
 
 void RecordingManager::finishDictation(const Dictation &dictation, const QString &text) {
     if (isPromptEcho(text, dictation.prompt)) {
-        log(LogTag::Flow, QStringLiteral("❌ EXIT: Hallucination detected (processed), discarding"));
+        log(LogTag::Flow, u"❌ EXIT: Hallucination detected (processed), discarding"_s);
         rejectPhantom();
         return;
     }
     if (text.isEmpty()) {
-        log(LogTag::Flow, QStringLiteral("❌ EXIT: Empty transcription"));
+        log(LogTag::Flow, u"❌ EXIT: Empty transcription"_s);
         setState(State::idle);
         return;
     }
@@ -251,8 +249,7 @@ void RecordingManager::finishDictation(const Dictation &dictation, const QString
 void RecordingManager::deliver(const Dictation &dictation, const QString &text) {
     setLastTranscription(text);
     m_with.textInserter.insert(text);
-    log(LogTag::Flow,
-        QStringLiteral("✅ Text inserted + stats updated — TOTAL: %1ms").arg(sinceStop(dictation)));
+    log(LogTag::Flow, u"✅ Text inserted + stats updated — TOTAL: %1ms"_s.arg(sinceStop(dictation)));
     m_with.history.add(text, dictation.durationSeconds);
     const qsizetype words = countWords(text);
     if (words > 0 && m_with.account.isLoggedIn())

@@ -13,6 +13,8 @@
 #include <QThreadPool>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -35,9 +37,9 @@ bool isPageAddress(const QString &address) {
 /// The record in the reply to a refresh, where it has one.
 std::optional<VelmoUser> userIn(const HttpReply &reply) {
     const auto object = json::object(reply.body);
-    if (reply.status != kOk || !object || !object->value(QLatin1StringView("user")).isObject())
+    if (reply.status != kOk || !object || !object->value("user"_L1).isObject())
         return std::nullopt;
-    const auto user = decodeUser(object->value(QLatin1StringView("user")).toObject());
+    const auto user = decodeUser(object->value("user"_L1).toObject());
     return user ? std::optional(*user) : std::nullopt;
 }
 
@@ -114,7 +116,7 @@ void AuthManager::signInWithApple() {
         setAuthError(QString());
     })();
     if (!isPageAddress(m_attempt.address)) {
-        log(LogTag::Auth, QStringLiteral("Failed to build Apple OAuth URL"));
+        log(LogTag::Auth, u"Failed to build Apple OAuth URL"_s);
         endAttempt();
         return;
     }
@@ -137,16 +139,16 @@ void AuthManager::abandonExchange() {
 }
 
 QString AuthManager::appleCallbackURL() const {
-    return m_origin.baseURL() + QStringLiteral("/api/auth/apple/callback");
+    return m_origin.baseURL() + u"/api/auth/apple/callback"_s;
 }
 
 QString AuthManager::addressFor(const QString &state) const {
-    return m_authorizationOrigin + QStringLiteral("/auth/authorize?") +
+    return m_authorizationOrigin + u"/auth/authorize?"_s +
            queryText({{"client_id", appleServicesID},
                       {"redirect_uri", appleCallbackURL()},
-                      {"response_type", QStringLiteral("code id_token")},
-                      {"scope", QStringLiteral("name email")},
-                      {"response_mode", QStringLiteral("form_post")},
+                      {"response_type", u"code id_token"_s},
+                      {"scope", u"name email"_s},
+                      {"response_mode", u"form_post"_s},
                       {"state", state}});
 }
 
@@ -157,27 +159,27 @@ void AuthManager::webSessionEnded(const WebAuthentication::Outcome &outcome) {
         return;
     }
     if (outcome)
-        log(LogTag::Auth, QStringLiteral("No callback URL received"));
+        log(LogTag::Auth, u"No callback URL received"_s);
     else if (outcome.error().kind == Kind::NotStarted)
-        log(LogTag::Auth, QStringLiteral("Failed to start web auth session"));
+        log(LogTag::Auth, u"Failed to start web auth session"_s);
     else if (outcome.error().kind == Kind::Cancelled)
-        log(LogTag::Auth, QStringLiteral("User cancelled sign-in"));
+        log(LogTag::Auth, u"User cancelled sign-in"_s);
     else
-        log(LogTag::Auth, QStringLiteral("Web auth error: ") + outcome.error().description);
+        log(LogTag::Auth, u"Web auth error: "_s + outcome.error().description);
     endAttempt();
 }
 
 void AuthManager::handleCallback(const QString &address) {
     const auto callback = readCallback(address, m_attempt.state);
     if (callback) {
-        log(LogTag::Auth, QStringLiteral("Got Apple id_token, exchanging via /api/auth/apple..."));
+        log(LogTag::Auth, u"Got Apple id_token, exchanging via /api/auth/apple..."_s);
         exchange(*callback);
     } else if (callback.error() == CallbackProblem::Unparseable) {
-        log(LogTag::Auth, QStringLiteral("Failed to parse callback URL"));
-        endAttempt(QStringLiteral("Sign-in failed — invalid callback. Please try again."));
+        log(LogTag::Auth, u"Failed to parse callback URL"_s);
+        endAttempt(u"Sign-in failed — invalid callback. Please try again."_s);
     } else {
-        log(LogTag::Auth, QStringLiteral("Missing id_token in callback URL"));
-        endAttempt(QStringLiteral("Sign-in failed — no token received from Apple. Please try again."));
+        log(LogTag::Auth, u"Missing id_token in callback URL"_s);
+        endAttempt(u"Sign-in failed — no token received from Apple. Please try again."_s);
     }
 }
 
@@ -212,7 +214,7 @@ void AuthManager::beginSession(const VelmoUser &user) {
     setAuthError(QString());
     setCurrentUser(user);
     setLoggedIn(true);
-    log(LogTag::Auth, QStringLiteral("Signed in as ") + user.email.value_or(user.id));
+    log(LogTag::Auth, u"Signed in as "_s + user.email.value_or(user.id));
     if (onSignedIn)
         onSignedIn();
 }
@@ -234,7 +236,7 @@ void AuthManager::signOut() {
         setCurrentUser(std::nullopt);
         setLoggedIn(false);
     })();
-    log(LogTag::Auth, QStringLiteral("Signed out"));
+    log(LogTag::Auth, u"Signed out"_s);
 }
 
 void AuthManager::refreshUser() {
@@ -253,7 +255,7 @@ void AuthManager::refreshEnded(int session, const HttpOutcome &outcome) {
     if (!outcome || session != m_token.session())
         return;
     if (outcome->status == kUnauthorized) {
-        log(LogTag::Auth, QStringLiteral("Token expired, signing out"));
+        log(LogTag::Auth, u"Token expired, signing out"_s);
         signOut();
     } else if (const auto user = userIn(*outcome)) {
         m_with.preferences.set(keys::user, encodeUser(*user));

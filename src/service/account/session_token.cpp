@@ -7,6 +7,8 @@
 #include <QStringDecoder>
 #include <QThreadPool>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -137,7 +139,7 @@ void SessionToken::note(const QString &failure) {
     }
     m_failureChanged();
     if (!failure.isEmpty())
-        log(LogTag::Auth, QStringLiteral("The session token is out of reach: ") + failure);
+        log(LogTag::Auth, u"The session token is out of reach: "_s + failure);
 }
 
 } // namespace velmo

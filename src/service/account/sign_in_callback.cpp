@@ -5,6 +5,8 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -17,9 +19,8 @@ std::optional<QString> item(const QUrlQuery &query, const QString &name) {
 
 std::optional<FullName> fullNameIn(const QString &userText) {
     const QJsonObject user = json::object(userText.toUtf8()).value_or(QJsonObject());
-    const QJsonObject name = user.value(QLatin1StringView("name")).toObject();
-    const FullName fullName{json::string(name, QLatin1StringView("firstName")),
-                            json::string(name, QLatin1StringView("lastName"))};
+    const QJsonObject name = user.value("name"_L1).toObject();
+    const FullName fullName{json::string(name, "firstName"_L1), json::string(name, "lastName"_L1)};
     return fullName == FullName() ? std::nullopt : std::optional(fullName);
 }
 
@@ -30,13 +31,13 @@ Result<SignInCallback, CallbackProblem> readCallback(const QString &address, con
     if (!url.isValid())
         return failed(CallbackProblem::Unparseable);
     const QUrlQuery query(url);
-    const auto idToken = item(query, QStringLiteral("id_token"));
-    const QString stateItem = QStringLiteral("state");
+    const auto idToken = item(query, u"id_token"_s);
+    const QString stateItem = u"state"_s;
     const bool isOfAnotherAttempt =
         query.hasQueryItem(stateItem) && item(query, stateItem).value_or(QString()) != state;
     if (!idToken || isOfAnotherAttempt)
         return failed(CallbackProblem::MissingIdToken);
-    return SignInCallback{*idToken, fullNameIn(item(query, QStringLiteral("user")).value_or(QString()))};
+    return SignInCallback{*idToken, fullNameIn(item(query, u"user"_s).value_or(QString()))};
 }
 
 } // namespace velmo

@@ -4,6 +4,8 @@
 
 #include <QJsonDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -15,39 +17,37 @@ constexpr int kOk = 200;
 QJsonObject nameObject(const FullName &name) {
     QJsonObject object;
     if (name.givenName)
-        object.insert(QLatin1StringView("givenName"), *name.givenName);
+        object.insert("givenName"_L1, *name.givenName);
     if (name.familyName)
-        object.insert(QLatin1StringView("familyName"), *name.familyName);
+        object.insert("familyName"_L1, *name.familyName);
     return object;
 }
 
 ExchangeFailure noResponse() {
-    return {QStringLiteral("Token exchange failed: no response"),
-            QStringLiteral("Sign-in failed — no response from server.")};
+    return {u"Token exchange failed: no response"_s, u"Sign-in failed — no response from server."_s};
 }
 
 ExchangeFailure unreadable(const QString &reason) {
-    return {QStringLiteral("Failed to parse auth response: ") + reason,
-            QStringLiteral("Sign-in failed — couldn't read server response.")};
+    return {u"Failed to parse auth response: "_s + reason,
+            u"Sign-in failed — couldn't read server response."_s};
 }
 
 ExchangeFailure unexpected() {
-    return {QStringLiteral("Unexpected response format"),
-            QStringLiteral("Sign-in failed — unexpected server response.")};
+    return {u"Unexpected response format"_s, u"Sign-in failed — unexpected server response."_s};
 }
 
 ExchangeFailure refused(int status) {
-    return {QStringLiteral("Token exchange failed: HTTP %1").arg(status),
-            QStringLiteral("Sign-in failed (server error %1). Please try again.").arg(status)};
+    return {u"Token exchange failed: HTTP %1"_s.arg(status),
+            u"Sign-in failed (server error %1). Please try again."_s.arg(status)};
 }
 
 ExchangeFailure notReached(const TransportFailure &failure) {
     if (failure.kind == TransportFailure::Kind::InvalidReply)
         return noResponse();
     const QString message = failure.kind == TransportFailure::Kind::TimedOut
-                                ? QStringLiteral("Server took too long to respond. Please try again.")
-                                : QStringLiteral("Sign-in failed: ") + failure.description;
-    return {QStringLiteral("Token exchange failed: ") + failure.description, message};
+                                ? u"Server took too long to respond. Please try again."_s
+                                : u"Sign-in failed: "_s + failure.description;
+    return {u"Token exchange failed: "_s + failure.description, message};
 }
 
 ExchangeResult sessionIn(const QByteArray &body) {
@@ -55,8 +55,8 @@ ExchangeResult sessionIn(const QByteArray &body) {
     const QJsonDocument document = QJsonDocument::fromJson(body, &error);
     if (error.error != QJsonParseError::NoError)
         return failed(unreadable(error.errorString()));
-    const auto token = json::string(document.object(), QLatin1StringView("token"));
-    const QJsonValue user = document.object().value(QLatin1StringView("user"));
+    const auto token = json::string(document.object(), "token"_L1);
+    const QJsonValue user = document.object().value("user"_L1);
     if (!token || !user.isObject())
         return failed(unexpected());
     const auto decoded = decodeUser(user.toObject());
@@ -68,9 +68,9 @@ ExchangeResult sessionIn(const QByteArray &body) {
 } // namespace
 
 QByteArray exchangeBody(const SignInCallback &callback) {
-    QJsonObject body{{QLatin1StringView("identityToken"), callback.idToken}};
+    QJsonObject body{{"identityToken"_L1, callback.idToken}};
     if (callback.fullName)
-        body.insert(QLatin1StringView("fullName"), nameObject(*callback.fullName));
+        body.insert("fullName"_L1, nameObject(*callback.fullName));
     return json::compact(body);
 }
 

@@ -4,6 +4,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -16,9 +18,9 @@ struct OptionalMember {
 };
 
 constexpr std::array kOptionalMembers = {
-    OptionalMember{QLatin1StringView("email"), &VelmoUser::email},
-    OptionalMember{QLatin1StringView("name"), &VelmoUser::name},
-    OptionalMember{QLatin1StringView("referralCode"), &VelmoUser::referralCode},
+    OptionalMember{"email"_L1, &VelmoUser::email},
+    OptionalMember{"name"_L1, &VelmoUser::name},
+    OptionalMember{"referralCode"_L1, &VelmoUser::referralCode},
 };
 
 } // namespace
@@ -26,14 +28,14 @@ constexpr std::array kOptionalMembers = {
 Result<VelmoUser, QString> decodeUser(const QJsonObject &object) {
     const auto id = json::string(object, kId);
     if (!id)
-        return failed(QStringLiteral("the user's \"id\" is no string"));
+        return failed(u"the user's \"id\" is no string"_s);
     VelmoUser user{*id, {}, {}, {}};
     for (const OptionalMember &member : kOptionalMembers) {
         const QJsonValue value = object.value(member.name);
         if (value.isUndefined() || value.isNull())
             continue;
         if (!value.isString())
-            return failed(QStringLiteral("the user's \"%1\" is no string").arg(member.name));
+            return failed(u"the user's \"%1\" is no string"_s.arg(member.name));
         user.*member.field = value.toString();
     }
     return user;

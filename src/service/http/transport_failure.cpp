@@ -1,5 +1,7 @@
 #include "service/http/transport_failure.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -11,21 +13,21 @@ TransportFailure network(const QString &description) {
 }
 
 TransportFailure invalidReply() {
-    return {Kind::InvalidReply, QStringLiteral("The server's reply could not be understood.")};
+    return {Kind::InvalidReply, u"The server's reply could not be understood."_s};
 }
 
 } // namespace
 
 TransportFailure timedOut() {
-    return {Kind::TimedOut, QStringLiteral("The server did not answer in time.")};
+    return {Kind::TimedOut, u"The server did not answer in time."_s};
 }
 
 TransportFailure connectionLost() {
-    return network(QStringLiteral("The connection was lost."));
+    return network(u"The connection was lost."_s);
 }
 
 TransportFailure invalidAddress() {
-    return {Kind::InvalidAddress, QStringLiteral("Invalid URL")};
+    return {Kind::InvalidAddress, u"Invalid URL"_s};
 }
 
 TransportFailure failureOf(CURLcode code) {
@@ -34,10 +36,10 @@ TransportFailure failureOf(CURLcode code) {
         return timedOut();
     case CURLE_COULDNT_RESOLVE_HOST:
     case CURLE_COULDNT_RESOLVE_PROXY:
-        return network(QStringLiteral("The server could not be found."));
+        return network(u"The server could not be found."_s);
     case CURLE_COULDNT_CONNECT:
     case CURLE_PROXY:
-        return network(QStringLiteral("Could not connect to the server."));
+        return network(u"Could not connect to the server."_s);
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CACERT_BADFILE:
@@ -45,7 +47,7 @@ TransportFailure failureOf(CURLcode code) {
     case CURLE_SSL_CIPHER:
     case CURLE_SSL_ISSUER_ERROR:
     case CURLE_SSL_INVALIDCERTSTATUS:
-        return network(QStringLiteral("No secure connection could be made."));
+        return network(u"No secure connection could be made."_s);
     case CURLE_GOT_NOTHING:
     case CURLE_SEND_ERROR:
     case CURLE_RECV_ERROR:
@@ -64,7 +66,7 @@ TransportFailure failureOf(CURLcode code) {
     case CURLE_OUT_OF_MEMORY:
         return invalidReply();
     default:
-        return network(QStringLiteral("The exchange with the server failed."));
+        return network(u"The exchange with the server failed."_s);
     }
 }
 

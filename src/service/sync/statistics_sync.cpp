@@ -6,6 +6,8 @@
 #include "store/history_store.h"
 #include "store/word_count.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -20,11 +22,11 @@ UsageTotals totalsIn(const SyncBody &reply, const UsageTotals &whenAbsent) {
 }
 
 QString described(const UsageTotals &totals) {
-    return QStringLiteral("%1w/%2s").arg(totals.words).arg(totals.sessions);
+    return u"%1w/%2s"_s.arg(totals.words).arg(totals.sessions);
 }
 
 QString spelledOut(const UsageTotals &totals) {
-    return QStringLiteral("%1 words, %2 sessions").arg(totals.words).arg(totals.sessions);
+    return u"%1 words, %2 sessions"_s.arg(totals.words).arg(totals.sessions);
 }
 
 } // namespace
@@ -50,8 +52,7 @@ void StatisticsSync::sync(const Completion &completion) {
                                         completion);
                                     return;
                                 }
-                                log(LogTag::Sync,
-                                    QStringLiteral("Pull stats failed: ") + reply.error().description());
+                                log(LogTag::Sync, u"Pull stats failed: "_s + reply.error().description());
                                 completion(false);
                             });
         },
@@ -62,8 +63,8 @@ void StatisticsSync::pulled(const QString &token, const UsageTotals &server, con
     const UsageTotals local = localTotals();
     const UsageTotals shown = largerTotals(server, local);
     m_show(shown);
-    log(LogTag::Sync, QStringLiteral("Pulled stats: server=%1, local=%2 → showing %3")
-                          .arg(described(server), described(local), described(shown)));
+    log(LogTag::Sync, u"Pulled stats: server=%1, local=%2 → showing %3"_s.arg(
+                          described(server), described(local), described(shown)));
     if (isAhead(local, server))
         pushLocal(token, local, shown, completion);
     else
@@ -72,17 +73,16 @@ void StatisticsSync::pulled(const QString &token, const UsageTotals &server, con
 
 void StatisticsSync::pushLocal(const QString &token, const UsageTotals &local, const UsageTotals &shown,
                                const Completion &completion) {
-    log(LogTag::Sync, QStringLiteral("Local > server, pushing stats: ") + spelledOut(local));
+    log(LogTag::Sync, u"Local > server, pushing stats: "_s + spelledOut(local));
     const QJsonObject body{{kTotalWords, local.words}, {kTotalSessions, local.sessions}};
     m_exchange.send(RequestKind::StatisticsPush, token, json::compact(body),
                     [this, shown, completion](const SyncReply &reply) {
                         if (reply) {
                             const UsageTotals merged = totalsIn(*reply, shown);
                             m_show(merged);
-                            log(LogTag::Sync, QStringLiteral("Stats pushed, merged: ") + spelledOut(merged));
+                            log(LogTag::Sync, u"Stats pushed, merged: "_s + spelledOut(merged));
                         } else {
-                            log(LogTag::Sync,
-                                QStringLiteral("Stats push failed: ") + reply.error().description());
+                            log(LogTag::Sync, u"Stats push failed: "_s + reply.error().description());
                         }
                         completion(reply.has_value());
                     });
@@ -95,10 +95,9 @@ void StatisticsSync::increment(qint64 words, const Completion &completion) {
                 RequestKind::StatisticsIncrement, token, json::compact(QJsonObject{{kWords, words}}),
                 [words, completion](const SyncReply &reply) {
                     if (reply)
-                        log(LogTag::Sync, QStringLiteral("Incremented stats: +%1 words").arg(words));
+                        log(LogTag::Sync, u"Incremented stats: +%1 words"_s.arg(words));
                     else
-                        log(LogTag::Sync,
-                            QStringLiteral("Increment stats failed: ") + reply.error().description());
+                        log(LogTag::Sync, u"Increment stats failed: "_s + reply.error().description());
                     completion(reply.has_value());
                 });
         },

@@ -7,25 +7,27 @@
 
 #include <QThreadPool>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kDomain = QStringLiteral("SyncManager");
+const QString kDomain = u"SyncManager"_s;
 
 SyncFailure failureOf(const TransportFailure &failure) {
     using Kind = TransportFailure::Kind;
     switch (failure.kind) {
     case Kind::InvalidAddress:
-        return {kDomain, -1, QStringLiteral("Invalid URL")};
+        return {kDomain, -1, u"Invalid URL"_s};
     case Kind::InvalidReply:
-        return {kDomain, -2, QStringLiteral("No response")};
+        return {kDomain, -2, u"No response"_s};
     case Kind::TimedOut:
-        return {QStringLiteral("Transport"), -1001, failure.description};
+        return {u"Transport"_s, -1001, failure.description};
     case Kind::Network:
         break;
     }
-    return {QStringLiteral("Transport"), -1, failure.description};
+    return {u"Transport"_s, -1, failure.description};
 }
 
 bool isSuccess(int status) {
@@ -35,7 +37,7 @@ bool isSuccess(int status) {
 } // namespace
 
 QString SyncFailure::description() const {
-    return QStringLiteral("Error Domain=%1 Code=%2 \"%3\"").arg(domain, QString::number(code), message);
+    return u"Error Domain=%1 Code=%2 \"%3\""_s.arg(domain, QString::number(code), message);
 }
 
 SyncReply syncReply(const HttpOutcome &outcome) {
@@ -43,8 +45,8 @@ SyncReply syncReply(const HttpOutcome &outcome) {
         return failed(failureOf(outcome.error()));
     if (!isSuccess(outcome->status)) {
         const auto message = errorMemberOf(*outcome);
-        return failed(SyncFailure{kDomain, outcome->status,
-                                  message.value_or(QStringLiteral("HTTP %1").arg(outcome->status))});
+        return failed(
+            SyncFailure{kDomain, outcome->status, message.value_or(u"HTTP %1"_s.arg(outcome->status))});
     }
     return SyncBody{outcome->body, json::object(outcome->body).value_or(QJsonObject())};
 }

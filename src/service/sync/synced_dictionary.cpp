@@ -5,17 +5,16 @@
 #include "store/dictionary_words.h"
 #include "store/preference_keys.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 const SyncedList::Lines kLines = {
-    QStringLiteral("Pull dictionary failed: "),
-    QStringLiteral("Pushed %1 local dictionary words (pull failed)"),
-    QStringLiteral("Dictionary push failed: "),
-    QStringLiteral("Dictionary pushed %1 words to server"),
-    QStringLiteral("Push dictionary failed: "),
-    QStringLiteral("Pushed %1 dictionary words"),
+    u"Pull dictionary failed: "_s, u"Pushed %1 local dictionary words (pull failed)"_s,
+    u"Dictionary push failed: "_s, u"Dictionary pushed %1 words to server"_s,
+    u"Push dictionary failed: "_s, u"Pushed %1 dictionary words"_s,
 };
 
 constexpr QLatin1StringView kWords{"words"};
@@ -57,13 +56,13 @@ public:
         const auto tombstones = setOf(stringsOf(reply.value(kDeletedWords)));
         const auto removedMeanwhile = setOf(parseDictionary(storedAtPull)).subtract(setOf(local));
         const auto merged = mergeDictionary(local, server, tombstones, removedMeanwhile);
-        return {serialiseDictionary(merged.words),
-                QStringLiteral("Dictionary merged: %1 local + %2 server → %3 union → %4 after %5 tombstones")
-                    .arg(local.size())
-                    .arg(server.size())
-                    .arg(merged.unionCount)
-                    .arg(merged.words.size())
-                    .arg(tombstones.size())};
+        return {
+            serialiseDictionary(merged.words),
+            u"Dictionary merged: %1 local + %2 server → %3 union → %4 after %5 tombstones"_s.arg(local.size())
+                .arg(server.size())
+                .arg(merged.unionCount)
+                .arg(merged.words.size())
+                .arg(tombstones.size())};
     }
 };
 

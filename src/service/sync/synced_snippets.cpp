@@ -5,14 +5,16 @@
 #include "service/sync/synced_list.h"
 #include "store/preference_keys.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 const SyncedList::Lines kLines = {
-    QStringLiteral("Pull snippets failed: "), QStringLiteral("Pushed %1 local snippets (pull failed)"),
-    QStringLiteral("Snippets push failed: "), QStringLiteral("Snippets pushed %1 to server"),
-    QStringLiteral("Push snippets failed: "), QStringLiteral("Pushed %1 snippets"),
+    u"Pull snippets failed: "_s, u"Pushed %1 local snippets (pull failed)"_s,
+    u"Snippets push failed: "_s, u"Snippets pushed %1 to server"_s,
+    u"Push snippets failed: "_s, u"Pushed %1 snippets"_s,
 };
 
 constexpr QLatin1StringView kSnippets{"snippets"};
@@ -76,8 +78,7 @@ public:
         const auto removedMeanwhile = triggersOf(recordsIn(storedAtPull)).subtract(triggersOf(local));
         const QJsonArray merged = mergeSnippets(local, server, removedMeanwhile);
         return {QString::fromUtf8(json::compact(merged)),
-                QStringLiteral("Snippets merged: %1 local + %2 server → %3 total")
-                    .arg(local.size())
+                u"Snippets merged: %1 local + %2 server → %3 total"_s.arg(local.size())
                     .arg(server.size())
                     .arg(merged.size())};
     }

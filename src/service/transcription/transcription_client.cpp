@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -33,13 +35,12 @@ OpenRecording openRecording(const QString &path) {
     if (!info.exists())
         return failed(TranscriptionError::fileNotFound());
     if (info.size() < kSmallestRecording) {
-        log(LogTag::Tx, QStringLiteral("File too small: %1 bytes").arg(info.size()));
+        log(LogTag::Tx, u"File too small: %1 bytes"_s.arg(info.size()));
         return failed(TranscriptionError::fileTooSmall());
     }
-    log(LogTag::Tx, QStringLiteral("File size: %1 bytes").arg(info.size()));
+    log(LogTag::Tx, u"File size: %1 bytes"_s.arg(info.size()));
     if (info.size() > kLargestRecording)
-        return failed(
-            TranscriptionError::networkError(QStringLiteral("The recording is too large to upload.")));
+        return failed(TranscriptionError::networkError(u"The recording is too large to upload."_s));
     auto file = std::make_shared<QFile>(path);
     if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failed(TranscriptionError::fileNotFound());
@@ -47,25 +48,25 @@ OpenRecording openRecording(const QString &path) {
 }
 
 void logUpload(const QString &path, qsizetype bodySize) {
-    log(LogTag::Latency, QStringLiteral("Uploading %1KB audio (%2KB total) to Whisper")
-                             .arg(QFileInfo(path).size() / kKilobyte)
-                             .arg(bodySize / kKilobyte));
+    log(LogTag::Latency,
+        u"Uploading %1KB audio (%2KB total) to Whisper"_s.arg(QFileInfo(path).size() / kKilobyte)
+            .arg(bodySize / kKilobyte));
 }
 
 TranscriptionResult transcriptOf(const QJsonObject &reply) {
-    const auto text = json::string(reply, QLatin1StringView("text"));
+    const auto text = json::string(reply, "text"_L1);
     if (!text)
         return failed(TranscriptionError::invalidResponse());
-    const auto language = json::string(reply, QLatin1StringView("detectedLanguage"));
-    log(LogTag::Tx, QStringLiteral("Success: %1... (lang: %2)")
-                        .arg(firstCharacters(*text, kLoggedCharacters),
-                             language ? QStringView(*language) : QStringView(u"nil")));
+    const auto language = json::string(reply, "detectedLanguage"_L1);
+    log(LogTag::Tx,
+        u"Success: %1... (lang: %2)"_s.arg(firstCharacters(*text, kLoggedCharacters),
+                                           language ? QStringView(*language) : QStringView(u"nil")));
     return Transcript{*text, language};
 }
 
 TranscriptionResult resultOf(const HttpOutcome &outcome, Clock::time_point sent) {
     const std::chrono::duration<double, std::milli> elapsed = Clock::now() - sent;
-    log(LogTag::Latency, QStringLiteral("Whisper upload+response: %1ms").arg(fixed(elapsed.count(), 0)));
+    log(LogTag::Latency, u"Whisper upload+response: %1ms"_s.arg(fixed(elapsed.count(), 0)));
     return objectOf(outcome).and_then(transcriptOf);
 }
 

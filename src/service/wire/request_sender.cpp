@@ -5,6 +5,8 @@
 #include "store/preference_keys.h"
 #include "store/preferences.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -37,7 +39,7 @@ RequestSender senderOfUpload(TokenSource &tokens, Preferences &preferences) {
 
 RequestSender senderOfText(TokenSource &tokens, const Preferences &preferences) {
     return {tokens.authToken(), preferences.string(keys::deviceId),
-            preferences.string(keys::selectedMode).value_or(QStringLiteral("accurate"))};
+            preferences.string(keys::selectedMode).value_or(u"accurate"_s)};
 }
 
 } // namespace velmo

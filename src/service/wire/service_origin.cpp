@@ -5,6 +5,8 @@
 #include <QUrl>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -18,26 +20,26 @@ QString withoutTrailingSlash(QString text) {
 /// The piece of an address that makes it more than an origin, if any. A user part or query may hold a secret.
 std::optional<QString> surplusPieceOf(const QUrl &url) {
     if (url.authority(QUrl::FullyEncoded).contains(u'@'))
-        return QStringLiteral("a user part");
+        return u"a user part"_s;
     if (!url.path().isEmpty())
-        return QStringLiteral("a path (\"%1\")").arg(url.path());
+        return u"a path (\"%1\")"_s.arg(url.path());
     if (url.hasQuery())
-        return QStringLiteral("a query");
+        return u"a query"_s;
     if (url.hasFragment())
-        return QStringLiteral("a fragment");
+        return u"a fragment"_s;
     return std::nullopt;
 }
 
 std::optional<QString> faultOf(const QUrl &url) {
     if (!url.isValid() || url.host().isEmpty())
-        return QStringLiteral("it is no address");
+        return u"it is no address"_s;
     if (const auto surplus = surplusPieceOf(url))
-        return QStringLiteral("it has ") + *surplus;
+        return u"it has "_s + *surplus;
     if (url.scheme() == u"http" && !isLoopbackHost(url.host()))
-        return QStringLiteral("it begins with http, which is for this machine only, and \"%1\" is another")
-            .arg(url.host());
+        return u"it begins with http, which is for this machine only, and \"%1\" is another"_s.arg(
+            url.host());
     if (url.scheme() != u"http" && url.scheme() != u"https")
-        return QStringLiteral("its scheme is \"%1\"").arg(url.scheme());
+        return u"its scheme is \"%1\""_s.arg(url.scheme());
     return std::nullopt;
 }
 
@@ -47,9 +49,8 @@ Result<ServiceOrigin, QString> ServiceOrigin::parse(const QString &text) {
     QString baseURL = withoutTrailingSlash(text);
     const QUrl url(baseURL, QUrl::StrictMode);
     if (const auto fault = faultOf(url))
-        return failed(QStringLiteral("The service's address must be a scheme and a host, such as "
-                                     "https://velmo.example; %1.")
-                          .arg(*fault));
+        return failed(u"The service's address must be a scheme and a host, such as "
+                      "https://velmo.example; %1."_s.arg(*fault));
     return ServiceOrigin(std::move(baseURL), isLoopbackHost(url.host()));
 }
 

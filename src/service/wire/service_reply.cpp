@@ -2,6 +2,8 @@
 
 #include "base/json.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -25,7 +27,7 @@ TranscriptionError errorOf(const TransportFailure &failure) {
 
 std::optional<QString> errorMemberOf(const HttpReply &reply) {
     const auto object = json::object(reply.body);
-    return object ? json::string(*object, QLatin1StringView("error")) : std::nullopt;
+    return object ? json::string(*object, "error"_L1) : std::nullopt;
 }
 
 Result<QJsonObject, TranscriptionError> objectOf(const HttpOutcome &outcome) {

@@ -1,5 +1,7 @@
 #include "service/wire/transcription_error.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 TranscriptionError TranscriptionError::networkError(QString message) {
@@ -34,18 +36,17 @@ TranscriptionError TranscriptionError::timeout() {
 QString TranscriptionError::localizedDescription() const {
     switch (m_case) {
     case Case::networkError:
-        return QStringLiteral("Network error: %1").arg(m_message.value_or(QString()));
+        return u"Network error: %1"_s.arg(m_message.value_or(QString()));
     case Case::serverError:
-        return QStringLiteral("Server error %1: %2")
-            .arg(QString::number(m_status), m_message.value_or(QStringLiteral("unknown")));
+        return u"Server error %1: %2"_s.arg(QString::number(m_status), m_message.value_or(u"unknown"_s));
     case Case::fileNotFound:
-        return QStringLiteral("Recording file not found");
+        return u"Recording file not found"_s;
     case Case::fileTooSmall:
-        return QStringLiteral("Recording too short");
+        return u"Recording too short"_s;
     case Case::invalidResponse:
-        return QStringLiteral("Invalid server response");
+        return u"Invalid server response"_s;
     case Case::timeout:
-        return QStringLiteral("Request timed out");
+        return u"Request timed out"_s;
     }
     return {};
 }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -34,7 +36,7 @@ QString languageDisplayName(const QString &code) {
 QString vocabularyInstruction(const QStringList &dictionaryWords) {
     if (dictionaryWords.isEmpty())
         return {};
-    return prompt::beforeVocabulary.toString() + dictionaryWords.join(QStringLiteral(", "));
+    return prompt::beforeVocabulary.toString() + dictionaryWords.join(u", "_s);
 }
 
 QString buildSystemPrompt(const QString &modePrompt, const QString &language,

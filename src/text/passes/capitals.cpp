@@ -6,6 +6,8 @@
 #include "text/passes/line_breaks.h"
 #include "text/tables/language_sets.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -39,7 +41,7 @@ QString capitaliseEnglishI(const QString &text, const CleanupContext &context) {
     // Scandinavians say "i" (in) in every other sentence.
     if (!context.languages.contains(u"en") || context.detected(isScandinavian))
         return text;
-    static const Pattern i(QStringLiteral("\\bi\\b"));
+    static const Pattern i(u"\\bi\\b"_s);
     return i.replaced(text, u"I");
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -29,7 +31,7 @@ QStringList spokenAmong(const QStringList &selected, const QString &spoken) {
 /// The rules of every selected language apply, unless the person wants only those of the language spoken.
 QStringList ruleLanguages(const Preferences &preferences, const std::optional<QString> &detected) {
     const QStringList selected = languageCodes(selectedLanguagesText(preferences));
-    if (!detected || preferences.string(keys::ruleScope) != QStringLiteral("spoken"))
+    if (!detected || preferences.string(keys::ruleScope) != u"spoken"_s)
         return selected;
     const QStringList spoken = spokenAmong(selected, *detected);
     return spoken.isEmpty() ? selected : spoken;

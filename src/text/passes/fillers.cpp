@@ -10,6 +10,8 @@
 #include <map>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -77,7 +79,7 @@ std::vector<const Filler *> fillersToRemove(const CleanupContext &context) {
 QString removeFillers(const QString &text, const CleanupContext &context) {
     PhraseText remaining(text);
     for (const Filler *filler : fillersToRemove(context))
-        remaining.replaceAll(filler->phrase, QStringLiteral(" "));
+        remaining.replaceAll(filler->phrase, u" "_s);
     return remaining.text();
 }
 

@@ -11,6 +11,8 @@
 #include <array>
 #include <unicode/uchar.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -116,9 +118,9 @@ bool isPromptEcho(const QString &text, const std::optional<QString> &prompt) {
     const double ratio = static_cast<double>(matches.size()) / static_cast<double>(words.size());
     const bool isEcho = reachesThreshold(matches.size(), words.size(), ratio);
     log(LogTag::Hallucination,
-        QStringLiteral("%1/%2 long words match (%3%) detected=%4 matched=%5")
-            .arg(QString::number(matches.size()), QString::number(words.size()), fixed(ratio * 100, 0),
-                 isEcho ? QStringLiteral("true") : QStringLiteral("false"), matches.join(u',')));
+        u"%1/%2 long words match (%3%) detected=%4 matched=%5"_s.arg(
+            QString::number(matches.size()), QString::number(words.size()), fixed(ratio * 100, 0),
+            isEcho ? u"true"_s : u"false"_s, matches.join(u',')));
     return isEcho;
 }
 

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 QString withinLine(QStringView expression) {
-    return expression.toString().replace(QStringLiteral("\\s"), QStringLiteral("[\\s--[\u2028\u2029]]"));
+    return expression.toString().replace(u"\\s"_s, u"[\\s--[\u2028\u2029]]"_s);
 }
 
 QString foldTranscriptBreaks(const QString &text, const CleanupContext &) {

@@ -8,6 +8,8 @@
 
 #include <deque>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -36,17 +38,15 @@ QString inBokmal(const QString &text) {
 
 /// "NO" stays: it is an abbreviation.
 QString withNowForNo(const QString &text) {
-    static const Pattern no(QStringLiteral("(?:^|(?<=[.!?]\\s)|(?<=[,;]\\s))\\b([Nn])o\\b"),
-                            Pattern::Multiline);
+    static const Pattern no(u"(?:^|(?<=[.!?]\\s)|(?<=[,;]\\s))\\b([Nn])o\\b"_s, Pattern::Multiline);
     return no.replaced(text, u"$1å");
 }
 
 } // namespace
 
 bool looksNorwegian(const QString &text) {
-    static const Pattern nordicLetter(QStringLiteral("[æøåäö]"));
-    static const Pattern commonWord(
-        QStringLiteral("\\b(ikke|også|bare|hvordan|hvorfor|mellom|jobb|takk|jeg|det|er)\\b"));
+    static const Pattern nordicLetter(u"[æøåäö]"_s);
+    static const Pattern commonWord(u"\\b(ikke|også|bare|hvordan|hvorfor|mellom|jobb|takk|jeg|det|er)\\b"_s);
     const QString lower = lowerCased(text);
     return nordicLetter.occursIn(lower) || commonWord.occursIn(lower);
 }

@@ -3,11 +3,13 @@
 #include "base/pattern.h"
 #include "text/passes/line_breaks.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 QString squeezeWhiteSpace(const QString &text, const CleanupContext &) {
     static const Pattern whiteSpace(withinLine(u"\\s+"));
-    static const Pattern breakWithSpace(QStringLiteral(" ?([\u2028\u2029]) ?"));
+    static const Pattern breakWithSpace(u" ?([\u2028\u2029]) ?"_s);
     return breakWithSpace.replaced(whiteSpace.replaced(text, u" "), u"$1");
 }
 
@@ -17,12 +19,12 @@ QString pullMarksToWords(const QString &text, const CleanupContext &) {
 }
 
 QString spaceOutMarks(const QString &text, const CleanupContext &) {
-    static const Pattern markBeforeWord(QStringLiteral("([.,!?;:])(?!\\s|$)"));
+    static const Pattern markBeforeWord(u"([.,!?;:])(?!\\s|$)"_s);
     return markBeforeWord.replaced(text, u"$1 ");
 }
 
 QString dropLeadingMark(const QString &text, const CleanupContext &) {
-    static const Pattern leadingMark(QStringLiteral("^\\s*[.,!?;:]\\s*"));
+    static const Pattern leadingMark(u"^\\s*[.,!?;:]\\s*"_s);
     return leadingMark.replaced(text, u"");
 }
 

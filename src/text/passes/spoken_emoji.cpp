@@ -7,13 +7,15 @@
 #include <QStringList>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 struct NamedEmoji {
     explicit NamedEmoji(const EmojiName &row)
-        : wholeName(withinLine(QStringLiteral("\\A(?:%1)\\z").arg(row.name)), Pattern::CaseInsensitive),
+        : wholeName(withinLine(u"\\A(?:%1)\\z"_s.arg(row.name)), Pattern::CaseInsensitive),
           emoji(row.emoji.toString()) {}
 
     Pattern wholeName;
@@ -26,8 +28,8 @@ struct NamedEmoji {
 QString anyPhrase() {
     QStringList names;
     for (const EmojiName &row : emojiNames())
-        names.append(QStringLiteral("(?:%1)\\b").arg(row.name));
-    return withinLine(QStringLiteral("\\bemoji(?>\\s+)(%1)").arg(names.join(u'|')));
+        names.append(u"(?:%1)\\b"_s.arg(row.name));
+    return withinLine(u"\\bemoji(?>\\s+)(%1)"_s.arg(names.join(u'|')));
 }
 
 /// The first row that knows the name. It is the row whose pattern alone would have replaced the phrase, had

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <unicode/uchar.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -52,8 +54,8 @@ QString corrected(QStringView token, const Vocabulary &vocabulary) {
     if (!correction)
         return token.toString();
     const QString replacement = isAllUpperCase(word) ? upperCased(correction->word) : correction->word;
-    log(LogTag::Dict, QStringLiteral("Fuzzy corrected: '%1' → '%2' (distance: %3)")
-                          .arg(word.toString(), replacement, QString::number(correction->distance)));
+    log(LogTag::Dict, u"Fuzzy corrected: '%1' → '%2' (distance: %3)"_s.arg(
+                          word.toString(), replacement, QString::number(correction->distance)));
     return replacement + token.sliced(word.size()).toString();
 }
 

@@ -9,6 +9,8 @@
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
+using namespace Qt::StringLiterals;
+
 void qml_register_types_Velmo_Controls();
 
 namespace velmo {
@@ -34,8 +36,8 @@ void prepareInterface() {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QQuickWindow::setDefaultAlphaBuffer(true);
     // Otherwise another typeface with black-and-white emoji comes first.
-    QFont::insertSubstitutions(QStringLiteral("Inter"), {QStringLiteral("Noto Color Emoji")});
-    QFont font(QStringLiteral("Inter"));
+    QFont::insertSubstitutions(u"Inter"_s, {u"Noto Color Emoji"_s});
+    QFont font(u"Inter"_s);
     font.setPixelSize(13);
     QGuiApplication::setFont(font);
     QGuiApplication::setPalette(lightPalette());

@@ -5,6 +5,8 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -27,7 +29,7 @@ QByteArray strokeOf(SymbolWeight weight) {
 }
 
 QByteArray storedDrawing(QStringView name) {
-    QFile file(QStringLiteral(":/velmo/symbols/%1.svg").arg(name));
+    QFile file(u":/velmo/symbols/%1.svg"_s.arg(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

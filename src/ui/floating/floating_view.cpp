@@ -3,6 +3,8 @@
 #include <QPainterPath>
 #include <QQuickItem>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -35,7 +37,7 @@ QRegion roundedRegion(const QRectF &area, qreal largestRadius) {
 FloatingView::FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows &desktop, Keyboard keyboard)
     : QQuickView(&engine, nullptr), m_queue(queue), m_desktop(desktop) {
     setFlags(flagsFor(keyboard));
-    setTitle(QStringLiteral("Velmo"));
+    setTitle(u"Velmo"_s);
     setColor(Qt::transparent);
     setResizeMode(SizeRootObjectToView);
     m_watch = m_desktop.watch(
@@ -45,7 +47,7 @@ FloatingView::FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows
 FloatingView::~FloatingView() = default;
 
 void FloatingView::setContent(const QUrl &component, QVariantMap properties) {
-    properties.insert(QStringLiteral("composited"), m_desktop.isComposited());
+    properties.insert(u"composited"_s, m_desktop.isComposited());
     setInitialProperties(properties);
     setSource(component);
     if (!rootObject())

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -80,7 +82,7 @@ QString AccountView::signInText() const {
 }
 
 QString AccountView::signInSymbol() const {
-    return m_with.isServiceOnThisMachine ? QStringLiteral("person.circle") : QStringLiteral("apple.logo");
+    return m_with.isServiceOnThisMachine ? u"person.circle"_s : u"apple.logo"_s;
 }
 
 void AccountView::setShown(bool isShown) {

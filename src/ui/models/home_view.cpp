@@ -15,16 +15,18 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 QList<StatisticCard> cards(const UsageStatistics &usage) {
     return {
-        {QStringLiteral("🏆"), QString::number(usage.daysOfUse), HomeView::tr("days")},
-        {QStringLiteral("🚀"), wordsText(usage.totalWords), HomeView::tr("words")},
-        {QStringLiteral("🎯"), QString::number(usage.wordsPerMinute), HomeView::tr("WPM")},
-        {QStringLiteral("⏱️"), timeSavedText(usage.minutesSaved), HomeView::tr("saved")},
+        {u"🏆"_s, QString::number(usage.daysOfUse), HomeView::tr("days")},
+        {u"🚀"_s, wordsText(usage.totalWords), HomeView::tr("words")},
+        {u"🎯"_s, QString::number(usage.wordsPerMinute), HomeView::tr("WPM")},
+        {u"⏱️"_s, timeSavedText(usage.minutesSaved), HomeView::tr("saved")},
     };
 }
 
@@ -56,7 +58,7 @@ void HomeView::dismissHeroCard() {
 
 QString HomeView::heroTitle() const {
     return tr("Hold %1 to dictate and let Velmo transcribe for you")
-        .arg(QStringLiteral("<b>%1</b>").arg(m_keyLabel.toHtmlEscaped()));
+        .arg(u"<b>%1</b>"_s.arg(m_keyLabel.toHtmlEscaped()));
 }
 
 QString HomeView::heroText() const {
@@ -68,7 +70,7 @@ QString HomeView::heroText() const {
 QString HomeView::emptyText() const {
     return m_with.canWatchKeys
                ? platform_texts::withTriggerKey(tr("Hold Fn or double-tap Fn to start dictating"), m_keyLabel)
-               : platform_texts::toggleCommandNote().remove(QRegularExpression(QStringLiteral("<[^>]*>")));
+               : platform_texts::toggleCommandNote().remove(QRegularExpression(u"<[^>]*>"_s));
 }
 
 void HomeView::copy(const QString &entryId) {

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 MainWindowView::MainWindowView(QString version) : m_version(std::move(version)) {}
@@ -15,18 +17,18 @@ void MainWindowView::selectPage(int page) {
 
 QList<SidebarItem> MainWindowView::mainPages() {
     return {
-        {Home, tr("Home"), QStringLiteral("house")},
-        {Dictionary, tr("Dictionary"), QStringLiteral("book")},
-        {Snippets, tr("Snippets"), QStringLiteral("text.quote")},
-        {Mode, tr("Mode"), QStringLiteral("textformat")},
-        {Notes, tr("Notes"), QStringLiteral("note.text")},
+        {Home, tr("Home"), u"house"_s},
+        {Dictionary, tr("Dictionary"), u"book"_s},
+        {Snippets, tr("Snippets"), u"text.quote"_s},
+        {Mode, tr("Mode"), u"textformat"_s},
+        {Notes, tr("Notes"), u"note.text"_s},
     };
 }
 
 QList<SidebarItem> MainWindowView::lowerPages() {
     return {
-        {Account, tr("Account"), QStringLiteral("person.circle")},
-        {Settings, tr("Settings"), QStringLiteral("gearshape")},
+        {Account, tr("Account"), u"person.circle"_s},
+        {Settings, tr("Settings"), u"gearshape"_s},
     };
 }
 

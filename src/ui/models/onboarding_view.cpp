@@ -7,6 +7,8 @@
 #include "platform/system_settings.h"
 #include "ui/models/platform_texts.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -124,7 +126,7 @@ OnboardingStep OnboardingView::accessibilityStep() const {
     step.hint = platform_texts::toggleCommandNote();
     if (m_with.systemSettings.canOpen(SystemSettings::Page::Keyboard)) {
         step.buttonText = platform_texts::openKeyboardSettings();
-        step.buttonSymbol = QStringLiteral("arrow.up.forward");
+        step.buttonSymbol = u"arrow.up.forward"_s;
     }
     return step;
 }

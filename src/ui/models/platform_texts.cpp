@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::platform_texts {
 
 namespace {
@@ -14,7 +16,7 @@ QString translated(const char *text) {
 
 QString withTriggerKey(QStringView text, QStringView keyLabel) {
     const QString label = keyLabel.toString().replace(u' ', QChar::Nbsp);
-    return text.toString().replace(QStringLiteral("Fn"), label);
+    return text.toString().replace(u"Fn"_s, label);
 }
 
 QString setupHint() {

@@ -12,12 +12,14 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kSpokenScope = QStringLiteral("spoken");
-const QString kSelectedScope = QStringLiteral("selected");
+const QString kSpokenScope = u"spoken"_s;
+const QString kSelectedScope = u"selected"_s;
 
 } // namespace
 
@@ -146,7 +148,7 @@ void SettingsView::setStartsAtLogin(bool starts) {
 }
 
 QString SettingsView::deviceId() const {
-    return m_deviceId.isEmpty() ? QStringLiteral("—") : m_deviceId;
+    return m_deviceId.isEmpty() ? u"—"_s : m_deviceId;
 }
 
 void SettingsView::appear() {

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -17,7 +19,7 @@ namespace {
 constexpr qsizetype kPreviewLength = 400;
 
 QString inOneLine(const QString &text) {
-    return text.left(kPreviewLength).replace(u'\n', QStringLiteral(" ⏎ "));
+    return text.left(kPreviewLength).replace(u'\n', u" ⏎ "_s);
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -68,9 +70,9 @@ QString wordsText(qint64 words) {
 
 QString timeSavedText(double minutes) {
     if (minutes < 1)
-        return QStringLiteral("<1 min");
+        return u"<1 min"_s;
     if (minutes < 60)
-        return QString::number(truncated(minutes)) + QStringLiteral(" min");
+        return QString::number(truncated(minutes)) + u" min"_s;
     const double hours = minutes / 60;
     if (hours < 10)
         return fixed(hours, 1) + u'h';

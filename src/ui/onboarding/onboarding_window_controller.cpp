@@ -8,6 +8,8 @@
 #include <QQuickView>
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 void qml_register_types_Velmo_Onboarding();
 
 namespace velmo {
@@ -50,8 +52,8 @@ void OnboardingWindowController::createWindow() {
     window.setMaximumSize(size);
     window.setGeometry(QRect(desktop.center() - QPoint(size.width() / 2, size.height() / 2), size));
     window.setResizeMode(QQuickView::SizeRootObjectToView);
-    window.setInitialProperties({{QStringLiteral("onboarding"), QVariant::fromValue(&m_view)}});
-    window.setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Onboarding/Onboarding.qml")));
+    window.setInitialProperties({{u"onboarding"_s, QVariant::fromValue(&m_view)}});
+    window.setSource(QUrl(u"qrc:/qt-project.org/imports/Velmo/Onboarding/Onboarding.qml"_s));
     connect(&window, &QWindow::visibleChanged, &m_view, [this](bool isVisible) {
         if (isVisible)
             m_view.start();

@@ -8,6 +8,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 void qml_register_types_Velmo_Overlay();
 
 using namespace std::chrono_literals;
@@ -54,12 +56,11 @@ void RecordingOverlayController::show(std::unique_ptr<FloatingBar> bar) {
     m_overlayPanel->setGeometry(windowFrame());
     FloatingBar *content = bar.release();
     content->setParent(m_overlayPanel.get()); // goes after the items that show it
-    m_overlayPanel->setContent(
-        QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Overlay/FloatingBarView.qml")),
-        {{QStringLiteral("bar"), QVariant::fromValue<QObject *>(content)},
-         {QStringLiteral("idleSize"), QSizeF(idleSize)},
-         {QStringLiteral("activeSize"), QSizeF(activeSize)},
-         {QStringLiteral("bottomMargin"), bottomMargin}});
+    m_overlayPanel->setContent(QUrl(u"qrc:/qt-project.org/imports/Velmo/Overlay/FloatingBarView.qml"_s),
+                               {{u"bar"_s, QVariant::fromValue<QObject *>(content)},
+                                {u"idleSize"_s, QSizeF(idleSize)},
+                                {u"activeSize"_s, QSizeF(activeSize)},
+                                {u"bottomMargin"_s, bottomMargin}});
     m_overlayPanel->show();
     followScreens();
     m_mouseMonitor = m_with.mouse.watch([this](QPoint) { mouseClicked(); });

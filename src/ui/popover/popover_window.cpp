@@ -9,6 +9,8 @@
 #include <QQuickItem>
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 void qml_register_types_Velmo_Popover();
 
 using namespace std::chrono_literals;
@@ -58,9 +60,8 @@ void PopoverWindow::show(QRect item) {
     MenuBarView *content = m_makeContent().release();
     content->setParent(m_view.get()); // goes after the items that show it
     m_view->setGeometry(m_frame.marginsAdded({kShadowMargin, kShadowMargin, kShadowMargin, kShadowMargin}));
-    m_view->setContent(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Popover/MenuBarView.qml")),
-                       {{QStringLiteral("view"), QVariant::fromValue<QObject *>(content)},
-                        {QStringLiteral("margin"), kShadowMargin}});
+    m_view->setContent(QUrl(u"qrc:/qt-project.org/imports/Velmo/Popover/MenuBarView.qml"_s),
+                       {{u"view"_s, QVariant::fromValue<QObject *>(content)}, {u"margin"_s, kShadowMargin}});
     connect(m_view->rootObject(), SIGNAL(closeRequested()), this, SLOT(closeFromWithin()));
     connect(m_view.get(), &QWindow::activeChanged, this, &PopoverWindow::activeChanged);
     // What is dictated belongs to the application that had the keyboard.

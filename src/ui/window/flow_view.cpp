@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -18,8 +20,8 @@ constexpr qreal kMargin = 0.5;
 /// Items kept for use again once they are out of sight.
 constexpr qsizetype kMostSpareItems = 100;
 
-const QString kIndex = QStringLiteral("index");
-const QString kIsCurrent = QStringLiteral("isCurrent");
+const QString kIndex = u"index"_s;
+const QString kIsCurrent = u"isCurrent"_s;
 
 } // namespace
 

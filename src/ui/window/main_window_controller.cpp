@@ -7,6 +7,8 @@
 #include <QQuickView>
 #include <QScreen>
 
+using namespace Qt::StringLiterals;
+
 void qml_register_types_Velmo_Window();
 
 namespace velmo {
@@ -31,21 +33,20 @@ class MainWindowController::Window final : public QQuickView {
 public:
     Window(QQmlEngine &engine, const Models &models, const std::function<bool()> &hasTrayHost)
         : QQuickView(&engine, nullptr), m_view(models.view), m_hasTrayHost(hasTrayHost) {
-        setTitle(QStringLiteral("Velmo"));
+        setTitle(u"Velmo"_s);
         setResizeMode(SizeRootObjectToView);
         setMinimumSize(kSmallestSize);
         setGeometry(centredOn(*screen()));
         setColor(QColor::fromRgb(kWindowGrey));
-        setInitialProperties(
-            {{QStringLiteral("view"), QVariant::fromValue<QObject *>(&models.view)},
-             {QStringLiteral("undoOffer"), QVariant::fromValue<QObject *>(&models.undoOffer)},
-             {QStringLiteral("home"), QVariant::fromValue(&models.home)},
-             {QStringLiteral("dictionary"), QVariant::fromValue(&models.dictionary)},
-             {QStringLiteral("snippets"), QVariant::fromValue(&models.snippets)},
-             {QStringLiteral("mode"), QVariant::fromValue(&models.mode)},
-             {QStringLiteral("account"), QVariant::fromValue(&models.account)},
-             {QStringLiteral("settings"), QVariant::fromValue(&models.settings)}});
-        setSource(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml")));
+        setInitialProperties({{u"view"_s, QVariant::fromValue<QObject *>(&models.view)},
+                              {u"undoOffer"_s, QVariant::fromValue<QObject *>(&models.undoOffer)},
+                              {u"home"_s, QVariant::fromValue(&models.home)},
+                              {u"dictionary"_s, QVariant::fromValue(&models.dictionary)},
+                              {u"snippets"_s, QVariant::fromValue(&models.snippets)},
+                              {u"mode"_s, QVariant::fromValue(&models.mode)},
+                              {u"account"_s, QVariant::fromValue(&models.account)},
+                              {u"settings"_s, QVariant::fromValue(&models.settings)}});
+        setSource(QUrl(u"qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml"_s));
         connect(&m_view, &MainWindowView::closingNoticeRead, this, &QWindow::close);
     }
 

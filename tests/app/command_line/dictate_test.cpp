@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -17,22 +19,19 @@ const QByteArray kTranscribe = "/api/transcribe";
 
 class DictateTest : public ::testing::Test {
 protected:
-    DictateTest() { program.setEnvironment(QStringLiteral("VELMO_SERVICE_URL"), server.origin()); }
+    DictateTest() { program.setEnvironment(u"VELMO_SERVICE_URL"_s, server.origin()); }
 
     void hears(const QByteArray &text) { server.answer(kTranscribe, 200, "{\"text\":\"" + text + "\"}"); }
 
     QString wave(double seconds) {
-        QString path = files.filePath(QStringLiteral("%1.wav").arg(seconds));
+        QString path = files.filePath(u"%1.wav"_s.arg(seconds));
         testing::writeSilence(path, seconds);
         return path;
     }
 
     QList<Entry> history() {
-        const QByteArray data =
-            QByteArray::fromBase64(program
-                                       .run({QStringLiteral("defaults"), QStringLiteral("read"),
-                                             QString(keys::transcriptionHistory)})
-                                       .output);
+        const QByteArray data = QByteArray::fromBase64(
+            program.run({u"defaults"_s, u"read"_s, QString(keys::transcriptionHistory)}).output);
         return decodeEntries(data).value_or(QList<Entry>());
     }
 
@@ -44,7 +43,7 @@ protected:
 TEST_F(DictateTest, PrintsTheTextOfEachRecordingAndKeepsTheFile) {
     hears("god morgen");
     const QString recording = wave(4.2);
-    const auto run = program.run({QStringLiteral("dictate"), recording, recording});
+    const auto run = program.run({u"dictate"_s, recording, recording});
 
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output, "God morgen\nGod morgen\n");
@@ -59,11 +58,11 @@ TEST_F(DictateTest, PrintsTheTextOfEachRecordingAndKeepsTheFile) {
 
 TEST_F(DictateTest, UploadsAFileOfUnknownLengthWithoutADuration) {
     hears("hei");
-    QFile file(files.filePath(QStringLiteral("phone.m4a")));
+    QFile file(files.filePath(u"phone.m4a"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(2000, 'x'));
     file.close();
-    const auto run = program.run({QStringLiteral("dictate"), file.fileName()});
+    const auto run = program.run({u"dictate"_s, file.fileName()});
 
     EXPECT_EQ(run.output, "Hei\n");
     EXPECT_TRUE(server.requests().at(0).body.contains(QByteArray(2000, 'x')));
@@ -73,15 +72,13 @@ TEST_F(DictateTest, UploadsAFileOfUnknownLengthWithoutADuration) {
 
 TEST_F(DictateTest, GoesOnAfterAFailureAndNamesTheFileAtFault) {
     hears("hei");
-    const auto run = program.run(
-        {QStringLiteral("dictate"), QStringLiteral("/nowhere.wav"), wave(1), wave(0.2), files.path()});
+    const auto run = program.run({u"dictate"_s, u"/nowhere.wav"_s, wave(1), wave(0.2), files.path()});
 
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.output, "Hei\n");
     EXPECT_EQ(run.messages(),
-              (QStringList{QStringLiteral("/nowhere.wav: Recording file not found"),
-                           wave(0.2) + QStringLiteral(": No text"),
-                           files.path() + QStringLiteral(": This is a folder, not a recording")}));
+              (QStringList{u"/nowhere.wav: Recording file not found"_s, wave(0.2) + u": No text"_s,
+                           files.path() + u": This is a folder, not a recording"_s}));
 }
 
 TEST_F(DictateTest, SaysWhyThereIsNoText) {
@@ -96,35 +93,33 @@ TEST_F(DictateTest, SaysWhyThereIsNoText) {
                             Case{"no transcript", 200, "{}", "Invalid server response"}}) {
         SCOPED_TRACE(row.name);
         server.answer(kTranscribe, row.status, row.body);
-        const auto run = program.run({QStringLiteral("dictate"), wave(1)});
+        const auto run = program.run({u"dictate"_s, wave(1)});
         EXPECT_EQ(run.status, 1);
         EXPECT_EQ(run.output, "");
         EXPECT_EQ(run.messages(), QStringList{QString::fromUtf8(row.message)});
     }
-    program.setEnvironment(QStringLiteral("VELMO_SERVICE_URL"), testing::ScriptedServer::refusingOrigin());
-    EXPECT_EQ(program.run({QStringLiteral("dictate"), wave(1)}).messages(),
-              QStringList{QStringLiteral("Network error: Could not connect to the server.")});
+    program.setEnvironment(u"VELMO_SERVICE_URL"_s, testing::ScriptedServer::refusingOrigin());
+    EXPECT_EQ(program.run({u"dictate"_s, wave(1)}).messages(),
+              QStringList{u"Network error: Could not connect to the server."_s});
 }
 
 TEST_F(DictateTest, DoesNotWaitForTheWriterOfAPipe) {
-    const QString pipe = files.filePath(QStringLiteral("pipe.wav"));
+    const QString pipe = files.filePath(u"pipe.wav"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    EXPECT_EQ(program.run({QStringLiteral("dictate"), pipe}).messages(),
-              QStringList{QStringLiteral("Recording too short")});
+    EXPECT_EQ(program.run({u"dictate"_s, pipe}).messages(), QStringList{u"Recording too short"_s});
 }
 
 TEST_F(DictateTest, RefusesWordsItDoesNotKnow) {
-    EXPECT_EQ(program.run({QStringLiteral("dictate")}).status, 2);
-    for (const QString &option : {QStringLiteral("--loud"), QStringLiteral("-loud.wav")}) {
-        const auto run = program.run({QStringLiteral("dictate"), option, wave(1)});
+    EXPECT_EQ(program.run({u"dictate"_s}).status, 2);
+    for (const QString &option : {u"--loud"_s, u"-loud.wav"_s}) {
+        const auto run = program.run({u"dictate"_s, option, wave(1)});
         EXPECT_EQ(run.status, 2);
         EXPECT_TRUE(run.messages().at(0).contains(u'\'' + option + u'\''));
     }
     EXPECT_EQ(server.requests().size(), 0U);
-    EXPECT_TRUE(
-        program.run({QStringLiteral("dictate"), QStringLiteral("--help")}).output.contains("FILE..."));
-    program.setEnvironment(QStringLiteral("VELMO_SERVICE_URL"), QStringLiteral("http://velmo.example"));
-    EXPECT_EQ(program.run({QStringLiteral("dictate"), wave(1)}).status, 2);
+    EXPECT_TRUE(program.run({u"dictate"_s, u"--help"_s}).output.contains("FILE..."));
+    program.setEnvironment(u"VELMO_SERVICE_URL"_s, u"http://velmo.example"_s);
+    EXPECT_EQ(program.run({u"dictate"_s, wave(1)}).status, 2);
 }
 
 } // namespace

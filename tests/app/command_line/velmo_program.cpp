@@ -3,6 +3,8 @@
 #include <csignal>
 #include <sys/prctl.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 namespace {
@@ -23,10 +25,10 @@ QStringList Run::messages() const {
 }
 
 VelmoProgram::VelmoProgram() {
-    m_environment.insert(QStringLiteral("HOME"), m_home.path());
-    m_environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_home.filePath(QStringLiteral("config")));
-    m_environment.insert(QStringLiteral("XDG_DATA_HOME"), m_home.filePath(QStringLiteral("data")));
-    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_home.path());
+    m_environment.insert(u"HOME"_s, m_home.path());
+    m_environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
+    m_environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"data"_s));
+    m_environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
     for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "VELMO_SERVICE_URL"})
         m_environment.remove(QString::fromLatin1(name));
 }

@@ -14,6 +14,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -45,15 +47,15 @@ struct FakeInterface final : UserInterface {
     QStringList shown;
 
     void showStatusItem(std::function<void()> pressed) override {
-        shown.append(QStringLiteral("status item"));
+        shown.append(u"status item"_s);
         pressStatusItem = std::move(pressed);
     }
     void updateStatusIcon(State state) override { shown.append(nameOf(state)); }
-    void togglePopover() override { shown.append(QStringLiteral("popover")); }
-    void closePopover() override { shown.append(QStringLiteral("popover closed")); }
-    void showOverlay() override { shown.append(QStringLiteral("overlay")); }
-    void showMainWindow() override { shown.append(QStringLiteral("main window")); }
-    void showOnboarding() override { shown.append(QStringLiteral("onboarding")); }
+    void togglePopover() override { shown.append(u"popover"_s); }
+    void closePopover() override { shown.append(u"popover closed"_s); }
+    void showOverlay() override { shown.append(u"overlay"_s); }
+    void showMainWindow() override { shown.append(u"main window"_s); }
+    void showOnboarding() override { shown.append(u"onboarding"_s); }
 };
 
 class AppDelegateTest : public ::testing::Test {
@@ -97,9 +99,8 @@ TEST_F(AppDelegateTest, ShowsWhatVelmoDoes) {
     interface.pressStatusItem();
     delegate.openMainWindow();
     EXPECT_TRUE(delegate.applicationShouldHandleReopen());
-    EXPECT_EQ(
-        interface.shown.join(u' '),
-        QStringLiteral("status item overlay recording idle popover popover closed main window main window"));
+    EXPECT_EQ(interface.shown.join(u' '),
+              u"status item overlay recording idle popover popover closed main window main window"_s);
 }
 
 TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
@@ -109,7 +110,7 @@ TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
             preferences.set(keys::onboardingComplete, isComplete);
             permission.trusted = isTrusted;
             delegate.applicationDidFinishLaunching();
-            EXPECT_EQ(interface.shown.contains(QStringLiteral("onboarding")), !isComplete || !isTrusted)
+            EXPECT_EQ(interface.shown.contains(u"onboarding"_s), !isComplete || !isTrusted)
                 << isComplete << isTrusted;
         }
     }
@@ -117,28 +118,27 @@ TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
     preferences.set(keys::keylessSetupComplete, true);
     interface.shown.clear();
     delegate.applicationDidFinishLaunching();
-    EXPECT_FALSE(interface.shown.contains(QStringLiteral("onboarding"))) << "it has been said";
+    EXPECT_FALSE(interface.shown.contains(u"onboarding"_s)) << "it has been said";
 }
 
 TEST_F(AppDelegateTest, LaunchesInOrderAndGivesBackWhatItTook) {
-    keyboardPreferences.set(QStringLiteral("AppleFnUsageType"), qint64(1));
+    keyboardPreferences.set(u"AppleFnUsageType"_s, qint64(1));
     delegate.applicationDidFinishLaunching();
-    EXPECT_EQ(keyboardPreferences.integer(QStringLiteral("AppleFnUsageType")), 0);
+    EXPECT_EQ(keyboardPreferences.integer(u"AppleFnUsageType"_s), 0);
     delegate.applicationWillTerminate();
 
     EXPECT_EQ(log.lines(),
               (QStringList{
-                  QStringLiteral("🎙️ [Velmo Mac] Emoji picker disabled (was: 1, now: 0)"),
-                  QStringLiteral("🎙️ [FnKey] Event tap active — bare Fn suppression enabled"),
-                  QStringLiteral("🎙️ [Hotkey] Fn key event tap active (in-process)"),
-                  QStringLiteral("🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"),
-                  QStringLiteral("🔄 [Velmo Mac] Auto-syncing on launch..."),
-                  QStringLiteral(
-                      "🎙️ [Velmo Mac] Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"),
-                  QStringLiteral("🎙️ [Velmo Mac] Emoji picker restored (value: 1)"),
+                  u"🎙️ [Velmo Mac] Emoji picker disabled (was: 1, now: 0)"_s,
+                  u"🎙️ [FnKey] Event tap active — bare Fn suppression enabled"_s,
+                  u"🎙️ [Hotkey] Fn key event tap active (in-process)"_s,
+                  u"🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"_s,
+                  u"🔄 [Velmo Mac] Auto-syncing on launch..."_s,
+                  u"🎙️ [Velmo Mac] Ready — hold Fn (push-to-talk) or double-tap Fn (hands-free)"_s,
+                  u"🎙️ [Velmo Mac] Emoji picker restored (value: 1)"_s,
               }));
     EXPECT_EQ(synchronisation.syncs, 1);
-    EXPECT_EQ(keyboardPreferences.integer(QStringLiteral("AppleFnUsageType")), 1);
+    EXPECT_EQ(keyboardPreferences.integer(u"AppleFnUsageType"_s), 1);
     EXPECT_TRUE(tap.key.isNull());
     EXPECT_FALSE(hotkey.pressed);
     EXPECT_FALSE(workspace.activated);
@@ -189,7 +189,7 @@ TEST_F(AppDelegateTest, FreesTheTriggerHoweverARecordingEnds) {
     queue.runPosted();
     EXPECT_EQ(listener.recordingMode(), RecordingMode::none);
 
-    recorder.failure = QStringLiteral("No microphone found.");
+    recorder.failure = u"No microphone found."_s;
     hotkey.pressed();
     queue.runPosted();
     EXPECT_EQ(listener.recordingMode(), RecordingMode::none);

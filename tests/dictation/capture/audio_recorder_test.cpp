@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::FloatNear;
@@ -73,12 +75,11 @@ TEST_P(AudioRecorderFormatTest, Writes16KilohertzMono) {
     const std::span<const float> inside(wave.samples.data() + 1600, 16000);
     EXPECT_NEAR(testing::loudness(inside), 0.5 / std::sqrt(2), 0.002);
     const QString name = QFileInfo(*path).fileName();
-    EXPECT_THAT(
-        log.lines(),
-        ElementsAre(QStringLiteral("🎙️ [Recorder] Started recording to %1 (16kHz mono, input: %2)")
-                        .arg(name, QString::fromUtf8(GetParam().logged)),
-                    QStringLiteral("🎙️ [Recorder] Stopped — file size: %1 bytes")
-                        .arg(44 + 2 * wave.samples.size())));
+    EXPECT_THAT(log.lines(),
+                ElementsAre(u"🎙️ [Recorder] Started recording to %1 (16kHz mono, input: %2)"_s.arg(
+                                name, QString::fromUtf8(GetParam().logged)),
+                            u"🎙️ [Recorder] Stopped — file size: %1 bytes"_s.arg(
+                                44 + 2 * wave.samples.size())));
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, AudioRecorderFormatTest,
@@ -96,8 +97,8 @@ TEST_F(AudioRecorderTest, GivesEveryRecordingAFileOfItsOwn) {
         stop();
     }
     EXPECT_NE(names.first(), names.last());
-    static const QRegularExpression form(QStringLiteral(
-        "^velmo-recording-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\.wav$"));
+    static const QRegularExpression form(
+        u"^velmo-recording-[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}\\.wav$"_s);
     EXPECT_TRUE(form.match(names.first()).hasMatch()) << names.first().toStdString();
 }
 
@@ -142,7 +143,7 @@ TEST_F(AudioRecorderTest, RefusesASecondStartAndGoesOn) {
     microphone.deliver(100ms, 0.2F);
     const auto second = recorder.startRecording();
     ASSERT_FALSE(second);
-    EXPECT_EQ(second.error().description, QStringLiteral("Already recording"));
+    EXPECT_EQ(second.error().description, u"Already recording"_s);
     microphone.deliver(100ms, 0.2F);
     EXPECT_EQ(stop().samples.size(), 3200U);
     log.clear();
@@ -158,11 +159,11 @@ TEST_F(AudioRecorderTest, LeavesNothingBehindOfAFailedStart) {
         QString message;
     };
     const Case cases[] = {
-        {"no microphone", CaptureFormat{48000, 1}, QStringLiteral("No microphone was found."),
-         QStringLiteral("No microphone was found.")},
-        {"no answer", std::nullopt, std::nullopt, QStringLiteral("The sound server did not answer.")},
+        {"no microphone", CaptureFormat{48000, 1}, u"No microphone was found."_s,
+         u"No microphone was found."_s},
+        {"no answer", std::nullopt, std::nullopt, u"The sound server did not answer."_s},
         {"odd format", CaptureFormat{0, 1}, std::nullopt,
-         QStringLiteral("The format of the microphone is not supported.")},
+         u"The format of the microphone is not supported."_s},
     };
     for (const Case &row : cases) {
         SCOPED_TRACE(row.name);
@@ -183,7 +184,7 @@ TEST_F(AudioRecorderTest, LeavesNothingBehindOfAFailedStart) {
 }
 
 TEST_F(AudioRecorderTest, ClosesTheMicrophoneWhenNoFileCanBeMade) {
-    AudioRecorder nowhere({queue, microphone, *files}, directory.filePath(QStringLiteral("absent")));
+    AudioRecorder nowhere({queue, microphone, *files}, directory.filePath(u"absent"_s));
     EXPECT_FALSE(nowhere.startRecording());
     EXPECT_FALSE(microphone.isOpen());
 }
@@ -204,12 +205,12 @@ TEST_F(AudioRecorderTest, GoesOnWhileTheDiskIsFull) {
     const auto samples = testing::readWave(*path).samples;
     EXPECT_GE(samples.size(), 30000U) << "before and after";
     EXPECT_LT(samples.size(), 64000U);
-    EXPECT_EQ(log.lines().filter(QStringLiteral("lacks samples: The disk is full.")).size(), 1);
+    EXPECT_EQ(log.lines().filter(u"lacks samples: The disk is full."_s).size(), 1);
 
     disk.fill();
     const auto refused = onDisk.startRecording();
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().description, QStringLiteral("The disk is full."));
+    EXPECT_EQ(refused.error().description, u"The disk is full."_s);
     EXPECT_FALSE(microphone.isOpen());
 }
 
@@ -295,7 +296,7 @@ TEST_F(AudioRecorderTest, LeavesARunningRecordingAloneWhateverIsPressed) {
 }
 
 TEST_F(AudioRecorderTest, TriesAgainWhenThePressFoundNoMicrophone) {
-    microphone.failure = QStringLiteral("No microphone was found.");
+    microphone.failure = u"No microphone was found."_s;
     recorder.press(queue.uptime());
     EXPECT_THAT(log.lines(), IsEmpty());
     microphone.failure.reset();
@@ -320,11 +321,11 @@ protected:
 };
 
 TEST_F(LostMicrophoneTest, EndsWithWhatWasHeard) {
-    microphone.fail(QStringLiteral("The microphone is gone."));
+    microphone.fail(u"The microphone is gone."_s);
     queue.runPosted();
     EXPECT_EQ(losses, 1);
     EXPECT_EQ(recording.samples.size(), 8000U);
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Recorder] Microphone lost: The microphone is gone.")));
+    EXPECT_TRUE(log.contains(u"🎙️ [Recorder] Microphone lost: The microphone is gone."_s));
     queue.advance(1min);
     EXPECT_EQ(losses, 1);
 }
@@ -340,7 +341,7 @@ TEST_F(LostMicrophoneTest, CountsOneThatDeliversNothingAsLost) {
 }
 
 TEST_F(LostMicrophoneTest, TellsNobodyOnceTheRecordingIsOver) {
-    microphone.fail(QStringLiteral("The microphone is gone."));
+    microphone.fail(u"The microphone is gone."_s);
     stop();
     ASSERT_TRUE(recorder.startRecording());
     queue.runPosted();

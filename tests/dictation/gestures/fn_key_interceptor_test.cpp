@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -18,14 +20,14 @@ protected:
     FnKeyInterceptorTest() { create(); }
 
     void create() {
-        interceptor = std::make_unique<FnKeyInterceptor>(tap, queue, QStringLiteral("RCTL"));
+        interceptor = std::make_unique<FnKeyInterceptor>(tap, queue, u"RCTL"_s);
         interceptor->onFnDown = [this](std::chrono::nanoseconds at) { record("down", at); };
         interceptor->onFnUp = [this](std::chrono::nanoseconds at) { record("up", at); };
-        interceptor->onCombinationUsed = [this] { calls.append(QStringLiteral("combination")); };
+        interceptor->onCombinationUsed = [this] { calls.append(u"combination"_s); };
     }
 
     void record(const char *what, std::chrono::nanoseconds at) {
-        calls.append(QStringLiteral("%1@%2").arg(QLatin1StringView(what)).arg(at / 1ms));
+        calls.append(u"%1@%2"_s.arg(QLatin1StringView(what)).arg(at / 1ms));
     }
 
     testing::LogCapture log;
@@ -101,7 +103,7 @@ TEST_F(FnKeyInterceptorTest, TakesTheTapBackWhenItWasDisabled) {
 
 TEST_F(FnKeyInterceptorTest, StartsTheTapForItsKeyAndEndsItWithItself) {
     EXPECT_TRUE(interceptor->start());
-    EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
+    EXPECT_EQ(tap.key, u"RCTL"_s);
     EXPECT_EQ(tap.handler(flags(10, kFn)), TapAnswer::Suppress);
     interceptor.reset();
     EXPECT_TRUE(tap.key.isNull());
@@ -111,9 +113,8 @@ TEST_F(FnKeyInterceptorTest, StartsTheTapForItsKeyAndEndsItWithItself) {
     tap.canStart = false;
     create();
     EXPECT_FALSE(interceptor->start());
-    EXPECT_EQ(log.lines(),
-              (QStringList{QStringLiteral("🎙️ [FnKey] Event tap active — bare Fn suppression enabled"),
-                           QStringLiteral("🎙️ [FnKey] Failed to create event tap")}));
+    EXPECT_EQ(log.lines(), (QStringList{u"🎙️ [FnKey] Event tap active — bare Fn suppression enabled"_s,
+                                        u"🎙️ [FnKey] Failed to create event tap"_s}));
 }
 
 } // namespace

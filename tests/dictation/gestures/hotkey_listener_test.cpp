@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -17,13 +19,13 @@ namespace {
 class HotkeyListenerTest : public ::testing::Test {
 protected:
     HotkeyListenerTest() {
-        listener.onStartRecording = [this] { calls.append(QStringLiteral("start")); };
-        listener.onStopRecording = [this] { calls.append(QStringLiteral("stop")); };
+        listener.onStartRecording = [this] { calls.append(u"start"_s); };
+        listener.onStopRecording = [this] { calls.append(u"stop"_s); };
         listener.onPermissionStatusChanged = [this](bool granted) {
-            calls.append(granted ? QStringLiteral("granted") : QStringLiteral("refused"));
+            calls.append(granted ? u"granted"_s : u"refused"_s);
         };
-        listener.onPress = [this](std::chrono::nanoseconds) { calls.append(QStringLiteral("press")); };
-        listener.onPressDropped = [this] { calls.append(QStringLiteral("drop")); };
+        listener.onPress = [this](std::chrono::nanoseconds) { calls.append(u"press"_s); };
+        listener.onPressDropped = [this] { calls.append(u"drop"_s); };
         listener.isSessionLocked = [this] { return isLocked; };
     }
 
@@ -166,25 +168,24 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(HotkeyListenerTest, SaysWhatTheGesturesDo) {
     listen();
-    perform(QStringLiteral("down 1200 up 1000 down 100 up 200 down 100 up 1000 down 100 up"));
-    EXPECT_EQ(log.lines(),
-              (QStringList{
-                  QStringLiteral("🎙️ [Hotkey] Push-to-talk started (held Fn)"),
-                  QStringLiteral("🎙️ [Hotkey] Push-to-talk stopped (released Fn after 1.2s)"),
-                  QStringLiteral("🎙️ [Hotkey] Double-tap Fn → hands-free recording started"),
-                  QStringLiteral("🎙️ [Hotkey] Fn pressed — will stop hands-free on release"),
-                  QStringLiteral("🎙️ [Hotkey] Hands-free stopped (tapped Fn)"),
-              }));
+    perform(u"down 1200 up 1000 down 100 up 200 down 100 up 1000 down 100 up"_s);
+    EXPECT_EQ(log.lines(), (QStringList{
+                               u"🎙️ [Hotkey] Push-to-talk started (held Fn)"_s,
+                               u"🎙️ [Hotkey] Push-to-talk stopped (released Fn after 1.2s)"_s,
+                               u"🎙️ [Hotkey] Double-tap Fn → hands-free recording started"_s,
+                               u"🎙️ [Hotkey] Fn pressed — will stop hands-free on release"_s,
+                               u"🎙️ [Hotkey] Hands-free stopped (tapped Fn)"_s,
+                           }));
 }
 
 TEST_F(HotkeyListenerTest, CountsFromWhenKeysMovedNotFromWhenItHeardOfIt) {
     listen();
     press(250ms);
-    perform(QStringLiteral("49"));
+    perform(u"49"_s);
     EXPECT_EQ(listener.recordingMode(), kNone);
-    perform(QStringLiteral("1"));
+    perform(u"1"_s);
     EXPECT_EQ(listener.recordingMode(), kPushToTalk);
-    perform(QStringLiteral("up"));
+    perform(u"up"_s);
     calls.clear();
 
     press(900ms); // two taps that waited in the queue
@@ -193,13 +194,13 @@ TEST_F(HotkeyListenerTest, CountsFromWhenKeysMovedNotFromWhenItHeardOfIt) {
     release(500ms);
     queue.runPosted();
     EXPECT_EQ(listener.recordingMode(), kHandsFree);
-    perform(QStringLiteral("hotkey"));
+    perform(u"hotkey"_s);
     calls.clear();
 
     press(400ms); // held for 0.35 s, but released by now: neither a tap nor a recording
     release(50ms);
     queue.runPosted();
-    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop"));
+    EXPECT_EQ(calls.join(u' '), u"press drop"_s);
 }
 
 TEST_F(HotkeyListenerTest, WaitsForThePermissionAndThenWatchesTheKeyOnce) {
@@ -214,15 +215,14 @@ TEST_F(HotkeyListenerTest, WaitsForThePermissionAndThenWatchesTheKeyOnce) {
     listener.setupFnKey();
     listener.setupFnKey();
     EXPECT_TRUE(listener.isUsingFnHotkey());
-    EXPECT_EQ(calls, QStringList{QStringLiteral("granted")});
-    EXPECT_EQ(log.lines(),
-              (QStringList{
-                  QStringLiteral("🎙️ [Hotkey] No Accessibility permission yet — Fn key unavailable"),
-                  QStringLiteral("🎙️ [FnKey] Failed to create event tap"),
-                  QStringLiteral("🎙️ [Hotkey] Failed to create Fn key event tap"),
-                  QStringLiteral("🎙️ [FnKey] Event tap active — bare Fn suppression enabled"),
-                  QStringLiteral("🎙️ [Hotkey] Fn key event tap active (in-process)"),
-              }));
+    EXPECT_EQ(calls, QStringList{u"granted"_s});
+    EXPECT_EQ(log.lines(), (QStringList{
+                               u"🎙️ [Hotkey] No Accessibility permission yet — Fn key unavailable"_s,
+                               u"🎙️ [FnKey] Failed to create event tap"_s,
+                               u"🎙️ [Hotkey] Failed to create Fn key event tap"_s,
+                               u"🎙️ [FnKey] Event tap active — bare Fn suppression enabled"_s,
+                               u"🎙️ [Hotkey] Fn key event tap active (in-process)"_s,
+                           }));
 }
 
 TEST_F(HotkeyListenerTest, RegistersTheFallbackOnceItCan) {
@@ -232,19 +232,18 @@ TEST_F(HotkeyListenerTest, RegistersTheFallbackOnceItCan) {
     listener.registerFallbackHotkey();
     listener.registerFallbackHotkey();
     EXPECT_EQ(hotkey.registrations, 2);
-    EXPECT_EQ(log.lines(),
-              (QStringList{
-                  QStringLiteral("🎙️ [Hotkey] Failed to register Carbon hotkey: 10"),
-                  QStringLiteral("🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"),
-              }));
+    EXPECT_EQ(log.lines(), (QStringList{
+                               u"🎙️ [Hotkey] Failed to register Carbon hotkey: 10"_s,
+                               u"🎙️ [Hotkey] Fallback hotkey registered: Ctrl+Shift+A (toggle)"_s,
+                           }));
 }
 
 TEST_F(HotkeyListenerTest, GivesEverythingBack) {
     listen();
-    perform(QStringLiteral("down 100"));
+    perform(u"down 100"_s);
     listener.stopListening();
     queue.advance(1s);
-    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop"));
+    EXPECT_EQ(calls.join(u' '), u"press drop"_s);
     EXPECT_TRUE(tap.key.isNull());
     EXPECT_FALSE(hotkey.pressed);
     EXPECT_FALSE(listener.isUsingFnHotkey());
@@ -253,29 +252,29 @@ TEST_F(HotkeyListenerTest, GivesEverythingBack) {
 
 TEST_F(HotkeyListenerTest, WatchesTheChosenKey) {
     listen();
-    EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
-    preferences.set(keys::triggerKey, QStringLiteral("FK13"));
+    EXPECT_EQ(tap.key, u"RCTL"_s);
+    preferences.set(keys::triggerKey, u"FK13"_s);
     listener.triggerKeyChanged();
-    EXPECT_EQ(tap.key, QStringLiteral("FK13"));
-    preferences.set(keys::triggerKey, QStringLiteral("AC01")); // a letter, stored by hand
+    EXPECT_EQ(tap.key, u"FK13"_s);
+    preferences.set(keys::triggerKey, u"AC01"_s); // a letter, stored by hand
     listener.triggerKeyChanged();
-    EXPECT_EQ(tap.key, QStringLiteral("RCTL"));
+    EXPECT_EQ(tap.key, u"RCTL"_s);
 }
 
 TEST_F(HotkeyListenerTest, LeavesTheKeyToTheWindowsWhileAnotherIsChosen) {
     listen();
-    perform(QStringLiteral("down 100"));
+    perform(u"down 100"_s);
     listener.pauseFnKey();
     EXPECT_TRUE(tap.key.isNull());
     EXPECT_TRUE(listener.isUsingFnHotkey());
     listener.setupFnKey(); // the popover and onboarding ask for it again and again
     EXPECT_TRUE(tap.key.isNull());
-    preferences.set(keys::triggerKey, QStringLiteral("FK13"));
+    preferences.set(keys::triggerKey, u"FK13"_s);
     listener.triggerKeyChanged();
     listener.resumeFnKey();
-    EXPECT_EQ(tap.key, QStringLiteral("FK13"));
-    perform(QStringLiteral("1000 down 400 up"));
-    EXPECT_EQ(calls.join(u' '), QStringLiteral("press drop granted press start stop drop"));
+    EXPECT_EQ(tap.key, u"FK13"_s);
+    perform(u"1000 down 400 up"_s);
+    EXPECT_EQ(calls.join(u' '), u"press drop granted press start stop drop"_s);
 
     listener.pauseFnKey();
     tap.canStart = false; // a keyboard without the chosen key

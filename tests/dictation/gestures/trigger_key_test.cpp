@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -44,9 +46,9 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto &info) { return info.param.name; });
 
 TEST(TriggerKeyLabel, IsWhatPeopleCallTheKey) {
-    EXPECT_EQ(triggerKeyLabel(u"RCTL"), QStringLiteral("Right Control"));
-    EXPECT_EQ(triggerKeyLabel(u"FK07"), QStringLiteral("F7"));
-    EXPECT_EQ(triggerKeyLabel(u"I172"), QStringLiteral("I172"));
+    EXPECT_EQ(triggerKeyLabel(u"RCTL"), u"Right Control"_s);
+    EXPECT_EQ(triggerKeyLabel(u"FK07"), u"F7"_s);
+    EXPECT_EQ(triggerKeyLabel(u"I172"), u"I172"_s);
 }
 
 } // namespace

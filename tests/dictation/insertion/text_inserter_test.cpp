@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -19,7 +21,7 @@ constexpr auto kClipboardManager = DisplayClient{8};
 
 class TextInserterTest : public ::testing::Test {
 protected:
-    TextInserterTest() { clipboard.held = {plainText("kept"), {QStringLiteral("text/html"), "<b>kept</b>"}}; }
+    TextInserterTest() { clipboard.held = {plainText("kept"), {u"text/html"_s, "<b>kept</b>"}}; }
 
     static ClipboardItem plainText(const char *text) { return testing::plain(QString::fromUtf8(text)); }
 
@@ -49,7 +51,7 @@ protected:
 TEST_F(TextInserterTest, PastesTheTextAndGivesTheClipboardBack) {
     const auto before = clipboard.held;
     insert("Hei på deg");
-    EXPECT_EQ(text(), QStringLiteral("Hei på deg"));
+    EXPECT_EQ(text(), u"Hei på deg"_s);
     EXPECT_THAT(keys.pressed, ElementsAre(PasteShortcut::ControlV));
     EXPECT_EQ(primary.saves, 0);
 
@@ -82,9 +84,9 @@ TEST_P(RestoreTime, IsAfterTheTargetHasReadTheText) {
     insert("dictated");
     const auto reading = queue.after(row.read, [this, &row] { clipboard.readBy(row.reader); });
     advance(row.restored - 1ns);
-    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    EXPECT_EQ(text(), u"dictated"_s);
     advance(1ns);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(text(), u"kept"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(TextInserter, RestoreTime,
@@ -102,81 +104,80 @@ TEST_F(TextInserterTest, DoesNotTakeAReadingBeforeThePasteForThePaste) {
     clipboard.watcher = kTarget;
     insert("dictated");
     advance(4999ms);
-    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    EXPECT_EQ(text(), u"dictated"_s);
     advance(1ms);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
-    EXPECT_THAT(log.lines(),
-                ElementsAre(QStringLiteral("🎙️ [Insert] The focused window has not read the text")));
+    EXPECT_EQ(text(), u"kept"_s);
+    EXPECT_THAT(log.lines(), ElementsAre(u"🎙️ [Insert] The focused window has not read the text"_s));
 }
 
 TEST_F(TextInserterTest, LeavesACopyMadeInBetweenAlone) {
     insert("dictated");
-    clipboard.somebodyCopies(QStringLiteral("copied"));
+    clipboard.somebodyCopies(u"copied"_s);
     advance(10s);
-    EXPECT_EQ(text(), QStringLiteral("copied"));
+    EXPECT_EQ(text(), u"copied"_s);
     EXPECT_EQ(queue.pendingTimers(), 0u);
 }
 
 TEST_F(TextInserterTest, SavesACopyMadeWhileItWasSaving) {
-    clipboard.beforeNextChange = [this] { clipboard.somebodyCopies(QStringLiteral("copied")); };
+    clipboard.beforeNextChange = [this] { clipboard.somebodyCopies(u"copied"_s); };
     insert("dictated");
-    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    EXPECT_EQ(text(), u"dictated"_s);
     readBy(kTarget);
     advance(400ms);
-    EXPECT_EQ(text(), QStringLiteral("copied"));
+    EXPECT_EQ(text(), u"copied"_s);
 }
 
 TEST_F(TextInserterTest, RunsInsertionsOneAfterAnother) {
-    inserter.insert(QStringLiteral("first"));
-    inserter.insert(QStringLiteral("second"));
+    inserter.insert(u"first"_s);
+    inserter.insert(u"second"_s);
     queue.runPosted();
     EXPECT_EQ(keys.pressed.size(), 1u);
-    EXPECT_EQ(text(), QStringLiteral("first"));
+    EXPECT_EQ(text(), u"first"_s);
     readBy(kTarget);
     advance(400ms);
     EXPECT_EQ(keys.pressed.size(), 2u);
-    EXPECT_EQ(text(), QStringLiteral("second"));
+    EXPECT_EQ(text(), u"second"_s);
     readBy(kTarget);
     advance(400ms);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(text(), u"kept"_s);
     EXPECT_EQ(clipboard.saves, 1);
 }
 
 TEST_F(TextInserterTest, SavesACopyMadeBetweenTwoInsertions) {
-    inserter.insert(QStringLiteral("first"));
-    inserter.insert(QStringLiteral("second"));
+    inserter.insert(u"first"_s);
+    inserter.insert(u"second"_s);
     queue.runPosted();
-    clipboard.somebodyCopies(QStringLiteral("copied"));
+    clipboard.somebodyCopies(u"copied"_s);
     queue.runPosted();
-    EXPECT_EQ(text(), QStringLiteral("second"));
+    EXPECT_EQ(text(), u"second"_s);
     readBy(kTarget);
     advance(400ms);
-    EXPECT_EQ(text(), QStringLiteral("copied"));
+    EXPECT_EQ(text(), u"copied"_s);
 }
 
 TEST_F(TextInserterTest, TreatsTerminalsInTheirOwnWay) {
     primary.held = {plainText("selected")};
-    focus.window->windowClass = QStringLiteral("XTerm");
+    focus.window->windowClass = u"XTerm"_s;
     insert("ls");
     EXPECT_THAT(keys.pressed, ElementsAre(PasteShortcut::ShiftInsert));
-    EXPECT_EQ(primary.text(), QStringLiteral("ls"));
+    EXPECT_EQ(primary.text(), u"ls"_s);
 
     primary.readBy(kTarget);
     advance(400ms);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
-    EXPECT_EQ(primary.text(), QStringLiteral("selected"));
+    EXPECT_EQ(text(), u"kept"_s);
+    EXPECT_EQ(primary.text(), u"selected"_s);
 }
 
 TEST_F(TextInserterTest, LetsATerminalReadAfterTheClipboardAloneWasLost) {
-    focus.window->windowClass = QStringLiteral("xterm");
+    focus.window->windowClass = u"xterm"_s;
     insert("ls");
-    clipboard.somebodyCopies(QStringLiteral("copied"));
+    clipboard.somebodyCopies(u"copied"_s);
     advance(1s);
-    EXPECT_EQ(primary.text(), QStringLiteral("ls"));
+    EXPECT_EQ(primary.text(), u"ls"_s);
     primary.readBy(kTarget);
     queue.runPosted();
     EXPECT_THAT(primary.held, IsEmpty());
-    EXPECT_EQ(text(), QStringLiteral("copied"));
+    EXPECT_EQ(text(), u"copied"_s);
 }
 
 struct NoPasteCase {
@@ -190,12 +191,12 @@ class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<No
 TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
     GetParam().arrange(keys, focus, inserter);
     insert("dictated");
-    EXPECT_EQ(inserter.notice(), QStringLiteral("Copied - press Ctrl+V"));
+    EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s);
     advance(3999ms);
     EXPECT_FALSE(inserter.notice().isNull());
     advance(6s);
     EXPECT_TRUE(inserter.notice().isNull());
-    EXPECT_EQ(text(), QStringLiteral("dictated"));
+    EXPECT_EQ(text(), u"dictated"_s);
     EXPECT_EQ(log.lines().join(u'|'), QString::fromUtf8(GetParam().line));
 }
 
@@ -215,8 +216,8 @@ TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {
     clipboard.refusesChanges = true;
     insert("first");
     EXPECT_THAT(keys.pressed, IsEmpty());
-    EXPECT_THAT(log.lines(), ElementsAre(QStringLiteral(
-                                 "🎙️ [Insert] The clipboard could not be taken, nothing is pasted")));
+    EXPECT_THAT(log.lines(),
+                ElementsAre(u"🎙️ [Insert] The clipboard could not be taken, nothing is pasted"_s));
     clipboard.refusesChanges = false;
     insert("second");
     EXPECT_EQ(keys.pressed.size(), 1u);
@@ -225,19 +226,19 @@ TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {
 TEST_F(TextInserterTest, DropsNul) {
     inserter.insert(QString(QChar(u'a')) + QChar(QChar::Null) + u'b');
     queue.runPosted();
-    EXPECT_EQ(text(), QStringLiteral("ab"));
+    EXPECT_EQ(text(), u"ab"_s);
 }
 
 TEST_F(TextInserterTest, EndsWithTheClipboardGivenBackAndHandedOver) {
-    inserter.insert(QStringLiteral("first"));
-    inserter.insert(QStringLiteral("dropped"));
+    inserter.insert(u"first"_s);
+    inserter.insert(u"dropped"_s);
     queue.runPosted();
     int finished = 0;
     inserter.finish([&finished] { ++finished; });
     readBy(kTarget);
-    EXPECT_EQ(text(), QStringLiteral("first"));
+    EXPECT_EQ(text(), u"first"_s);
     advance(400ms);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(text(), u"kept"_s);
     EXPECT_EQ(clipboard.handedOver, 1);
     advance(10s);
     EXPECT_EQ(finished, 1);
@@ -251,7 +252,7 @@ TEST_F(TextInserterTest, DoesNotWaitLongForAReaderAtTheEnd) {
     advance(999ms);
     EXPECT_EQ(finished, 0);
     advance(1ms);
-    EXPECT_EQ(text(), QStringLiteral("kept"));
+    EXPECT_EQ(text(), u"kept"_s);
     EXPECT_EQ(finished, 1);
 }
 

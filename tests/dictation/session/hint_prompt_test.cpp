@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -31,8 +33,7 @@ TEST_P(HintPromptOf, HoldsTheWordsToExpect) {
     const HintPrompt hints(preferences);
     const auto prompt = hints.current(QString::fromUtf8(GetParam().languages).split(QLatin1Char(',')));
 
-    EXPECT_EQ(prompt.value_or(QStringLiteral("none")),
-              QString::fromUtf8(GetParam().prompt ? GetParam().prompt : "none"));
+    EXPECT_EQ(prompt.value_or(u"none"_s), QString::fromUtf8(GetParam().prompt ? GetParam().prompt : "none"));
     EXPECT_EQ(log.lines().size(), GetParam().prompt ? 1 : 0);
 }
 
@@ -73,11 +74,11 @@ TEST(HintPromptTest, FollowsEveryChange) {
     };
     preferences.set(keys::dictionary,
                     QStringLiteral(R"([{"word":"fika"},{"word":"b"},{"word":"a"},{"word":"c"}])"));
-    EXPECT_EQ(now("no"), QStringLiteral("a, b, c"));
-    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika"));
+    EXPECT_EQ(now("no"), u"a, b, c"_s);
+    EXPECT_EQ(now("sv"), u"a, b, c, fika"_s);
     preferences.set(keys::learnedWords, QStringLiteral(R"({"sv":["mysa"]})"));
-    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika, mysa"));
-    EXPECT_EQ(now("sv"), QStringLiteral("a, b, c, fika, mysa"));
+    EXPECT_EQ(now("sv"), u"a, b, c, fika, mysa"_s);
+    EXPECT_EQ(now("sv"), u"a, b, c, fika, mysa"_s);
     preferences.remove(keys::dictionary);
     EXPECT_EQ(now("sv"), QString());
     EXPECT_EQ(log.lines().size(), 4);

@@ -9,6 +9,8 @@
 #include <gmock/gmock.h>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -22,7 +24,7 @@ QString words(std::initializer_list<const char *> list) {
     QStringList objects;
     for (const char *word : list)
         objects.append(QStringLiteral(R"({"word":"%1"})").arg(QString::fromUtf8(word)));
-    return QStringLiteral("[%1]").arg(objects.join(u','));
+    return u"[%1]"_s.arg(objects.join(u','));
 }
 
 class RecordingManagerTest : public ::testing::Test {
@@ -78,35 +80,33 @@ TEST_F(RecordingManagerTest, TakesADictationFromStartToInsertedText) {
     record(4200ms);
     EXPECT_EQ(manager->state(), State::transcribing);
     queue.advance(1500ms);
-    transcript(" \n hei  på\ndeg ", QStringLiteral("no"));
-    EXPECT_EQ(processor.text, QStringLiteral("hei  på\ndeg"));
-    EXPECT_EQ(processor.language, QStringLiteral("no"));
+    transcript(" \n hei  på\ndeg ", u"no"_s);
+    EXPECT_EQ(processor.text, u"hei  på\ndeg"_s);
+    EXPECT_EQ(processor.language, u"no"_s);
     queue.advance(20ms);
     processed("Hei  på\ndeg");
 
     EXPECT_EQ(log.lines(),
               (QStringList{
-                  QStringLiteral("🎙️ [Flow] Recording started"),
-                  QStringLiteral("🎙️ [Flow] Recording stopped — duration: 4.2s"),
-                  QStringLiteral("⏱️ [Latency] Upload starting (+0ms after stop)"),
-                  QStringLiteral("⏱️ [Latency] Whisper complete (+1500ms after stop)"),
-                  QStringLiteral(
-                      "🎙️ [Flow] Server returned text (15 chars, lang: no): \" \\n hei  på\\ndeg \""),
-                  QStringLiteral("⏱️ [Latency] Post-processing starting (+1500ms after stop)"),
-                  QStringLiteral(
-                      "⏱️ [Latency] Post-processing complete (+1520ms after stop, processing took 20ms)"),
-                  QStringLiteral("🎙️ [Flow] Processed text (11 chars): \"Hei  på\\ndeg\""),
-                  QStringLiteral("🎙️ [Flow] ✅ Text inserted + stats updated — TOTAL: 1520ms"),
+                  u"🎙️ [Flow] Recording started"_s,
+                  u"🎙️ [Flow] Recording stopped — duration: 4.2s"_s,
+                  u"⏱️ [Latency] Upload starting (+0ms after stop)"_s,
+                  u"⏱️ [Latency] Whisper complete (+1500ms after stop)"_s,
+                  u"🎙️ [Flow] Server returned text (15 chars, lang: no): \" \\n hei  på\\ndeg \""_s,
+                  u"⏱️ [Latency] Post-processing starting (+1500ms after stop)"_s,
+                  u"⏱️ [Latency] Post-processing complete (+1520ms after stop, processing took 20ms)"_s,
+                  u"🎙️ [Flow] Processed text (11 chars): \"Hei  på\\ndeg\""_s,
+                  u"🎙️ [Flow] ✅ Text inserted + stats updated — TOTAL: 1520ms"_s,
               }));
-    EXPECT_EQ(insertion.inserted, QStringList{QStringLiteral("Hei  på\ndeg")});
-    EXPECT_EQ(manager->lastTranscription(), QStringLiteral("Hei  på\ndeg"));
+    EXPECT_EQ(insertion.inserted, QStringList{u"Hei  på\ndeg"_s});
+    EXPECT_EQ(manager->lastTranscription(), u"Hei  på\ndeg"_s);
     ASSERT_THAT(history.entries, SizeIs(1));
     EXPECT_DOUBLE_EQ(history.entries[0].second.value(), 4.2); // the recording's length, not the latency
     EXPECT_THAT(account.reported, ElementsAre(2));
     EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Pop));
     EXPECT_THAT(announced, ElementsAre(State::recording, State::transcribing, State::idle));
     EXPECT_EQ(overlay.states, announced);
-    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(recorder.deleted, QStringList{u"recording.wav"_s});
     EXPECT_EQ(manager->state(), State::idle);
 }
 
@@ -117,7 +117,7 @@ TEST_F(RecordingManagerTest, AppliesStateChangesOneTurnLaterAndOnlyRecordingShow
     queue.runPosted();
     EXPECT_EQ(manager->state(), State::recording);
     EXPECT_TRUE(levels.monitors);
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: Already recording"));
+    EXPECT_EQ(manager->errorMessage(), u"Failed to start recording: Already recording"_s);
 
     queue.advance(1s);
     manager->stopRecording();
@@ -135,17 +135,16 @@ TEST_F(RecordingManagerTest, RefusesWhatDoesNotFitTheState) {
     manager->cancelRecording();
     queue.runPosted();
 
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't stop — state is idle")));
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't start — state is transcribing")));
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Can't stop — state is transcribing")));
-    EXPECT_FALSE(log.contains(QStringLiteral("🎙️ [Flow] Recording cancelled by user")));
+    EXPECT_TRUE(log.contains(u"🎙️ [Flow] Can't stop — state is idle"_s));
+    EXPECT_TRUE(log.contains(u"🎙️ [Flow] Can't start — state is transcribing"_s));
+    EXPECT_TRUE(log.contains(u"🎙️ [Flow] Can't stop — state is transcribing"_s));
+    EXPECT_FALSE(log.contains(u"🎙️ [Flow] Recording cancelled by user"_s));
     EXPECT_EQ(manager->state(), State::transcribing);
     EXPECT_THAT(transcriber.uploads, SizeIs(1));
 }
 
 TEST_F(RecordingManagerTest, AsksForTheMicrophoneAndRunsTheAnswerOnTheMainQueue) {
-    const QString denied =
-        QStringLiteral("Microphone access denied. Check System Settings > Privacy > Microphone.");
+    const QString denied = u"Microphone access denied. Check System Settings > Privacy > Microphone."_s;
     microphone.answer = MicrophonePermission::Status::NotAsked;
     manager->startRecording();
     std::thread([&] { microphone.asked(false); }).join();
@@ -173,35 +172,34 @@ TEST_F(RecordingManagerTest, AsksForTheMicrophoneAndRunsTheAnswerOnTheMainQueue)
 
 TEST_F(RecordingManagerTest, NamesTheApplicationThatHasFocus) {
     record(1s);
-    EXPECT_EQ(manager->activeAppName(), QStringLiteral("Writer"));
+    EXPECT_EQ(manager->activeAppName(), u"Writer"_s);
     transcript("");
     workspace.name = QString();
     record(1s);
-    EXPECT_EQ(manager->activeAppName(), QStringLiteral("App"));
+    EXPECT_EQ(manager->activeAppName(), u"App"_s);
     transcript("");
     workspace.name.reset();
     record(1s);
-    EXPECT_EQ(manager->activeAppName(), QStringLiteral("App"));
+    EXPECT_EQ(manager->activeAppName(), u"App"_s);
 }
 
 TEST_F(RecordingManagerTest, TellsWhyARecordingCannotStart) {
-    recorder.failure = QStringLiteral("No microphone found.");
+    recorder.failure = u"No microphone found."_s;
     manager->startRecording();
     queue.runPosted();
 
-    EXPECT_EQ(log.lines(),
-              QStringList{QStringLiteral("🎙️ [Flow] Failed to start recording: No microphone found.")});
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: No microphone found."));
+    EXPECT_EQ(log.lines(), QStringList{u"🎙️ [Flow] Failed to start recording: No microphone found."_s});
+    EXPECT_EQ(manager->errorMessage(), u"Failed to start recording: No microphone found."_s);
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_THAT(sounds.played, IsEmpty());
 }
 
 TEST_F(RecordingManagerTest, DiscardsRecordingsUnderThreeTenthsOfASecond) {
     record(299ms);
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Recording stopped — duration: 0.3s")));
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Flow] Recording too short, discarding")));
+    EXPECT_TRUE(log.contains(u"🎙️ [Flow] Recording stopped — duration: 0.3s"_s));
+    EXPECT_TRUE(log.contains(u"🎙️ [Flow] Recording too short, discarding"_s));
     EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Pop));
-    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(recorder.deleted, QStringList{u"recording.wav"_s});
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_THAT(transcriber.uploads, IsEmpty());
 
@@ -217,7 +215,7 @@ TEST_F(RecordingManagerTest, EndsWhenTheRecorderHadNothing) {
     manager->stopRecording();
     queue.runPosted();
 
-    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] No recording to stop"));
+    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] No recording to stop"_s);
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_THAT(recorder.deleted, IsEmpty());
 }
@@ -228,9 +226,9 @@ TEST_F(RecordingManagerTest, ThrowsACancelledRecordingAway) {
     manager->cancelRecording();
     queue.runPosted();
 
-    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] Recording cancelled by user"));
+    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] Recording cancelled by user"_s);
     EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Funk));
-    EXPECT_EQ(recorder.deleted, QStringList{QStringLiteral("recording.wav")});
+    EXPECT_EQ(recorder.deleted, QStringList{u"recording.wav"_s});
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_EQ(queue.pendingTimers(), 0U);
 }
@@ -241,13 +239,13 @@ TEST_F(RecordingManagerTest, ShowsWhyTheUploadFailedUntilTheNextRecording) {
     queue.runPosted();
 
     EXPECT_EQ(log.lines().last(),
-              QStringLiteral("🎙️ [Flow] ❌ EXIT: Transcription failed: Server error 502: unknown"));
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Server error 502: unknown"));
+              u"🎙️ [Flow] ❌ EXIT: Transcription failed: Server error 502: unknown"_s);
+    EXPECT_EQ(manager->errorMessage(), u"Server error 502: unknown"_s);
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_THAT(recorder.deleted, SizeIs(1));
 
     queue.advance(1h);
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Server error 502: unknown"));
+    EXPECT_EQ(manager->errorMessage(), u"Server error 502: unknown"_s);
     manager->startRecording();
     EXPECT_TRUE(manager->errorMessage().isNull());
 }
@@ -255,14 +253,14 @@ TEST_F(RecordingManagerTest, ShowsWhyTheUploadFailedUntilTheNextRecording) {
 TEST_F(RecordingManagerTest, LeavesTheMessageAloneWhenNothingWasSaid) {
     record(1s);
     transcript(" \t\n\u2029");
-    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] ❌ EXIT: Empty transcription"));
+    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] ❌ EXIT: Empty transcription"_s);
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_EQ(errorChanges, 0);
 
     record(1s);
     transcript("Thanks for watching.");
     processed("");
-    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Flow] ❌ EXIT: Empty transcription"));
+    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] ❌ EXIT: Empty transcription"_s);
     EXPECT_EQ(manager->state(), State::idle);
     EXPECT_THAT(insertion.inserted, IsEmpty());
     EXPECT_THAT(history.entries, IsEmpty());
@@ -278,14 +276,13 @@ TEST_F(RecordingManagerTest, RefusesAnEchoOfTheHintsRawAndProcessed) {
 
     record(1s);
     transcript("Grafana Kubernetes");
-    EXPECT_EQ(log.lines().last(),
-              QStringLiteral("🎙️ [Flow] ❌ EXIT: Hallucination detected (raw), discarding"));
+    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] ❌ EXIT: Hallucination detected (raw), discarding"_s);
     EXPECT_TRUE(manager->lastTranscription().isNull());
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+    EXPECT_EQ(manager->errorMessage(), u"No speech detected"_s);
     EXPECT_EQ(manager->state(), State::idle);
 
     queue.advance(1999ms);
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+    EXPECT_EQ(manager->errorMessage(), u"No speech detected"_s);
     queue.advance(1ms);
     EXPECT_TRUE(manager->errorMessage().isNull());
 
@@ -293,15 +290,15 @@ TEST_F(RecordingManagerTest, RefusesAnEchoOfTheHintsRawAndProcessed) {
     transcript("graf ana");
     processed("Grafana Kubernetes");
     EXPECT_EQ(log.lines().last(),
-              QStringLiteral("🎙️ [Flow] ❌ EXIT: Hallucination detected (processed), discarding"));
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("No speech detected"));
+              u"🎙️ [Flow] ❌ EXIT: Hallucination detected (processed), discarding"_s);
+    EXPECT_EQ(manager->errorMessage(), u"No speech detected"_s);
     EXPECT_THAT(insertion.inserted, SizeIs(1));
 
     // Another message in between is not cleared with it.
-    recorder.failure = QStringLiteral("gone");
+    recorder.failure = u"gone"_s;
     manager->startRecording();
     queue.advance(3s);
-    EXPECT_EQ(manager->errorMessage(), QStringLiteral("Failed to start recording: gone"));
+    EXPECT_EQ(manager->errorMessage(), u"Failed to start recording: gone"_s);
 }
 
 TEST_F(RecordingManagerTest, CountsNothingForNobody) {
@@ -321,17 +318,15 @@ TEST_F(RecordingManagerTest, CountsNothingForNobody) {
 
 TEST_F(RecordingManagerTest, ReadsLanguagesAndHintsAfreshForEveryDictation) {
     record(1s);
-    EXPECT_EQ(transcriber.uploads[0],
-              (TranscriptionSettings{QStringLiteral("no"), QStringLiteral("no,sv,da,fi,en"), std::nullopt}));
+    EXPECT_EQ(transcriber.uploads[0], (TranscriptionSettings{u"no"_s, u"no,sv,da,fi,en"_s, std::nullopt}));
     transcript("");
 
-    preferences.set(keys::primaryLanguage, QStringLiteral("sv"));
-    preferences.set(keys::selectedLanguages, QStringLiteral(" sv ,,no"));
+    preferences.set(keys::primaryLanguage, u"sv"_s);
+    preferences.set(keys::selectedLanguages, u" sv ,,no"_s);
     preferences.set(keys::dictionary, words({"c", "b", "a"}));
     record(1s);
-    EXPECT_EQ(transcriber.uploads[1], (TranscriptionSettings{QStringLiteral("sv"), QStringLiteral(" sv ,,no"),
-                                                             QStringLiteral("a, b, c")}));
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Prompt] 3 hint words for languages: sv, , no")));
+    EXPECT_EQ(transcriber.uploads[1], (TranscriptionSettings{u"sv"_s, u" sv ,,no"_s, u"a, b, c"_s}));
+    EXPECT_TRUE(log.contains(u"🎙️ [Prompt] 3 hint words for languages: sv, , no"_s));
 }
 
 TEST_F(RecordingManagerTest, KeepsTheServiceWarmWhileALongRecordingRuns) {
@@ -356,7 +351,7 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
     record(1s);
     log.clear();
     manager.reset();
-    transcriber.complete(Transcript{QStringLiteral("hei"), std::nullopt});
+    transcriber.complete(Transcript{u"hei"_s, std::nullopt});
     queue.advance(10s);
     EXPECT_THAT(log.lines(), IsEmpty());
 
@@ -365,7 +360,7 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
     transcript("hei");
     manager.reset();
     log.clear();
-    processor.complete(QStringLiteral("Hei"));
+    processor.complete(u"Hei"_s);
     queue.runPosted();
     EXPECT_THAT(log.lines(), IsEmpty());
     EXPECT_THAT(insertion.inserted, IsEmpty());
@@ -373,12 +368,12 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
 
 TEST_F(RecordingManagerTest, TakesAnswersFromOtherThreads) {
     record(1s);
-    std::thread([&] { transcriber.complete(Transcript{QStringLiteral("hei"), std::nullopt}); }).join();
+    std::thread([&] { transcriber.complete(Transcript{u"hei"_s, std::nullopt}); }).join();
     queue.runPosted();
-    std::thread([&] { processor.complete(QStringLiteral("Hei")); }).join();
+    std::thread([&] { processor.complete(u"Hei"_s); }).join();
     EXPECT_THAT(insertion.inserted, IsEmpty());
     queue.runPosted();
-    EXPECT_EQ(insertion.inserted, QStringList{QStringLiteral("Hei")});
+    EXPECT_EQ(insertion.inserted, QStringList{u"Hei"_s});
 }
 
 } // namespace

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -37,7 +39,7 @@ unsigned modeOf(const QString &path) {
 
 TEST(AccountDatabase, OutlivesTheServiceAndIsPrivate) {
     const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("made/on the way"));
+    const QString path = directory.filePath(u"made/on the way"_s);
     std::string token;
     {
         RunningAccounts service(path);
@@ -57,7 +59,7 @@ TEST(AccountDatabase, OutlivesTheServiceAndIsPrivate) {
 
 TEST(AccountDatabase, DoesNotWriteToAFileThatIsHalfDamaged) {
     const QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("accounts.sqlite"));
+    const QString path = directory.filePath(u"accounts.sqlite"_s);
     {
         RunningAccounts service(directory.path());
         ASSERT_NE(service.signIn("kari@example.org"), "");
@@ -82,7 +84,7 @@ TEST(AccountDatabase, LeavesWhatItCannotUse) {
     const Case cases[] = {{"no database", QByteArray(5000, 'x')}, {"half a header", "SQLite format 3"}};
     for (const Case &row : cases) {
         const QTemporaryDir directory;
-        const QString file = directory.filePath(QStringLiteral("accounts.sqlite"));
+        const QString file = directory.filePath(u"accounts.sqlite"_s);
         write(file, row.content);
         RunningAccounts service(directory.path());
         const auto reply = service.send("POST", "/api/auth/me", "token");
@@ -97,7 +99,7 @@ TEST(AccountDatabase, LeavesWhatItCannotUse) {
 
 TEST(AccountDatabase, LeavesTheFileOfAnotherProgram) {
     const QTemporaryDir directory;
-    const QByteArray file = QFile::encodeName(directory.filePath(QStringLiteral("accounts.sqlite")));
+    const QByteArray file = QFile::encodeName(directory.filePath(u"accounts.sqlite"_s));
     sqlite3 *database = nullptr;
     ASSERT_EQ(sqlite3_open(file.constData(), &database), SQLITE_OK);
     ASSERT_EQ(sqlite3_exec(database, "CREATE TABLE theirs (x)", nullptr, nullptr, nullptr), SQLITE_OK);
@@ -110,9 +112,9 @@ TEST(AccountDatabase, LeavesTheFileOfAnotherProgram) {
 
 TEST(AccountDatabase, SaysThatItCannotMakeItsDirectory) {
     const QTemporaryDir directory;
-    const QString inTheWay = directory.filePath(QStringLiteral("file"));
+    const QString inTheWay = directory.filePath(u"file"_s);
     write(inTheWay, "x");
-    const RunningAccounts service(inTheWay + QStringLiteral("/data"));
+    const RunningAccounts service(inTheWay + u"/data"_s);
     const auto reply = service.send("GET", "/api/sync/stats", "token");
     EXPECT_EQ(reply->status, 503);
     EXPECT_FALSE(errorOf(*reply).isEmpty());
@@ -122,7 +124,7 @@ TEST(AccountDatabase, LosesNothingWhenTheDiskIsFull) {
     const SmallDisk disk;
     if (!disk.isMounted())
         GTEST_SKIP() << "this process may not mount";
-    RunningAccounts service(disk.path(QStringLiteral("data")));
+    RunningAccounts service(disk.path(u"data"_s));
     const std::string token = service.signIn("kari@example.org");
     ASSERT_EQ(service.send("PUT", "/api/sync/dictionary", token, kWords)->status, 200);
     std::string many = R"({"words": ["Lyse")";

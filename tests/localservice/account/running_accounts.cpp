@@ -1,9 +1,11 @@
 #include "localservice/account/running_accounts.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice::testing {
 
 RunningAccounts::RunningAccounts(const QString &directory)
-    : m_directory(directory.isEmpty() ? m_temporary.filePath(QStringLiteral("share/velmo")) : directory),
+    : m_directory(directory.isEmpty() ? m_temporary.filePath(u"share/velmo"_s) : directory),
       m_database(m_directory),
       m_accounts(m_database,
                  [this] {
@@ -25,7 +27,7 @@ httplib::Result RunningAccounts::send(const char *method, const char *path, cons
 
 std::string RunningAccounts::signIn(const char *email) {
     const auto identity = m_accounts.issueIdentityToken(QString::fromUtf8(email));
-    const auto signedIn = m_accounts.signIn(identity.value_or(QString()), QStringLiteral("Kari"));
+    const auto signedIn = m_accounts.signIn(identity.value_or(QString()), u"Kari"_s);
     return signedIn ? signedIn->token.toStdString() : std::string();
 }
 

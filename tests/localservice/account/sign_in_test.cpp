@@ -8,6 +8,8 @@
 #include <QUrlQuery>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -45,8 +47,7 @@ protected:
 
     /// The hidden fields of a page's form.
     static Fields hiddenFields(const std::string &page) {
-        static const QRegularExpression input(
-            QStringLiteral("type=\"hidden\" name=\"([^\"]*)\" value=\"([^\"]*)\""));
+        static const QRegularExpression input(u"type=\"hidden\" name=\"([^\"]*)\" value=\"([^\"]*)\""_s);
         Fields fields;
         auto found = input.globalMatch(QString::fromStdString(page));
         while (found.hasNext()) {
@@ -70,8 +71,7 @@ protected:
                                       "Content-Type: application/x-www-form-urlencoded\r\n"
                                       "Content-Length: " +
                                       std::to_string(body.size()) + "\r\n\r\n" + body));
-        static const QRegularExpression location(
-            QStringLiteral("^HTTP/1.1 303 [^$]*\r\nLocation: (velmo:[^\r]*)\r"));
+        static const QRegularExpression location(u"^HTTP/1.1 303 [^$]*\r\nLocation: (velmo:[^\r]*)\r"_s);
         const auto found = location.match(QString::fromLatin1(connection.readAll()));
         EXPECT_TRUE(found.hasMatch());
         const QUrl url(found.captured(1), QUrl::StrictMode);
@@ -84,15 +84,13 @@ protected:
     }
 
     httplib::Result exchange(const QString &idToken, const QJsonObject &fullName = {}) {
-        QJsonObject body{{QStringLiteral("identityToken"), idToken}};
+        QJsonObject body{{u"identityToken"_s, idToken}};
         if (!fullName.isEmpty())
-            body.insert(QStringLiteral("fullName"), fullName);
+            body.insert(u"fullName"_s, fullName);
         return m_service.send("POST", "/api/auth/apple", "", json::compact(body).toStdString());
     }
 
-    QString identityToken() {
-        return m_service.accounts().issueIdentityToken(QStringLiteral("kari@example.org")).value();
-    }
+    QString identityToken() { return m_service.accounts().issueIdentityToken(u"kari@example.org"_s).value(); }
 
     RunningAccounts m_service;
 };
@@ -108,12 +106,11 @@ TEST_F(SignIn, LeadsFromThePageToASession) {
         {{"email", " Kari@Example.org "}, {"given_name", "Kåre & Co"}, {"family_name", "Nordmann"}});
 
     const auto first = lead(submit(fields)->body);
-    EXPECT_EQ(item(first, "state"), QStringLiteral("9F1C<\"&%1>"));
+    EXPECT_EQ(item(first, "state"), u"9F1C<\"&%1>"_s);
     EXPECT_EQ(item(first, "user"),
               QString::fromUtf8(R"({"name":{"firstName":"Kåre & Co","lastName":"Nordmann"}})"));
     const auto session =
-        exchange(item(first, "id_token"), {{QStringLiteral("givenName"), QStringLiteral("Kåre")},
-                                           {QStringLiteral("familyName"), QStringLiteral("N")}});
+        exchange(item(first, "id_token"), {{u"givenName"_s, u"Kåre"_s}, {u"familyName"_s, u"N"_s}});
     ASSERT_EQ(session->status, 200) << session->body;
     const QJsonObject user = objectOf(*session).value(u"user").toObject();
     EXPECT_EQ(user.value(u"email").toString(), u"Kari@Example.org");
@@ -122,7 +119,7 @@ TEST_F(SignIn, LeadsFromThePageToASession) {
     EXPECT_EQ(objectOf(*m_service.send("POST", "/api/auth/me", token)).value(u"user").toObject(), user);
 
     const auto second = lead(submit(form("kari@example.org", "", ""))->body);
-    EXPECT_FALSE(second.hasQueryItem(QStringLiteral("user"))) << "the first time only";
+    EXPECT_FALSE(second.hasQueryItem(u"user"_s)) << "the first time only";
     const auto again = exchange(item(second, "id_token"));
     EXPECT_EQ(objectOf(*again).value(u"user").toObject(), user) << "the same account";
     EXPECT_NE(objectOf(*again).value(u"token").toString().toStdString(), token);

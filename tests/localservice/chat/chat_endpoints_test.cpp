@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -37,8 +39,7 @@ protected:
 
     ScriptedServer m_model;
     HttpClient m_http;
-    ChatClient m_chat{m_http,
-                      {m_model.origin() + QString::fromLatin1(kPath), QStringLiteral("llama"), "secret"}};
+    ChatClient m_chat{m_http, {m_model.origin() + QString::fromLatin1(kPath), u"llama"_s, "secret"}};
     RunningServer m_server{{processEndpoint(&m_chat), normalizeEndpoint(&m_chat)}};
 };
 
@@ -50,10 +51,10 @@ TEST_F(ChatEndpoints, RewriteUnderThePromptOfTheMode) {
     const auto reply = post("/api/process", R"({"text": "hi åse", "systemPrompt": "Be formal."})");
 
     EXPECT_EQ(reply->status, 200);
-    EXPECT_EQ(objectOf(*reply).value(QStringLiteral("text")), QStringLiteral("Dear Åse"));
+    EXPECT_EQ(objectOf(*reply).value(u"text"_s), u"Dear Åse"_s);
     const QJsonObject question = lastQuestion();
-    EXPECT_EQ(question.value(QStringLiteral("model")), QStringLiteral("llama"));
-    EXPECT_EQ(json::compact(question.value(QStringLiteral("messages")).toArray()),
+    EXPECT_EQ(question.value(u"model"_s), u"llama"_s);
+    EXPECT_EQ(json::compact(question.value(u"messages"_s).toArray()),
               R"([{"content":"Be formal.","role":"system"},{"content":"hi åse","role":"user"}])");
     EXPECT_EQ(m_model.requests().back().header("Authorization"), "Bearer secret");
 }
@@ -63,10 +64,10 @@ TEST_F(ChatEndpoints, NormalizeToBokmal) {
 
     const auto reply = post("/api/normalize-bokmal", R"({"text": "Eg kjem."})");
 
-    EXPECT_EQ(objectOf(*reply).value(QStringLiteral("text")), QStringLiteral("Jeg kommer."));
-    const QJsonArray messages = lastQuestion().value(QStringLiteral("messages")).toArray();
+    EXPECT_EQ(objectOf(*reply).value(u"text"_s), u"Jeg kommer."_s);
+    const QJsonArray messages = lastQuestion().value(u"messages"_s).toArray();
     EXPECT_TRUE(messages.at(0)[u"content"].toString().contains(u"Bokmål"));
-    EXPECT_EQ(messages.at(1)[u"content"], QStringLiteral("Eg kjem."));
+    EXPECT_EQ(messages.at(1)[u"content"], u"Eg kjem."_s);
 }
 
 TEST_F(ChatEndpoints, NameThePieceAtFault) {

@@ -9,6 +9,8 @@
 #include <csignal>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::RawConnection;
@@ -26,7 +28,7 @@ public:
     int waitUntilReady() {
         while (!m_process.canReadLine() && m_process.waitForReadyRead(60'000)) {
         }
-        static const QRegularExpression address(QStringLiteral("ready on http://127\\.0\\.0\\.1:(\\d+) "));
+        static const QRegularExpression address(u"ready on http://127\\.0\\.0\\.1:(\\d+) "_s);
         return address.match(QString::fromUtf8(m_process.readLine())).captured(1).toInt();
     }
 
@@ -52,12 +54,11 @@ QStringList words(const char *text) {
 
 TEST(Program, EndsGracefully) {
     const QTemporaryDir data;
-    Program program(
-        {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--data-dir"), data.path()});
+    Program program({u"--port"_s, u"0"_s, u"--data-dir"_s, data.path()});
     const int port = program.waitUntilReady();
     ASSERT_NE(port, 0) << program.errors().constData();
     RawConnection connection(port);
-    const auto form = testing::uploadForm(testing::spoken(QStringLiteral("the secret word is giraffe")));
+    const auto form = testing::uploadForm(testing::spoken(u"the secret word is giraffe"_s));
     QByteArray request =
         "POST /api/transcribe HTTP/1.1\r\nHost: localhost\r\nContent-Type: " + form.contentType +
         "\r\nContent-Length: " + QByteArray::number(form.body().size()) + "\r\n";
@@ -76,7 +77,7 @@ TEST(Program, EndsGracefully) {
     synchronising.send(
         "GET /api/sync/stats HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer secret\r\n\r\n");
     EXPECT_TRUE(synchronising.readAll().startsWith("HTTP/1.1 401"));
-    EXPECT_TRUE(QFile::exists(data.filePath(QStringLiteral("accounts.sqlite"))));
+    EXPECT_TRUE(QFile::exists(data.filePath(u"accounts.sqlite"_s)));
 
     program.signal(SIGTERM);
 
@@ -91,7 +92,7 @@ TEST(Program, EndsGracefully) {
 TEST(Program, SaysThatItsPortIsTaken) {
     Program first(words("--port 0"));
     const int port = first.waitUntilReady();
-    Program second({QStringLiteral("--port"), QString::number(port)});
+    Program second({u"--port"_s, QString::number(port)});
     EXPECT_EQ(second.exitStatus(), 1);
     EXPECT_TRUE(second.errors().contains(QByteArray::number(port)));
     first.signal(SIGINT);

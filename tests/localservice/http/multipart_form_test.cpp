@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::textPart;
@@ -19,11 +21,11 @@ TEST(MultipartForm, ReadsWhatVelmoSends) {
 
     ASSERT_TRUE(upload) << upload.error().toStdString();
     EXPECT_EQ(upload->audio, audio);
-    EXPECT_EQ(upload->fileName, QStringLiteral("recording.wav"));
+    EXPECT_EQ(upload->fileName, u"recording.wav"_s);
     EXPECT_EQ(upload->contentType, "audio/wav");
-    EXPECT_EQ(upload->prompt, QStringLiteral("Tromsø, \"x\"\r\ny"));
-    EXPECT_EQ(upload->language, QStringLiteral("no"));
-    EXPECT_EQ(upload->languages.join(u','), QStringLiteral("no,sv,da,fi,en"));
+    EXPECT_EQ(upload->prompt, u"Tromsø, \"x\"\r\ny"_s);
+    EXPECT_EQ(upload->language, u"no"_s);
+    EXPECT_EQ(upload->languages.join(u','), u"no,sv,da,fi,en"_s);
 }
 
 TEST(MultipartForm, TakesOtherExtensionsAndOddLanguages) {
@@ -34,8 +36,8 @@ TEST(MultipartForm, TakesOtherExtensionsAndOddLanguages) {
     const auto upload = parseUpload(form.contentType, form.body());
 
     ASSERT_TRUE(upload) << upload.error().toStdString();
-    EXPECT_EQ(upload->fileName, QStringLiteral("recording."));
-    EXPECT_EQ(upload->languages.join(u','), QStringLiteral("no,,sv"));
+    EXPECT_EQ(upload->fileName, u"recording."_s);
+    EXPECT_EQ(upload->languages.join(u','), u"no,,sv"_s);
     EXPECT_TRUE(upload->language.isEmpty());
 }
 

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <latch>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -16,7 +18,7 @@ namespace {
 
 Endpoint echo() {
     return {"POST", "/echo", [](const Request &request) {
-                return Reply{200, {{QStringLiteral("length"), request.body.size()}}};
+                return Reply{200, {{u"length"_s, request.body.size()}}};
             }};
 }
 
@@ -161,7 +163,7 @@ TEST(Server, AnswersWhatIsUnderWayWhenItStops) {
     const Endpoint slow{"GET", "/slow", [&](const Request &) {
                             begun.count_down();
                             letGo.wait();
-                            return Reply{200, {{QStringLiteral("answer"), 42}}};
+                            return Reply{200, {{u"answer"_s, 42}}};
                         }};
     ServerLimits limits;
     limits.connection.afterStop = std::chrono::milliseconds(1);
@@ -189,7 +191,7 @@ TEST(Server, TurnsAnExceptionIntoARefusal) {
 TEST(Server, DoesNotShareAPort) {
     const RunningServer first({});
     Server second;
-    const auto port = second.bind(QStringLiteral("127.0.0.1"), first.port());
+    const auto port = second.bind(u"127.0.0.1"_s, first.port());
     ASSERT_FALSE(port);
     EXPECT_TRUE(port.error().contains(u"--port")) << port.error().toStdString();
 }

@@ -8,6 +8,8 @@
 #include <numbers>
 #include <sndfile.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -17,7 +19,7 @@ constexpr double kSeconds = 0.5;
 /// A file of a 400 Hz tone on every channel.
 QByteArray toneFile(int format, int rate, int channels, double seconds = kSeconds) {
     const QTemporaryDir directory;
-    QFile file(directory.filePath(QStringLiteral("tone")));
+    QFile file(directory.filePath(u"tone"_s));
     SF_INFO info{};
     info.format = format;
     info.samplerate = rate;
@@ -42,7 +44,7 @@ double loudness(const Sound &sound) {
 
 QString failureOf(const QByteArray &file) {
     const auto sound = decodeAudio(file);
-    return sound ? QStringLiteral("none") : sound.error();
+    return sound ? u"none"_s : sound.error();
 }
 
 struct Form {

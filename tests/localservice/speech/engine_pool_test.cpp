@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <latch>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 namespace {
@@ -76,7 +78,7 @@ public:
 
     void add(int seconds) {
         m_outcomes.push_back(std::async(std::launch::async, [this, seconds] {
-            return m_pool.transcribe(recording(seconds, QStringLiteral("done")));
+            return m_pool.transcribe(recording(seconds, u"done"_s));
         }));
     }
 
@@ -84,7 +86,7 @@ public:
 
     void expectAllDone() {
         for (auto &outcome : m_outcomes)
-            EXPECT_EQ(outcome.get().value_or(Transcript()).text, QStringLiteral("done"));
+            EXPECT_EQ(outcome.get().value_or(Transcript()).text, u"done"_s);
     }
 
 private:
@@ -170,13 +172,11 @@ TEST(EnginePool, MakesAnotherEngineOnlyWhenRecordingsOverlap) {
 
 TEST(EnginePool, SaysWhyThereIsNoEngine) {
     EngineKind kind;
-    kind.make = []() -> Result<std::unique_ptr<SpeechEngine>, QString> {
-        return failed(QStringLiteral("No model."));
-    };
+    kind.make = []() -> Result<std::unique_ptr<SpeechEngine>, QString> { return failed(u"No model."_s); };
     kind.prepare = [](const Upload &upload) -> Result<Speech, Refusal> { return Speech{upload, {}}; };
     EnginePool pool(kind);
 
-    EXPECT_EQ(pool.waitUntilReady().error(), QStringLiteral("No model."));
+    EXPECT_EQ(pool.waitUntilReady().error(), u"No model."_s);
     EXPECT_FALSE(pool.isReady());
     EXPECT_EQ(statusOf(pool.transcribe(recording(1))), 503);
 }

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using velmo::testing::Reaction;
@@ -19,11 +21,11 @@ const QByteArray kPath = "/v1/audio/transcriptions";
 Upload upload() {
     Upload upload;
     upload.audio = QByteArray("RIFF\0\r\n--sound", 14);
-    upload.fileName = QStringLiteral("recording.wav");
+    upload.fileName = u"recording.wav"_s;
     upload.contentType = "audio/wav";
-    upload.prompt = QStringLiteral("Tromsø, Åse, Øyvind");
-    upload.language = QStringLiteral("nb");
-    upload.languages = {QStringLiteral("nb"), QStringLiteral("en")};
+    upload.prompt = u"Tromsø, Åse, Øyvind"_s;
+    upload.language = u"nb"_s;
+    upload.languages = {u"nb"_s, u"en"_s};
     return upload;
 }
 
@@ -32,8 +34,8 @@ class OpenAiSpeech : public ::testing::Test {
 protected:
     SpeechOutcome transcribe(bool detectLanguage = false) {
         EnginePool pool(openAiSpeechEngines(
-            m_http, {{m_server.origin() + QString::fromLatin1(kPath), QStringLiteral("large-v3"), "secret"},
-                     detectLanguage}));
+            m_http,
+            {{m_server.origin() + QString::fromLatin1(kPath), u"large-v3"_s, "secret"}, detectLanguage}));
         return pool.transcribe(upload());
     }
 
@@ -49,8 +51,8 @@ TEST_F(OpenAiSpeech, PassesTheUploadOn) {
     const auto transcript = transcribe();
 
     ASSERT_TRUE(transcript) << transcript.error().sentence.toStdString();
-    EXPECT_EQ(transcript->text, QStringLiteral("Hei på deg."));
-    EXPECT_EQ(transcript->detectedLanguage, QStringLiteral("no"));
+    EXPECT_EQ(transcript->text, u"Hei på deg."_s);
+    EXPECT_EQ(transcript->detectedLanguage, u"no"_s);
     const auto request = m_server.requests().at(0);
     EXPECT_EQ(request.method, "POST");
     EXPECT_EQ(request.header("Authorization"), "Bearer secret");
@@ -93,21 +95,19 @@ TEST_F(OpenAiSpeech, TurnsFailuresIntoRefusals) {
 
 TEST(OpenAiServer, TellsUnreachableFromLate) {
     HttpClient http;
-    const OpenAiServer unreachable(http, QStringLiteral("speech server"),
-                                   {ScriptedServer::refusingOrigin(), {}, {}});
+    const OpenAiServer unreachable(http, u"speech server"_s, {ScriptedServer::refusingOrigin(), {}, {}});
     EXPECT_EQ(unreachable.post("text/plain", "x", std::chrono::seconds(20)).error().status, 502);
 
     ScriptedServer server;
     server.react("/late", {Reaction{{}, Reaction::Then::Hold}});
-    const OpenAiServer late(http, QStringLiteral("speech server"),
-                            {server.origin() + QStringLiteral("/late"), {}, {}});
+    const OpenAiServer late(http, u"speech server"_s, {server.origin() + u"/late"_s, {}, {}});
     EXPECT_EQ(late.post("text/plain", "x", std::chrono::milliseconds(50)).error().status, 504);
 }
 
 TEST(OpenAiUrl, CompletesWhatAPersonWrites) {
     const auto url = [](const char *written) {
-        return openAiUrl(QString::fromLatin1(written), QStringLiteral("/v1/chat/completions"))
-            .value_or(QStringLiteral("none"))
+        return openAiUrl(QString::fromLatin1(written), u"/v1/chat/completions"_s)
+            .value_or(u"none"_s)
             .toStdString();
     };
     EXPECT_EQ(url("http://127.0.0.1:8080"), "http://127.0.0.1:8080/v1/chat/completions");

@@ -4,14 +4,14 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice::testing {
 
 QByteArray spoken(const QString &sentence) {
     const QTemporaryDir directory;
-    QFile file(directory.filePath(QStringLiteral("spoken.wav")));
-    QProcess::execute(QStringLiteral("flite"),
-                      {QStringLiteral("-voice"), QStringLiteral("rms"), QStringLiteral("-t"), sentence,
-                       QStringLiteral("-o"), file.fileName()});
+    QFile file(directory.filePath(u"spoken.wav"_s));
+    QProcess::execute(u"flite"_s, {u"-voice"_s, u"rms"_s, u"-t"_s, sentence, u"-o"_s, file.fileName()});
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 

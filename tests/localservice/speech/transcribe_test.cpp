@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -35,7 +37,7 @@ protected:
 
 /// As long as a sentence.
 QByteArray silence() {
-    QByteArray file = spoken(QStringLiteral("as long as a sentence"));
+    QByteArray file = spoken(u"as long as a sentence"_s);
     constexpr qsizetype header = 44;
     std::fill(file.begin() + header, file.end(), '\0');
     return file;
@@ -51,8 +53,7 @@ TEST_F(Transcribe, UnderstandsClearEnglish) {
         const auto reply = post(uploadForm(audio));
         ASSERT_EQ(reply->status, 200) << reply->body;
         EXPECT_EQ(objectOf(*reply),
-                  (QJsonObject{{QStringLiteral("text"), QLatin1StringView(sentence)},
-                               {QStringLiteral("detectedLanguage"), QStringLiteral("en")}}));
+                  (QJsonObject{{u"text"_s, QLatin1StringView(sentence)}, {u"detectedLanguage"_s, u"en"_s}}));
     }
     EXPECT_EQ(m_server.client().Get("/health")->status, 200);
 }
@@ -60,7 +61,7 @@ TEST_F(Transcribe, UnderstandsClearEnglish) {
 TEST_F(Transcribe, AnswersSilenceWithAnEmptyText) {
     const auto reply = post(uploadForm(silence()));
     ASSERT_EQ(reply->status, 200) << reply->body;
-    EXPECT_EQ(objectOf(*reply).value(QStringLiteral("text")), QString());
+    EXPECT_EQ(objectOf(*reply).value(u"text"_s), QString());
 }
 
 TEST_F(Transcribe, RefusesWhatTheEmbeddedEngineCannotDo) {

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::localservice {
 
 using testing::errorOf;
@@ -18,7 +20,7 @@ std::string wordsBody(const QString &letters) {
     QJsonArray words;
     for (const QChar letter : letters)
         words.append(QString(letter));
-    return json::compact(QJsonObject{{QStringLiteral("words"), words}}).toStdString();
+    return json::compact(QJsonObject{{u"words"_s, words}}).toStdString();
 }
 
 QString joined(const QJsonValue &words) {
@@ -61,7 +63,7 @@ TEST(DictionarySync, JudgesADeviceByWhatItKnows) {
     for (const Case &row : cases) {
         RunningAccounts service;
         const std::string tokens[] = {service.signIn("kari@example.org"), service.signIn("KARI@example.org")};
-        for (const QString &step : QString::fromLatin1(row.steps).split(QStringLiteral(", "))) {
+        for (const QString &step : QString::fromLatin1(row.steps).split(u", "_s)) {
             const std::string &token = tokens[step.front() == u'1' ? 0 : 1];
             const auto reply = step.contains(u"push") ? service.send("PUT", "/api/sync/dictionary", token,
                                                                      wordsBody(step.sliced(7)))

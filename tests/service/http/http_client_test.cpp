@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -36,7 +38,7 @@ protected:
 
 TEST_F(HttpClientTest, SendsTheHeadersItIsGivenInOrderAndLittleElse) {
     server.answer("/api", 200, "{}");
-    HttpRequest post = request("POST", QStringLiteral("/api"), "hei");
+    HttpRequest post = request("POST", u"/api"_s, "hei");
     post.headers = {
         {"X-Second", "b"}, {"Content-Type", "text/plain"}, {"x-first", "\xc3\xa5"}, {"X-Empty", ""}};
     ASSERT_TRUE(exchange(post));
@@ -47,11 +49,11 @@ TEST_F(HttpClientTest, SendsTheHeadersItIsGivenInOrderAndLittleElse) {
                                                 "Content-Length: 3\r\n");
     EXPECT_EQ(server.requests().at(0).body, "hei");
 
-    ASSERT_TRUE(exchange(request("GET", QStringLiteral("/api"))));
+    ASSERT_TRUE(exchange(request("GET", u"/api"_s)));
     EXPECT_EQ(server.requests().at(1).head,
               "GET /api HTTP/1.1\r\nHost: " + host + "\r\nUser-Agent: Velmo/1.0.0\r\n");
 
-    ASSERT_TRUE(exchange(request("POST", QStringLiteral("/api"))));
+    ASSERT_TRUE(exchange(request("POST", u"/api"_s)));
     EXPECT_EQ(server.requests().at(2).header("Content-Length"), "0");
 }
 
@@ -71,7 +73,7 @@ TEST_F(HttpClientTest, LetsNoHeaderValueBecomeAHeader) {
     server.answer("/", 200, "{}");
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
-        HttpRequest get = request("GET", QStringLiteral("/"));
+        HttpRequest get = request("GET", u"/"_s);
         get.headers = {{"X-Mode", row.value}, {"X-Last", "1"}};
         ASSERT_TRUE(exchange(get));
         const testing::ReceivedRequest received = server.requests().back();
@@ -115,8 +117,7 @@ TEST_F(HttpClientTest, TakesEveryKindOfReplyAsItIs) {
         SCOPED_TRACE(row.name);
         const std::size_t before = server.requests().size();
         server.react("/", {row.reaction});
-        const HttpOutcome outcome =
-            exchange(request("POST", QStringLiteral("/"), QByteArray(3'000'000, 'x')));
+        const HttpOutcome outcome = exchange(request("POST", u"/"_s, QByteArray(3'000'000, 'x')));
         ASSERT_TRUE(outcome) << outcome.error().description.toStdString();
         EXPECT_EQ(outcome->status, row.status);
         EXPECT_EQ(outcome->body, row.body);
@@ -127,7 +128,7 @@ TEST_F(HttpClientTest, TakesEveryKindOfReplyAsItIs) {
 TEST_F(HttpClientTest, AcceptsABodyOfExactlySixteenMebibytes) {
     const QByteArray largest(16777216, ' ');
     server.answer("/", 200, largest);
-    const HttpOutcome outcome = exchange(request("GET", QStringLiteral("/")));
+    const HttpOutcome outcome = exchange(request("GET", u"/"_s));
     ASSERT_TRUE(outcome);
     EXPECT_EQ(outcome->body, largest);
 }
@@ -148,18 +149,18 @@ TEST_F(HttpClientTest, RefusesWhatIsNoAddressOfTheWeb) {
 TEST_F(HttpClientTest, SaysWhyThereIsNoConnection) {
     HttpRequest refused = request("GET", QString());
     refused.url = ScriptedServer::refusingOrigin();
-    EXPECT_EQ(exchange(refused).error().description, QStringLiteral("Could not connect to the server."));
+    EXPECT_EQ(exchange(refused).error().description, u"Could not connect to the server."_s);
 
     HttpRequest unknown = request("GET", QString());
-    unknown.url = QStringLiteral("http://velmo.invalid/");
-    EXPECT_EQ(exchange(unknown).error().description, QStringLiteral("The server could not be found."));
+    unknown.url = u"http://velmo.invalid/"_s;
+    EXPECT_EQ(exchange(unknown).error().description, u"The server could not be found."_s);
 }
 
 TEST_F(HttpClientTest, NeverUsesAProxyForThisMachine) {
     server.answer("/", 200, "{}");
     qputenv("http_proxy", ScriptedServer::refusingOrigin().toUtf8());
     qputenv("no_proxy", "");
-    const HttpOutcome outcome = exchange(request("GET", QStringLiteral("/")));
+    const HttpOutcome outcome = exchange(request("GET", u"/"_s));
     qunsetenv("http_proxy");
     qunsetenv("no_proxy");
     EXPECT_TRUE(outcome);
@@ -172,10 +173,10 @@ TEST_F(HttpClientTest, DoesNotSendAgainWhenAKeptConnectionDies) {
             const std::size_t before = server.requests().size();
             server.react("/", {testing::reply(200, "{}"), {"", then}, testing::reply(200, "{}")});
             const auto body = method == "POST" ? std::optional<QByteArray>("x") : std::nullopt;
-            ASSERT_TRUE(exchange(request(method, QStringLiteral("/"), body)));
-            const HttpOutcome second = exchange(request(method, QStringLiteral("/"), body));
+            ASSERT_TRUE(exchange(request(method, u"/"_s, body)));
+            const HttpOutcome second = exchange(request(method, u"/"_s, body));
             ASSERT_FALSE(second);
-            EXPECT_EQ(second.error().description, QStringLiteral("The connection was lost."));
+            EXPECT_EQ(second.error().description, u"The connection was lost."_s);
             ASSERT_EQ(server.requests().size(), before + 2);
             EXPECT_EQ(server.requests().at(before).connection, server.requests().at(before + 1).connection)
                 << "the second request did not use the kept connection";
@@ -191,7 +192,7 @@ TEST_F(HttpClientTest, WarmsTheConnectionOfTheNextRequest) {
     // The reply is there; once a later exchange is through, the client has dealt with it too.
     ScriptedServer elsewhere;
     ASSERT_TRUE(exchange({"GET", elsewhere.origin(), {}, {}, kAmple}));
-    ASSERT_TRUE(exchange(request("POST", QStringLiteral("/api/transcribe"), "x")));
+    ASSERT_TRUE(exchange(request("POST", u"/api/transcribe"_s, "x")));
 
     EXPECT_EQ(server.connections(), 1);
     EXPECT_EQ(server.requests().at(0).head, "HEAD / HTTP/1.1\r\nHost: " + server.origin().sliced(7).toUtf8() +
@@ -217,7 +218,7 @@ TEST(HttpClientEnd, CompletesWhatIsUnderWayExactlyOnce) {
     }
     for (const auto &probe : probes) {
         ASSERT_EQ(probe.calls(), 1);
-        EXPECT_EQ(probe.outcome().error().description, QStringLiteral("The connection was lost."));
+        EXPECT_EQ(probe.outcome().error().description, u"The connection was lost."_s);
     }
     EXPECT_EQ(sentAtTheEnd.calls(), 1);
     EXPECT_EQ(server.requests().size(), probes.size());
@@ -226,8 +227,8 @@ TEST(HttpClientEnd, CompletesWhatIsUnderWayExactlyOnce) {
 TEST_F(HttpClientTest, GoesOnAfterACompletionThatSendsOrThrows) {
     server.answer("/", 200, "{}");
     CompletionProbe<HttpOutcome> second;
-    client.send(request("GET", QStringLiteral("/")), [&](const HttpOutcome &) {
-        client.send(request("GET", QStringLiteral("/")), second.callback());
+    client.send(request("GET", u"/"_s), [&](const HttpOutcome &) {
+        client.send(request("GET", u"/"_s), second.callback());
         throw std::runtime_error("a completion with a fault");
     });
     client.waitUntilIdle();

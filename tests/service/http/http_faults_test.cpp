@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 // Everything a server can do to a request. Whatever it does, the completion comes once and the server has seen
 // the request once.
 
@@ -23,9 +25,9 @@ constexpr HttpLimits kAmple{30s, std::nullopt};
 constexpr HttpLimits kShortIdle{30s, 300ms};
 constexpr HttpLimits kShortWhole{400ms, std::nullopt};
 
-const QString kLost = QStringLiteral("The connection was lost.");
-const QString kLate = QStringLiteral("The server did not answer in time.");
-const QString kUnclear = QStringLiteral("The server's reply could not be understood.");
+const QString kLost = u"The connection was lost."_s;
+const QString kLate = u"The server did not answer in time."_s;
+const QString kUnclear = u"The server's reply could not be understood."_s;
 
 struct Fault {
     const char *name;

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -16,7 +18,7 @@ TEST(HttpLookup, ThatHangsEndsInTheTimeoutAndHoldsUpNobody) {
     testing::CompletionProbe<HttpOutcome> whole;
     testing::CompletionProbe<HttpOutcome> idle;
     testing::CompletionProbe<HttpOutcome> atTheEnd;
-    const QString slow = QStringLiteral("https://slow.velmo.example");
+    const QString slow = u"https://slow.velmo.example"_s;
     using namespace std::chrono_literals;
     {
         HttpClient client;

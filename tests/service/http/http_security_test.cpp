@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 // Whom the client talks to over TLS, tried on a real TLS server.
 
 namespace velmo {
@@ -18,14 +20,12 @@ class TlsServer : private Unmovable {
 public:
     explicit TlsServer(const QString &host) {
         QProcess maker;
-        maker.startCommand(
-            QStringLiteral("openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 "
+        maker.startCommand(u"openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 "
                            "-nodes -keyout %1 -out %2 -days 2 -subj /CN=Velmo "
-                           "-addext subjectAltName=DNS:%3")
-                .arg(key(), certificate(), host));
+                           "-addext subjectAltName=DNS:%3"_s.arg(key(), certificate(), host));
         maker.waitForFinished();
-        m_server.startCommand(QStringLiteral("openssl s_server -accept 127.0.0.1:0 -www -key %1 -cert %2")
-                                  .arg(key(), certificate()));
+        m_server.startCommand(
+            u"openssl s_server -accept 127.0.0.1:0 -www -key %1 -cert %2"_s.arg(key(), certificate()));
         QByteArray announced;
         while (!announced.contains("ACCEPT 127.0.0.1:") && m_server.waitForReadyRead())
             announced += m_server.readAllStandardOutput();
@@ -36,15 +36,11 @@ public:
         m_server.waitForFinished();
     }
 
-    [[nodiscard]] QString origin() const {
-        return QStringLiteral("https://localhost:") + QString::fromLatin1(m_port);
-    }
-    [[nodiscard]] QString certificate() const {
-        return m_directory.filePath(QStringLiteral("certificate.pem"));
-    }
+    [[nodiscard]] QString origin() const { return u"https://localhost:"_s + QString::fromLatin1(m_port); }
+    [[nodiscard]] QString certificate() const { return m_directory.filePath(u"certificate.pem"_s); }
 
 private:
-    [[nodiscard]] QString key() const { return m_directory.filePath(QStringLiteral("key.pem")); }
+    [[nodiscard]] QString key() const { return m_directory.filePath(u"key.pem"_s); }
 
     QTemporaryDir m_directory;
     QProcess m_server;
@@ -59,9 +55,9 @@ HttpOutcome pageOf(const TlsServer &server, const HttpClientOptions &options) {
 }
 
 TEST(HttpSecurity, TrustsACertificateOfAKnownAuthorityForTheRightHostOnly) {
-    const QString insecure = QStringLiteral("No secure connection could be made.");
-    const TlsServer named(QStringLiteral("localhost"));
-    const TlsServer misnamed(QStringLiteral("velmo.example"));
+    const QString insecure = u"No secure connection could be made."_s;
+    const TlsServer named(u"localhost"_s);
+    const TlsServer misnamed(u"velmo.example"_s);
 
     EXPECT_EQ(pageOf(named, {}).error().description, insecure);
     EXPECT_EQ(pageOf(misnamed, {misnamed.certificate()}).error().description, insecure);

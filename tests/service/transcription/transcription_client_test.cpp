@@ -17,6 +17,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -45,12 +47,10 @@ public:
 
 class TranscriptionClientTest : public ::testing::Test {
 protected:
-    TranscriptionClientTest() {
-        preferences.set(keys::deviceId, QStringLiteral("3f1c2b9e-8d47-4a0e-9b51-6c2d7e8f9a10"));
-    }
+    TranscriptionClientTest() { preferences.set(keys::deviceId, u"3f1c2b9e-8d47-4a0e-9b51-6c2d7e8f9a10"_s); }
 
     /// A file of that many bytes, none like its neighbour.
-    [[nodiscard]] QString recording(qsizetype size, const QString &name = QStringLiteral("a.wav")) const {
+    [[nodiscard]] QString recording(qsizetype size, const QString &name = u"a.wav"_s) const {
         QString path = directory.filePath(name);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -84,35 +84,34 @@ protected:
 
     /// The lines, with the only figure that is never the same twice left out.
     [[nodiscard]] QStringList lines() const {
-        return log.lines().replaceInStrings(QRegularExpression(QStringLiteral("response: \\d+ms$")),
-                                            QStringLiteral("response: …ms"));
+        return log.lines().replaceInStrings(QRegularExpression(u"response: \\d+ms$"_s), u"response: …ms"_s);
     }
 
     QTemporaryDir directory;
     ScriptedServer server;
     FixedToken token;
     MemoryPreferences preferences;
-    TranscriptionSettings settings{QStringLiteral("no"), QStringLiteral("no, sv ,da"), {}};
+    TranscriptionSettings settings{u"no"_s, u"no, sv ,da"_s, {}};
     testing::LogCapture log;
 };
 
 TEST_F(TranscriptionClientTest, SendsExactlyTheseBytes) {
-    token.token = QStringLiteral("t0ken");
-    preferences.set(keys::selectedMode, QStringLiteral("formal"));
-    settings.prompt = QStringLiteral("Bjørn, Oslo, fjord");
+    token.token = u"t0ken"_s;
+    preferences.set(keys::selectedMode, u"formal"_s);
+    settings.prompt = u"Bjørn, Oslo, fjord"_s;
     server.answer(kPath, 200, "{\"text\":\" Hei på deg. \",\"detectedLanguage\":\"no\",\"more\":1}");
 
-    const TranscriptionResult result = transcribe(recording(2048, QStringLiteral("tale.WAV")));
+    const TranscriptionResult result = transcribe(recording(2048, u"tale.WAV"_s));
 
     ASSERT_TRUE(result);
-    EXPECT_EQ(result->text, QStringLiteral(" Hei på deg. "));
-    EXPECT_EQ(result->detectedLanguage, QStringLiteral("no"));
+    EXPECT_EQ(result->text, u" Hei på deg. "_s);
+    EXPECT_EQ(result->detectedLanguage, u"no"_s);
 
     ASSERT_EQ(server.requests().size(), 1U);
     const testing::ReceivedRequest request = server.requests().front();
     const QByteArray type = *request.header("Content-Type");
     const QByteArray boundary = type.sliced(type.indexOf('=') + 1);
-    EXPECT_TRUE(QRegularExpression(QStringLiteral("^Boundary-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"))
+    EXPECT_TRUE(QRegularExpression(u"^Boundary-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"_s)
                     .match(QString::fromLatin1(boundary))
                     .hasMatch());
     EXPECT_EQ(request.head, "POST /api/transcribe HTTP/1.1\r\n"
@@ -142,10 +141,10 @@ TEST_F(TranscriptionClientTest, SendsExactlyTheseBytes) {
     EXPECT_EQ(QByteArray(request.body).replace("--" + boundary, "--B"), expected);
 
     EXPECT_EQ(lines(), (QStringList{
-                           QStringLiteral("🎙️ [Tx] File size: 2048 bytes"),
-                           QStringLiteral("⏱️ [Latency] Uploading 2KB audio (2KB total) to Whisper"),
-                           QStringLiteral("⏱️ [Latency] Whisper upload+response: …ms"),
-                           QStringLiteral("🎙️ [Tx] Success:  Hei på deg. ... (lang: no)"),
+                           u"🎙️ [Tx] File size: 2048 bytes"_s,
+                           u"⏱️ [Latency] Uploading 2KB audio (2KB total) to Whisper"_s,
+                           u"⏱️ [Latency] Whisper upload+response: …ms"_s,
+                           u"🎙️ [Tx] Success:  Hei på deg. ... (lang: no)"_s,
                        }));
 }
 
@@ -153,7 +152,7 @@ TEST_F(TranscriptionClientTest, SaysLittleForSomebodyWithoutASession) {
     settings.prompt = QString();
     server.answer(kPath, 200,
                   "{\"text\":\"" + QByteArray("e\xcc\x81").repeated(51) + "\",\"detectedLanguage\":7}");
-    const TranscriptionResult result = transcribe(recording(1000, QStringLiteral("a.caf")));
+    const TranscriptionResult result = transcribe(recording(1000, u"a.caf"_s));
     ASSERT_TRUE(result);
     EXPECT_EQ(result->detectedLanguage, std::nullopt);
     const testing::ReceivedRequest request = server.requests().front();
@@ -161,19 +160,19 @@ TEST_F(TranscriptionClientTest, SaysLittleForSomebodyWithoutASession) {
     EXPECT_EQ(request.header("X-Mode"), "accurate");
     EXPECT_FALSE(request.body.contains("prompt"));
     EXPECT_TRUE(request.body.contains("filename=\"recording.caf\"\r\nContent-Type: audio/m4a\r\n"));
-    EXPECT_EQ(log.lines().last(), QStringLiteral("🎙️ [Tx] Success: %1... (lang: nil)")
-                                      .arg(QStringLiteral("e\u0301").repeated(50)));
+    EXPECT_EQ(log.lines().last(),
+              u"🎙️ [Tx] Success: %1... (lang: nil)"_s.arg(u"e\u0301"_s.repeated(50)));
 }
 
 TEST_F(TranscriptionClientTest, CompletesLocalFailuresAtOnce) {
     HttpClient http;
     TranscriptionClient client(originAt(server.origin()), http, token, preferences);
     // A folder passes for a file until it is opened; its size grows with its entries.
-    const QString folder = directory.filePath(QStringLiteral("folder.wav"));
+    const QString folder = directory.filePath(u"folder.wav"_s);
     for (int i = 0; i < 100; ++i)
-        ASSERT_TRUE(QDir().mkpath(folder + QStringLiteral("/entry%1").arg(i)));
+        ASSERT_TRUE(QDir().mkpath(folder + u"/entry%1"_s.arg(i)));
     const QString folderSize = QString::number(QFileInfo(folder).size());
-    const QString film = recording(0, QStringLiteral("film.m4a"));
+    const QString film = recording(0, u"film.m4a"_s);
     ASSERT_TRUE(QFile::resize(film, 268'435'457));
     struct Row {
         QString path;
@@ -181,10 +180,10 @@ TEST_F(TranscriptionClientTest, CompletesLocalFailuresAtOnce) {
         QStringList lines;
     };
     const std::vector<Row> rows = {
-        {directory.filePath(QStringLiteral("missing.wav")), Case::fileNotFound, {}},
-        {recording(999), Case::fileTooSmall, {QStringLiteral("🎙️ [Tx] File too small: 999 bytes")}},
-        {folder, Case::fileNotFound, {QStringLiteral("🎙️ [Tx] File size: %1 bytes").arg(folderSize)}},
-        {film, Case::networkError, {QStringLiteral("🎙️ [Tx] File size: 268435457 bytes")}},
+        {directory.filePath(u"missing.wav"_s), Case::fileNotFound, {}},
+        {recording(999), Case::fileTooSmall, {u"🎙️ [Tx] File too small: 999 bytes"_s}},
+        {folder, Case::fileNotFound, {u"🎙️ [Tx] File size: %1 bytes"_s.arg(folderSize)}},
+        {film, Case::networkError, {u"🎙️ [Tx] File size: 268435457 bytes"_s}},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.path.toStdString());
@@ -261,9 +260,9 @@ TEST_P(UploadEnding, IsReportedOnceAfterOneRequest) {
     EXPECT_EQ(server.requests().size(), 1U);
     EXPECT_EQ(server.connections(), 1);
     EXPECT_EQ(lines(), (QStringList{
-                           QStringLiteral("🎙️ [Tx] File size: 100000 bytes"),
-                           QStringLiteral("⏱️ [Latency] Uploading 97KB audio (98KB total) to Whisper"),
-                           QStringLiteral("⏱️ [Latency] Whisper upload+response: …ms"),
+                           u"🎙️ [Tx] File size: 100000 bytes"_s,
+                           u"⏱️ [Latency] Uploading 97KB audio (98KB total) to Whisper"_s,
+                           u"⏱️ [Latency] Whisper upload+response: …ms"_s,
                        }));
 }
 
@@ -273,8 +272,7 @@ INSTANTIATE_TEST_SUITE_P(Table, UploadEnding, ::testing::ValuesIn(kEndings),
 TEST_F(TranscriptionClientTest, SaysThatNobodyListens) {
     const TranscriptionResult result =
         transcribe(recording(1000), originAt(ScriptedServer::refusingOrigin()));
-    EXPECT_EQ(result.error().localizedDescription(),
-              QStringLiteral("Network error: Could not connect to the server."));
+    EXPECT_EQ(result.error().localizedDescription(), u"Network error: Could not connect to the server."_s);
 }
 
 TEST_F(TranscriptionClientTest, CompletesOnceWhenItEndsUnderWay) {
@@ -291,7 +289,7 @@ TEST_F(TranscriptionClientTest, CompletesOnceWhenItEndsUnderWay) {
     for (const auto &probe : {underWay, hardlyBegun}) {
         ASSERT_EQ(probe.calls(), 1);
         EXPECT_EQ(probe.outcome().error().localizedDescription(),
-                  QStringLiteral("Network error: The connection was lost."));
+                  u"Network error: The connection was lost."_s);
     }
 }
 
@@ -320,8 +318,7 @@ TEST_F(TranscriptionClientTest, OpensAConnectionAheadUnlessTheServiceIsOnThisMac
 
     // By its name this host is another machine.
     const QString port = server.origin().section(u':', -1);
-    TranscriptionClient remote(originAt(QStringLiteral("https://here.velmo.example:") + port), http, token,
-                               preferences);
+    TranscriptionClient remote(originAt(u"https://here.velmo.example:"_s + port), http, token, preferences);
     remote.prepare();
     server.waitForConnections(2);
     EXPECT_EQ(token.prepared, 2);

@@ -3,6 +3,8 @@
 #include <array>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -65,13 +67,13 @@ TEST(ServiceOrigin, NamesThePieceAtFault) {
         const auto origin = ServiceOrigin::parse(QString::fromUtf8(row.text));
         ASSERT_FALSE(origin);
         EXPECT_TRUE(origin.error().contains(QString::fromUtf8(row.piece))) << origin.error().toStdString();
-        EXPECT_FALSE(origin.error().contains(QStringLiteral("s3cret")));
+        EXPECT_FALSE(origin.error().contains(u"s3cret"_s));
     }
 }
 
 TEST(ServiceOrigin, OfThisRunIsTheEnvironmentsWhereItSaysOne) {
     qputenv("VELMO_SERVICE_URL", "https://velmo.example/");
-    EXPECT_EQ(ServiceOrigin::ofThisRun()->baseURL(), QStringLiteral("https://velmo.example"));
+    EXPECT_EQ(ServiceOrigin::ofThisRun()->baseURL(), u"https://velmo.example"_s);
     qputenv("VELMO_SERVICE_URL", "https://velmo.example/api");
     EXPECT_FALSE(ServiceOrigin::ofThisRun());
     qputenv("VELMO_SERVICE_URL", "");

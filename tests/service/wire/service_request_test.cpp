@@ -8,6 +8,8 @@
 #include <array>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -26,7 +28,7 @@ QByteArray joined(const HttpHeaders &headers) {
 }
 
 const ServiceOrigin &origin() {
-    static const ServiceOrigin origin = *ServiceOrigin::parse(QStringLiteral("https://velmo.example/"));
+    static const ServiceOrigin origin = *ServiceOrigin::parse(u"https://velmo.example/"_s);
     return origin;
 }
 
@@ -56,12 +58,12 @@ TEST(ServiceRequest, FollowsTheTableOfRequests) {
         {TokenExchange, "POST /api/auth/apple", {15s, {}}, "Content-Type: application/json"},
         {AccountRefresh, "POST /api/auth/me", {60s, {}}, kAccount},
     };
-    const RequestSender sender{QStringLiteral("t0ken"), QStringLiteral("3f1c"), QStringLiteral("formal")};
+    const RequestSender sender{u"t0ken"_s, u"3f1c"_s, u"formal"_s};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.line.constData());
         const HttpRequest request = serviceRequest(row.kind, origin(), sender, {"{}"});
         EXPECT_EQ(request.method + ' ' + request.url.toUtf8().sliced(21), row.line);
-        EXPECT_TRUE(request.url.startsWith(QStringLiteral("https://velmo.example/api/")));
+        EXPECT_TRUE(request.url.startsWith(u"https://velmo.example/api/"_s));
         EXPECT_EQ(request.limits.whole, row.limits.whole);
         EXPECT_EQ(request.limits.idle, row.limits.idle);
         EXPECT_EQ(joined(request.headers), row.headers);
@@ -70,7 +72,7 @@ TEST(ServiceRequest, FollowsTheTableOfRequests) {
 }
 
 TEST(ServiceRequest, LeavesOutWhatTheSenderDoesNotHave) {
-    const RequestSender nobody{{}, {}, QStringLiteral("accurate")};
+    const RequestSender nobody{{}, {}, u"accurate"_s};
     EXPECT_EQ(joined(serviceRequest(RequestKind::ModeProcessing, origin(), nobody, {}).headers),
               "Content-Type: application/json|X-App-Version: 1.0.0|X-Source: mac");
 }
@@ -80,8 +82,7 @@ TEST(RequestSender, GetsItsDeviceIdentifierFromTheFirstUploadOnly) {
     MemoryPreferences preferences;
     EXPECT_EQ(senderOfText(nobody, preferences).deviceId, std::nullopt);
     const QString made = *senderOfUpload(nobody, preferences).deviceId;
-    EXPECT_TRUE(QRegularExpression(
-                    QStringLiteral("^[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$"))
+    EXPECT_TRUE(QRegularExpression(u"^[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}$"_s)
                     .match(made)
                     .hasMatch())
         << made.toStdString();
@@ -99,9 +100,9 @@ TEST(RequestSender, GetsItsDeviceIdentifierFromTheFirstUploadOnly) {
 TEST(RequestSender, NamesTheSelectedMode) {
     NobodySignedIn nobody;
     MemoryPreferences preferences;
-    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, QStringLiteral("accurate"));
-    preferences.set(keys::selectedMode, QStringLiteral("formal"));
-    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, QStringLiteral("formal"));
+    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, u"accurate"_s);
+    preferences.set(keys::selectedMode, u"formal"_s);
+    EXPECT_EQ(senderOfText(nobody, preferences).selectedMode, u"formal"_s);
 }
 
 } // namespace

@@ -14,6 +14,8 @@
 #include <optional>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -35,17 +37,17 @@ struct CueSound {
 };
 
 constexpr std::array kCueSounds = {
-    CueSound{SoundCue::Tink, QLatin1StringView("message-new-instant")},
-    CueSound{SoundCue::Pop, QLatin1StringView("complete")},
-    CueSound{SoundCue::Funk, QLatin1StringView("dialog-warning")},
+    CueSound{SoundCue::Tink, "message-new-instant"_L1},
+    CueSound{SoundCue::Pop, "complete"_L1},
+    CueSound{SoundCue::Funk, "dialog-warning"_L1},
 };
 
 /// The theme's file of that name; empty when there is none. In the order freedesktop.org gives for sound themes, where an
 /// (empty) file "….disabled" switches a sound off.
 QString themeFile(QLatin1StringView name) {
     for (const char *extension : {"disabled", "oga", "ogg", "wav"}) {
-        const QString file = QStringLiteral("sounds/freedesktop/stereo/%1.%2")
-                                 .arg(QString(name), QLatin1StringView(extension));
+        const QString file =
+            u"sounds/freedesktop/stereo/%1.%2"_s.arg(QString(name), QLatin1StringView(extension));
         const QString path = QStandardPaths::locate(QStandardPaths::GenericDataLocation, file);
         if (!path.isEmpty())
             return path;

@@ -6,15 +6,16 @@
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
 /// The desktops' interfaces; all of them have the signal ActiveChanged(active as boolean).
 const QStringList kInterfaces = {
-    QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
-    QStringLiteral("org.cinnamon.ScreenSaver"),    QStringLiteral("org.mate.ScreenSaver"),
-    QStringLiteral("org.xfce.ScreenSaver"),
+    u"org.freedesktop.ScreenSaver"_s, u"org.gnome.ScreenSaver"_s, u"org.cinnamon.ScreenSaver"_s,
+    u"org.mate.ScreenSaver"_s,        u"org.xfce.ScreenSaver"_s,
 };
 
 } // namespace
@@ -24,7 +25,7 @@ ScreenSaverLock::ScreenSaverLock() : m_programs(new QDBusServiceWatcher(this)) {
         return;
     QDBusConnection bus = QDBusConnection::sessionBus();
     for (const QString &interface : kInterfaces)
-        bus.connect(QString(), QString(), interface, QStringLiteral("ActiveChanged"), this,
+        bus.connect(QString(), QString(), interface, u"ActiveChanged"_s, this,
                     SLOT(activeChanged(bool, QDBusMessage)));
     m_programs->setConnection(bus);
     m_programs->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);

@@ -8,12 +8,14 @@
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kApplicationInterface = QStringLiteral("org.freedesktop.Application");
-const QString kCommandsInterface = QStringLiteral("com.tarnwell.velmo.Commands");
+const QString kApplicationInterface = u"org.freedesktop.Application"_s;
+const QString kCommandsInterface = u"com.tarnwell.velmo.Commands"_s;
 
 /// An application that runs takes these at once.
 constexpr std::chrono::milliseconds kPatience{5000};
@@ -30,7 +32,7 @@ std::optional<CommandOutcome> outcomeOf(const QDBusMessage &reply) {
         if (isNobody(QDBusError(reply)))
             return std::nullopt;
         return CommandOutcome{kFailure, QString(),
-                              QStringLiteral("Velmo runs but does not answer; it may be busy or stopped.")};
+                              u"Velmo runs but does not answer; it may be busy or stopped."_s};
     }
     const QVariantList values = reply.arguments();
     return CommandOutcome{values.value(0).toInt(), values.value(1).toString(), values.value(2).toString()};
@@ -112,16 +114,15 @@ void SessionBus::release() {
 }
 
 void SessionBus::activate(Answer answer) {
-    m_parts->call(kApplicationInterface, QStringLiteral("Activate"), {QVariantMap()}, kPatience, answer);
+    m_parts->call(kApplicationInterface, u"Activate"_s, {QVariantMap()}, kPatience, answer);
 }
 
 void SessionBus::open(const QStringList &addresses, Answer answer) {
-    m_parts->call(kApplicationInterface, QStringLiteral("Open"), {addresses, QVariantMap()}, kPatience,
-                  answer);
+    m_parts->call(kApplicationInterface, u"Open"_s, {addresses, QVariantMap()}, kPatience, answer);
 }
 
 void SessionBus::run(const QStringList &words, std::chrono::milliseconds patience, Answer answer) {
-    m_parts->call(kCommandsInterface, QStringLiteral("Run"), {words}, patience, answer);
+    m_parts->call(kCommandsInterface, u"Run"_s, {words}, patience, answer);
 }
 
 } // namespace velmo

@@ -5,13 +5,15 @@
 #include <pulse/operation.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::pulse {
 
 bool isMicrophone(const pa_source_info &source) {
     if (source.monitor_of_sink == PA_INVALID_INDEX)
         return true;
     const bool isOfSoundCard = source.card != PA_INVALID_INDEX;
-    return !isOfSoundCard && QLatin1StringView(source.name) != QLatin1StringView("auto_null.monitor");
+    return !isOfSoundCard && QLatin1StringView(source.name) != "auto_null.monitor"_L1;
 }
 
 QString sentenceFor(int error) {
@@ -19,16 +21,16 @@ QString sentenceFor(int error) {
     case PA_ERR_CONNECTIONREFUSED:
     case PA_ERR_CONNECTIONTERMINATED:
     case PA_ERR_INVALIDSERVER:
-        return QStringLiteral("The sound server could not be reached.");
+        return u"The sound server could not be reached."_s;
     case PA_ERR_NOENTITY:
-        return QStringLiteral("No microphone was found.");
+        return u"No microphone was found."_s;
     case PA_ERR_ACCESS:
     case PA_ERR_AUTHKEY:
-        return QStringLiteral("The sound server does not allow recording.");
+        return u"The sound server does not allow recording."_s;
     case PA_ERR_KILLED:
-        return QStringLiteral("The microphone is gone.");
+        return u"The microphone is gone."_s;
     default:
-        return QStringLiteral("The microphone could not be opened.");
+        return u"The microphone could not be opened."_s;
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include <libsecret/secret.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -35,21 +37,21 @@ private:
 };
 
 KeychainFailure lockedFailure() {
-    return {QStringLiteral("The keyring is locked.")};
+    return {u"The keyring is locked."_s};
 }
 
 KeychainFailure absentFailure() {
-    return {QStringLiteral("This session has no keyring.")};
+    return {u"This session has no keyring."_s};
 }
 
 KeychainFailure failureOf(const CallError &error, const Deadline &deadline) {
     if (deadline.isOver())
-        return {QStringLiteral("The keyring does not answer.")};
+        return {u"The keyring does not answer."_s};
     if (error.isLocked())
         return lockedFailure();
     if (error.isAbsence())
         return absentFailure();
-    return {QStringLiteral("The keyring failed: ") + error.message()};
+    return {u"The keyring failed: "_s + error.message()};
 }
 
 OwnedTable attributesOf(const QString &account) {
@@ -132,7 +134,7 @@ ChangeResult tryAdd(const QString &account, const QByteArray &secret, const QStr
     if (error.isSet())
         return failed(failureOf(error, deadline));
     if (!keyring)
-        return failed(KeychainFailure{QStringLiteral("There is no default keyring.")});
+        return failed(KeychainFailure{u"There is no default keyring."_s});
     if (secret_collection_get_locked(keyring.get()) != FALSE)
         return failed(lockedFailure());
     SecretValue *value = secret_value_new(secret.constData(), secret.size(), "text/plain");

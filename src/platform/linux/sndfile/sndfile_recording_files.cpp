@@ -14,6 +14,8 @@
 #include <unistd.h>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -57,10 +59,10 @@ Descriptor makeLocked(const QByteArray &name) {
 
 RecordingFileFailure failureOf(int error) {
     if (error == ENOSPC || error == EDQUOT)
-        return {QStringLiteral("The disk is full.")};
+        return {u"The disk is full."_s};
     if (error == EACCES || error == EPERM || error == EROFS)
-        return {QStringLiteral("The recording may not be written to the temporary directory.")};
-    return {QStringLiteral("The recording file could not be written.")};
+        return {u"The recording may not be written to the temporary directory."_s};
+    return {u"The recording file could not be written."_s};
 }
 
 class SndfileRecordingFile final : public RecordingFile {

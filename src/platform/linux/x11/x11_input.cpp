@@ -15,6 +15,8 @@
 #include <QFileInfo>
 #include <xcb/xtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -47,9 +49,8 @@ X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places) {
 
 QString keyGuardProgram() {
     const QDir here(QCoreApplication::applicationDirPath());
-    const QString beside = here.filePath(QStringLiteral("velmo-key-guard"));
-    return QFileInfo::exists(beside) ? beside
-                                     : here.filePath(QStringLiteral("../libexec/velmo/velmo-key-guard"));
+    const QString beside = here.filePath(u"velmo-key-guard"_s);
+    return QFileInfo::exists(beside) ? beside : here.filePath(u"../libexec/velmo/velmo-key-guard"_s);
 }
 
 } // namespace velmo

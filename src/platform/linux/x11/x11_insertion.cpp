@@ -6,6 +6,8 @@
 
 #include <xcb/xfixes.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 struct X11Insertion::Parts {
@@ -43,7 +45,7 @@ Result<std::unique_ptr<X11Insertion>, QString> X11Insertion::open(MainQueue &que
     if (!connection)
         return failed(connection.error());
     if (!(*connection)->has(xcb_xfixes_id))
-        return failed(QStringLiteral("The display does not tell of changes of the clipboard."));
+        return failed(u"The display does not tell of changes of the clipboard."_s);
     auto parts = std::make_unique<Parts>(queue, std::move(*connection), options);
     return std::unique_ptr<X11Insertion>(new X11Insertion(std::move(parts)));
 }

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -28,7 +30,7 @@ Result<void, QString> refused(const QFile &file) {
 } // namespace
 
 AutostartEntry::AutostartEntry(const QString &folder, QString program)
-    : m_path(folder + QStringLiteral("/velmo.desktop")), m_program(std::move(program)) {}
+    : m_path(folder + u"/velmo.desktop"_s), m_program(std::move(program)) {}
 
 bool AutostartEntry::isEnabled() const {
     QFile file(m_path);

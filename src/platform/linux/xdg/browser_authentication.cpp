@@ -2,6 +2,8 @@
 
 #include "base/log.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 using Kind = WebAuthenticationFailure::Kind;
@@ -25,14 +27,14 @@ void BrowserAuthentication::deliver(const QString &address) {
     if (isAwaited)
         end(address);
     else
-        log(LogTag::Auth, QStringLiteral("Ignored a callback that nobody waits for"));
+        log(LogTag::Auth, u"Ignored a callback that nobody waits for"_s);
 }
 
 void BrowserAuthentication::browserAnswered(int session, bool opened) {
     if (opened || session != m_session || !m_completion)
         return;
     if (m_goesOnWithoutBrowser)
-        log(LogTag::Auth, QStringLiteral("No browser could be opened"));
+        log(LogTag::Auth, u"No browser could be opened"_s);
     else
         end(failed(WebAuthenticationFailure{Kind::NotStarted, QString()}));
 }

@@ -4,6 +4,8 @@
 #include <array>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -19,16 +21,16 @@ struct SettingsCommand {
 
 /// In this order: Budgie says "Budgie:GNOME", so those that go by their own name come as they are.
 constexpr std::array kCommands = {
-    SettingsCommand{Page::Keyboard, QLatin1StringView("GNOME"), "gnome-control-center keyboard"},
-    SettingsCommand{Page::Keyboard, QLatin1StringView("KDE"), "systemsettings kcm_keys"},
-    SettingsCommand{Page::Keyboard, QLatin1StringView("XFCE"), "xfce4-keyboard-settings"},
-    SettingsCommand{Page::Keyboard, QLatin1StringView("X-Cinnamon"), "cinnamon-settings keyboard"},
-    SettingsCommand{Page::Keyboard, QLatin1StringView("MATE"), "mate-keybinding-properties"},
-    SettingsCommand{Page::Keyboard, QLatin1StringView("LXQt"), "lxqt-config-globalkeyshortcuts"},
-    SettingsCommand{Page::Sound, QLatin1StringView("GNOME"), "gnome-control-center sound"},
-    SettingsCommand{Page::Sound, QLatin1StringView("KDE"), "systemsettings kcm_pulseaudio"},
-    SettingsCommand{Page::Sound, QLatin1StringView("X-Cinnamon"), "cinnamon-settings sound"},
-    SettingsCommand{Page::Sound, QLatin1StringView("MATE"), "mate-volume-control"},
+    SettingsCommand{Page::Keyboard, "GNOME"_L1, "gnome-control-center keyboard"},
+    SettingsCommand{Page::Keyboard, "KDE"_L1, "systemsettings kcm_keys"},
+    SettingsCommand{Page::Keyboard, "XFCE"_L1, "xfce4-keyboard-settings"},
+    SettingsCommand{Page::Keyboard, "X-Cinnamon"_L1, "cinnamon-settings keyboard"},
+    SettingsCommand{Page::Keyboard, "MATE"_L1, "mate-keybinding-properties"},
+    SettingsCommand{Page::Keyboard, "LXQt"_L1, "lxqt-config-globalkeyshortcuts"},
+    SettingsCommand{Page::Sound, "GNOME"_L1, "gnome-control-center sound"},
+    SettingsCommand{Page::Sound, "KDE"_L1, "systemsettings kcm_pulseaudio"},
+    SettingsCommand{Page::Sound, "X-Cinnamon"_L1, "cinnamon-settings sound"},
+    SettingsCommand{Page::Sound, "MATE"_L1, "mate-volume-control"},
     SettingsCommand{Page::Sound, QLatin1StringView(), "pavucontrol"},
     SettingsCommand{Page::Sound, QLatin1StringView(), "pavucontrol-qt"},
 };

@@ -7,11 +7,13 @@
 #include <QStandardPaths>
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
 
-const QString kEntryName = QStringLiteral("velmo.desktop");
+const QString kEntryName = u"velmo.desktop"_s;
 
 bool isPlain(QChar character) {
     return character.isLetterOrNumber() || QStringView(u"/._-+,:@").contains(character);
@@ -27,8 +29,8 @@ QString execWord(const QString &word) {
     QString text;
     for (const QChar character : word) {
         if (QStringView(u"\"`$\\").contains(character))
-            text += QStringLiteral("\\\\");
-        text += character == u'\\' ? QStringLiteral("\\\\") : QString(character);
+            text += u"\\\\"_s;
+        text += character == u'\\' ? u"\\\\"_s : QString(character);
         if (character == u'%')
             text += character;
     }
@@ -36,8 +38,7 @@ QString execWord(const QString &word) {
 }
 
 QString userFolder() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-           QStringLiteral("/applications");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/applications"_s;
 }
 
 /// Another folder than the user's that holds the entry: a package installed it.
@@ -45,7 +46,7 @@ bool isInstalledForAll() {
     const QStringList folders =
         QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation).sliced(1);
     return std::any_of(folders.begin(), folders.end(), [](const QString &folder) {
-        return QFile::exists(folder + QStringLiteral("/applications/") + kEntryName);
+        return QFile::exists(folder + u"/applications/"_s + kEntryName);
     });
 }
 
@@ -58,7 +59,7 @@ Result<void, QString> write(const QString &path, const QByteArray &content) {
     QSaveFile file(path);
     if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) ||
         file.write(content) != content.size() || !file.commit())
-        return failed(QStringLiteral("Could not write %1: %2").arg(path, file.errorString()));
+        return failed(u"Could not write %1: %2"_s.arg(path, file.errorString()));
     return {};
 }
 
@@ -66,7 +67,7 @@ Result<void, QString> write(const QString &path, const QByteArray &content) {
 
 QString desktopEntry(const QString &program) {
     QString entry = QString::fromUtf8(kDesktopEntry);
-    return entry.replace(QStringLiteral("Exec=velmo "), QStringLiteral("Exec=%1 ").arg(execWord(program)));
+    return entry.replace(u"Exec=velmo "_s, u"Exec=%1 "_s.arg(execWord(program)));
 }
 
 Result<void, QString> UrlSchemeHandler::install(const QString &program) {
@@ -81,11 +82,10 @@ Result<void, QString> UrlSchemeHandler::install(const QString &program) {
 }
 
 void UrlSchemeHandler::registerEntry(const QString &folder) {
-    m_process = std::make_unique<DetachedProcess>(
-        QStringLiteral("update-desktop-database"), QStringList{folder}, [this](bool) {
+    m_process =
+        std::make_unique<DetachedProcess>(u"update-desktop-database"_s, QStringList{folder}, [this](bool) {
             m_process = std::make_unique<DetachedProcess>(
-                QStringLiteral("xdg-mime"),
-                QStringList{QStringLiteral("default"), kEntryName, QStringLiteral("x-scheme-handler/velmo")},
+                u"xdg-mime"_s, QStringList{u"default"_s, kEntryName, u"x-scheme-handler/velmo"_s},
                 [](bool) {});
         });
 }

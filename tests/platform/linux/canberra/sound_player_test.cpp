@@ -15,6 +15,8 @@
 #include <csignal>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -29,14 +31,13 @@ protected:
     CanberraSoundPlayerTest() {
         qputenv("XDG_DATA_HOME", themes.path().toUtf8());
         qputenv("XDG_DATA_DIRS", "/nowhere");
-        QDir(themes.path()).mkpath(QStringLiteral("sounds/freedesktop/stereo"));
+        QDir(themes.path()).mkpath(u"sounds/freedesktop/stereo"_s);
         server.wakeMicrophone();
     }
 
     void addSound(const QString &name, double seconds) {
         const auto files = makeSndfileRecordingFiles();
-        const auto file =
-            files->create(themes.filePath(QStringLiteral("sounds/freedesktop/stereo/%1.wav").arg(name)));
+        const auto file = files->create(themes.filePath(u"sounds/freedesktop/stereo/%1.wav"_s.arg(name)));
         std::vector<float> tone;
         for (int i = 0; i < static_cast<int>(seconds * 16000); ++i)
             tone.push_back(i / 16 % 2 == 0 ? 0.5F : -0.5F);
@@ -59,8 +60,8 @@ double loudSeconds(const testing::WaveFile &recording) {
 }
 
 TEST_F(CanberraSoundPlayerTest, PlaysShortSoundsAndNoOthers) {
-    addSound(QStringLiteral("message-new-instant"), 0.2); // Tink
-    addSound(QStringLiteral("complete"), 0.5);            // Pop: too long; and Funk has none
+    addSound(u"message-new-instant"_s, 0.2); // Tink
+    addSound(u"complete"_s, 0.5);            // Pop: too long; and Funk has none
     QtMainQueue queue;
     const auto microphone = makePulseMicrophone(std::make_shared<pulse::Connection>(), queue);
     const auto files = makeSndfileRecordingFiles();
@@ -90,11 +91,11 @@ TEST_F(CanberraSoundPlayerTest, PlaysShortSoundsAndNoOthers) {
 }
 
 qsizetype threads() {
-    return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
+    return QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
 }
 
 TEST_F(CanberraSoundPlayerTest, IsSilentWithoutAServerThatAnswers) {
-    addSound(QStringLiteral("dialog-warning"), 0.2);
+    addSound(u"dialog-warning"_s, 0.2);
     const qsizetype before = threads();
     auto player = makePlayer();
     for (const int end : {SIGSTOP, SIGKILL}) {

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -27,12 +29,12 @@ void write(const QString &path) {
 
 TEST(InotifyFolderWatch, HearsOfFilesOfItsPrefixHoweverOftenTheyAreReplaced) {
     const QTemporaryDir folder;
-    const QString log = folder.filePath(QStringLiteral("preferences.sqlite-wal"));
+    const QString log = folder.filePath(u"preferences.sqlite-wal"_s);
     int changes = 0;
     InotifyFolderWatch watch;
-    ASSERT_TRUE(watch.watch(folder.path(), QStringLiteral("preferences.sqlite"), [&] { ++changes; }));
+    ASSERT_TRUE(watch.watch(folder.path(), u"preferences.sqlite"_s, [&] { ++changes; }));
 
-    write(folder.filePath(QStringLiteral("other")));
+    write(folder.filePath(u"other"_s));
     handleEvents();
     EXPECT_EQ(changes, 0);
     for (int round = 1; round <= 2; ++round) {
@@ -44,7 +46,7 @@ TEST(InotifyFolderWatch, HearsOfFilesOfItsPrefixHoweverOftenTheyAreReplaced) {
         handleEvents();
         EXPECT_EQ(changes, 2 * round);
     }
-    EXPECT_FALSE(watch.watch(folder.filePath(QStringLiteral("none")), QString(), [] {}));
+    EXPECT_FALSE(watch.watch(folder.filePath(u"none"_s), QString(), [] {}));
 }
 
 } // namespace velmo

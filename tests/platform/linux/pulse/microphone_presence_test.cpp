@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -35,11 +37,11 @@ TEST_F(PulseMicrophonePresenceTest, FollowsServerAndSource) {
     EXPECT_FALSE(isPresent()) << "no server";
     PulseServer server({});
     EXPECT_FALSE(isPresent()) << "no source";
-    server.control({QStringLiteral("load-module"), QStringLiteral("module-sine-source")});
+    server.control({u"load-module"_s, u"module-sine-source"_s});
     EXPECT_TRUE(isPresent());
-    server.control({QStringLiteral("unload-module"), QStringLiteral("module-sine-source")});
+    server.control({u"unload-module"_s, u"module-sine-source"_s});
     EXPECT_FALSE(isPresent());
-    server.control({QStringLiteral("load-module"), QStringLiteral("module-always-sink")});
+    server.control({u"load-module"_s, u"module-always-sink"_s});
     EXPECT_FALSE(isPresent()) << "the dummy output's sound is no microphone";
     server.signal(SIGSTOP);
     EXPECT_FALSE(isPresent()) << "a server that hangs";

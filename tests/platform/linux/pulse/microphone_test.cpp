@@ -14,6 +14,8 @@
 #include <gmock/gmock.h>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using ::testing::IsEmpty;
 
@@ -106,15 +108,14 @@ double likeness(const testing::WaveFile &sound, const testing::WaveFile &recordi
 TEST_F(PulseMicrophoneTest, RecordsWhatIsSpoken) {
     PulseServer server(PulseServer::virtualMicrophone());
     server.wakeMicrophone();
-    const QString speech =
-        testing::speechFile(directory, QStringLiteral("The quick brown fox jumps over the lazy dog."));
+    const QString speech = testing::speechFile(directory, u"The quick brown fox jumps over the lazy dog."_s);
     server.load(speech);
     recorder.press(queue.uptime());
     startHearing();
     server.play();
     EXPECT_TRUE(hears(isSilence)) << "the last word is through";
     const auto recording = stop();
-    EXPECT_TRUE(log.lines().first().endsWith(QStringLiteral("(16kHz mono, input: 48000Hz 2ch)")));
+    EXPECT_TRUE(log.lines().first().endsWith(u"(16kHz mono, input: 48000Hz 2ch)"_s));
     EXPECT_EQ(recording.sampleRate, 16000);
     const auto spoken = testing::readWave(speech);
     EXPECT_GT(likeness(spoken, recording), 0.9);
@@ -123,25 +124,25 @@ TEST_F(PulseMicrophoneTest, RecordsWhatIsSpoken) {
 
 TEST_F(PulseMicrophoneTest, SaysThatThereIsNoServer) {
     qputenv("PULSE_SERVER", "unix:/nowhere");
-    EXPECT_EQ(errorOfStart(), QStringLiteral("The sound server could not be reached."));
+    EXPECT_EQ(errorOfStart(), u"The sound server could not be reached."_s);
     recorder.press(queue.uptime());
-    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    PulseServer server({PulseServer::toneMicrophone(u"tone"_s)});
     startHearing(); // what comes up later is found
 }
 
 TEST_F(PulseMicrophoneTest, SaysThatThereIsNoMicrophone) {
     PulseServer server({});
-    EXPECT_EQ(errorOfStart(), QStringLiteral("No microphone was found."));
-    server.control({QStringLiteral("load-module"), QStringLiteral("module-always-sink")});
-    EXPECT_EQ(errorOfStart(), QStringLiteral("No microphone was found.")) << "only the dummy output's sound";
+    EXPECT_EQ(errorOfStart(), u"No microphone was found."_s);
+    server.control({u"load-module"_s, u"module-always-sink"_s});
+    EXPECT_EQ(errorOfStart(), u"No microphone was found."_s) << "only the dummy output's sound";
 }
 
 TEST_F(PulseMicrophoneTest, GivesAHangingServerUp) {
-    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    PulseServer server({PulseServer::toneMicrophone(u"tone"_s)});
     startHearing();
     server.signal(SIGSTOP);
     EXPECT_GT(stop().samples.size(), 0U) << "stopping waits for nobody";
-    EXPECT_EQ(errorOfStart(), QStringLiteral("The sound server did not answer."));
+    EXPECT_EQ(errorOfStart(), u"The sound server did not answer."_s);
     server.signal(SIGCONT);
     startHearing();
 }
@@ -150,14 +151,13 @@ TEST_F(PulseMicrophoneTest, GoesOnWithTheNewDefault) {
     PulseServer server(PulseServer::virtualMicrophone());
     server.wakeMicrophone();
     startHearing();
-    server.control({QStringLiteral("load-module"), QStringLiteral("module-sine-source"),
-                    QStringLiteral("source_name=tone"), QStringLiteral("rate=44100")});
-    server.control({QStringLiteral("set-default-source"), QStringLiteral("tone")});
+    server.control({u"load-module"_s, u"module-sine-source"_s, u"source_name=tone"_s, u"rate=44100"_s});
+    server.control({u"set-default-source"_s, u"tone"_s});
     EXPECT_TRUE(hears(isTone)) << "the tone of the new default, in the format of the first one";
-    server.control({QStringLiteral("set-default-source"), QStringLiteral("mic")});
+    server.control({u"set-default-source"_s, u"mic"_s});
     EXPECT_TRUE(hears(isSilence));
-    server.control({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});
-    server.control({QStringLiteral("unload-module"), QStringLiteral("module-null-sink")});
+    server.control({u"unload-module"_s, u"module-remap-source"_s});
+    server.control({u"unload-module"_s, u"module-null-sink"_s});
     EXPECT_TRUE(hears(isTone)) << "unplugged, the tone is what is left";
     const auto recording = stop();
     EXPECT_FALSE(isLost);
@@ -173,11 +173,11 @@ struct Loss {
 class PulseMicrophoneLossTest : public PulseMicrophoneTest, public ::testing::WithParamInterface<Loss> {};
 
 TEST_P(PulseMicrophoneLossTest, EndsTheRecordingWithWhatWasHeard) {
-    PulseServer server({PulseServer::toneMicrophone(QStringLiteral("tone"))});
+    PulseServer server({PulseServer::toneMicrophone(u"tone"_s)});
     startHearing();
     GetParam().cause(server);
     EXPECT_TRUE(testing::waitUntil([this] { return isLost; }));
-    EXPECT_TRUE(log.contains(QStringLiteral("🎙️ [Recorder] Microphone lost: ") + GetParam().logged));
+    EXPECT_TRUE(log.contains(u"🎙️ [Recorder] Microphone lost: "_s + GetParam().logged));
     const auto recording = stop();
     EXPECT_EQ(recording.sampleRate, 16000);
     EXPECT_GT(testing::loudness(recording.samples), 0.1);
@@ -185,18 +185,17 @@ TEST_P(PulseMicrophoneLossTest, EndsTheRecordingWithWhatWasHeard) {
 
 INSTANTIATE_TEST_SUITE_P(
     Causes, PulseMicrophoneLossTest,
-    ::testing::Values(
-        Loss{"Unplugged", QStringLiteral("No microphone was found."),
-             [](PulseServer &server) {
-                 server.control({QStringLiteral("unload-module"), QStringLiteral("module-sine-source")});
-             }},
-        Loss{"OnlyTheDummyOutputLeft", QStringLiteral("No microphone was found."),
-             [](PulseServer &server) {
-                 server.control({QStringLiteral("load-module"), QStringLiteral("module-always-sink")});
-                 server.control({QStringLiteral("unload-module"), QStringLiteral("module-sine-source")});
-             }},
-        Loss{"ServerKilled", QStringLiteral("The sound server could not be reached."),
-             [](PulseServer &server) { server.signal(SIGKILL); }}),
+    ::testing::Values(Loss{"Unplugged", u"No microphone was found."_s,
+                           [](PulseServer &server) {
+                               server.control({u"unload-module"_s, u"module-sine-source"_s});
+                           }},
+                      Loss{"OnlyTheDummyOutputLeft", u"No microphone was found."_s,
+                           [](PulseServer &server) {
+                               server.control({u"load-module"_s, u"module-always-sink"_s});
+                               server.control({u"unload-module"_s, u"module-sine-source"_s});
+                           }},
+                      Loss{"ServerKilled", u"The sound server could not be reached."_s,
+                           [](PulseServer &server) { server.signal(SIGKILL); }}),
     [](const auto &info) { return info.param.name; });
 
 } // namespace

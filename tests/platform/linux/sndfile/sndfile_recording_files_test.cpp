@@ -12,6 +12,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -20,7 +22,7 @@ const std::vector<float> kTenthOfASecond(1600, 0.25F);
 
 class SndfileRecordingFilesTest : public ::testing::Test {
 protected:
-    [[nodiscard]] QString path() const { return directory.filePath(QStringLiteral("recording.wav")); }
+    [[nodiscard]] QString path() const { return directory.filePath(u"recording.wav"_s); }
 
     QTemporaryDir directory;
     std::unique_ptr<RecordingFiles> files = makeSndfileRecordingFiles();
@@ -79,19 +81,19 @@ TEST_F(SndfileRecordingFilesTest, SparesARecordingUntilItsProcessIsDoneWithIt) {
 }
 
 TEST_F(SndfileRecordingFilesTest, TakesNothingForARecordingThatIsNoFile) {
-    const QString target = directory.filePath(QStringLiteral("target"));
+    const QString target = directory.filePath(u"target"_s);
     QFile(target).open(QIODevice::WriteOnly);
-    const QString link = directory.filePath(QStringLiteral("link.wav"));
+    const QString link = directory.filePath(u"link.wav"_s);
     ASSERT_TRUE(QFile::link(target, link));
-    const QString pipe = directory.filePath(QStringLiteral("pipe.wav"));
+    const QString pipe = directory.filePath(u"pipe.wav"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString &path : {link, pipe, directory.filePath(QStringLiteral("absent.wav"))})
+    for (const QString &path : {link, pipe, directory.filePath(u"absent.wav"_s)})
         EXPECT_FALSE(files->removeIfAbandoned(path)) << path.toStdString();
     EXPECT_TRUE(QFileInfo::exists(target));
 }
 
 TEST_F(SndfileRecordingFilesTest, SaysWhyAFileCannotBeMade) {
-    EXPECT_FALSE(files->create(directory.filePath(QStringLiteral("absent/recording.wav"))));
+    EXPECT_FALSE(files->create(directory.filePath(u"absent/recording.wav"_s)));
     ASSERT_TRUE(files->create(path()));
     EXPECT_FALSE(files->create(path())) << "no file is used twice";
 }
@@ -100,7 +102,7 @@ TEST_F(SndfileRecordingFilesTest, LosesOnlyWhatDoesNotFitOnAFullDisk) {
     const testing::SmallDisk disk;
     if (!disk.isMounted())
         GTEST_SKIP() << "mounting takes root or user namespaces";
-    const QString path = disk.path(QStringLiteral("recording.wav"));
+    const QString path = disk.path(u"recording.wav"_s);
     auto file = files->create(path);
     ASSERT_TRUE(file);
     EXPECT_TRUE((*file)->write(kTenthOfASecond));
@@ -109,12 +111,12 @@ TEST_F(SndfileRecordingFilesTest, LosesOnlyWhatDoesNotFitOnAFullDisk) {
     for (int i = 0; i < 2 && written; ++i) // the first may fit into the last page
         written = (*file)->write(kTenthOfASecond);
     ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().description, QStringLiteral("The disk is full."));
+    EXPECT_EQ(written.error().description, u"The disk is full."_s);
 
-    const QString second = disk.path(QStringLiteral("second.wav"));
+    const QString second = disk.path(u"second.wav"_s);
     const auto refused = files->create(second);
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().description, QStringLiteral("The disk is full."));
+    EXPECT_EQ(refused.error().description, u"The disk is full."_s);
     EXPECT_FALSE(QFileInfo::exists(second));
 
     const auto before = testing::readWave(path).samples.size();

@@ -8,6 +8,8 @@
 #include <map>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 // A person's hands for scripts, on a private Xvfb: what xdotool does comes from a program, and the trigger key does
 // not listen to programs.
 //
@@ -16,10 +18,10 @@ int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     velmo::testing::Hands hands{QString()};
     const std::map<QString, std::function<void(int)>> actions = {
-        {QStringLiteral("down"), [&](int code) { hands.press(static_cast<uint8_t>(code)); }},
-        {QStringLiteral("up"), [&](int code) { hands.release(static_cast<uint8_t>(code)); }},
-        {QStringLiteral("tap"), [&](int code) { hands.tap(static_cast<uint8_t>(code)); }},
-        {QStringLiteral("pause"), [](int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }},
+        {u"down"_s, [&](int code) { hands.press(static_cast<uint8_t>(code)); }},
+        {u"up"_s, [&](int code) { hands.release(static_cast<uint8_t>(code)); }},
+        {u"tap"_s, [&](int code) { hands.tap(static_cast<uint8_t>(code)); }},
+        {u"pause"_s, [](int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }},
     };
     const QStringList words = QCoreApplication::arguments().mid(1);
     for (qsizetype i = 0; i < words.size(); i += 2) {

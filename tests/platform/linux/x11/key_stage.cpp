@@ -5,6 +5,8 @@
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 using namespace std::chrono_literals;
@@ -145,9 +147,9 @@ QStringList OtherApplication::seen() {
         const auto &moved = x11::as<xcb_key_press_event_t>(*event);
         QString note;
         if (kind == XCB_KEY_PRESS && (moved.state & XCB_MOD_MASK_SHIFT))
-            note += QStringLiteral("shift");
+            note += u"shift"_s;
         if (kind == XCB_KEY_PRESS && (moved.state & XCB_MOD_MASK_CONTROL))
-            note += QStringLiteral("control");
+            note += u"control"_s;
         m_seen.append(note + (kind == XCB_KEY_PRESS ? u'+' : u'-') + QString::number(moved.detail));
     }
     return m_seen;

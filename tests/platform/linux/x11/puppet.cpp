@@ -21,6 +21,8 @@
 #include <iostream>
 #include <string>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void say(const QByteArray &line) {
@@ -40,9 +42,9 @@ void offer() {
     QImage picture(64, 64, QImage::Format_RGB32);
     picture.fill(Qt::darkGreen);
     auto *data = new QMimeData;
-    data->setData(QStringLiteral("application/x-velmo-test"), QByteArray("\0\1\2\377", 4));
-    data->setHtml(QStringLiteral("<b>blåbær</b>"));
-    data->setText(QStringLiteral("blåbær"));
+    data->setData(u"application/x-velmo-test"_s, QByteArray("\0\1\2\377", 4));
+    data->setHtml(u"<b>blåbær</b>"_s);
+    data->setText(u"blåbær"_s);
     data->setImageData(picture);
     QGuiApplication::clipboard()->setMimeData(data);
     say("offered");
@@ -50,8 +52,8 @@ void offer() {
 
 void offerLarge() {
     auto *data = new QMimeData;
-    data->setData(QStringLiteral("application/x-velmo-large"), QByteArray(3'000'000, 'x'));
-    data->setText(QStringLiteral("small"));
+    data->setData(u"application/x-velmo-large"_s, QByteArray(3'000'000, 'x'));
+    data->setText(u"small"_s);
     QGuiApplication::clipboard()->setMimeData(data);
     say("offered");
 }

@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -62,7 +64,7 @@ TEST_F(HotkeyTest, WorksUnderEveryStateOfTheLocks) {
 TEST_F(HotkeyTest, FollowsTheLayout) {
     const auto registration = registerHotkey();
     ASSERT_TRUE(registration);
-    EXPECT_EQ(server.start(QStringLiteral("setxkbmap"), {QStringLiteral("fr")})->outputUntilEnd(), "");
+    EXPECT_EQ(server.start(u"setxkbmap"_s, {u"fr"_s})->outputUntilEnd(), "");
     EXPECT_TRUE(waitFor([&] {
         hands.chord({key::leftControl, key::leftShift, key::frenchA});
         return presses > 0;
@@ -101,9 +103,9 @@ TEST_F(X11InputTest, TellsWhereTheMouseIsClicked) {
 TEST_F(X11InputTest, KnowsKeysByTheirPlace) {
     const auto trigger = input.keys->keyAt(key::rightControl);
     ASSERT_TRUE(trigger);
-    EXPECT_EQ(trigger->name, QStringLiteral("RCTL"));
+    EXPECT_EQ(trigger->name, u"RCTL"_s);
     EXPECT_EQ(trigger->symbol, 0xffe4U);
-    EXPECT_EQ(input.keys->keyAt(key::letterA)->name, QStringLiteral("AC01"));
+    EXPECT_EQ(input.keys->keyAt(key::letterA)->name, u"AC01"_s);
     EXPECT_FALSE(input.keys->keyAt(4000));
 }
 
@@ -123,7 +125,7 @@ protected:
         // The library reads these once in a process.
         qputenv("XDG_DATA_HOME", data().path().toUtf8());
         qputenv("XDG_DATA_DIRS", "/nonexistent");
-        QDir(data().path()).mkpath(QStringLiteral("applications"));
+        QDir(data().path()).mkpath(u"applications"_s);
         writeDesktopFile("org.example.Letters", "Name=Letters\nExec=/bin/true %U\n");
         writeDesktopFile("painter", "Name=Paint Studio\nExec=/bin/true\nStartupWMClass=Painter-2.0\n");
         writeDesktopFile("tables", "Name=Tables\nExec=/bin/echo --new\n");
@@ -135,7 +137,7 @@ protected:
     }
 
     static void writeDesktopFile(const char *id, const QByteArray &lines) {
-        QFile file(data().filePath(QStringLiteral("applications/%1.desktop").arg(QLatin1StringView(id))));
+        QFile file(data().filePath(u"applications/%1.desktop"_s.arg(QLatin1StringView(id))));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("[Desktop Entry]\nType=Application\n" + lines);
     }
@@ -310,8 +312,8 @@ TEST_F(WorkspaceTest, FollowsTheDesktopsWishForLessMotion) {
 
 TEST(X11InputWithoutDisplay, SaysSoInEveryPart) {
     testing::ManualMainQueue queue;
-    const X11Input input = makeX11Input(queue, {QStringLiteral(":98765"), {}});
-    EXPECT_FALSE(input.tap->start(QStringLiteral("RCTL"), [](const TapEvent &) { return TapAnswer::Pass; }));
+    const X11Input input = makeX11Input(queue, {u":98765"_s, {}});
+    EXPECT_FALSE(input.tap->start(u"RCTL"_s, [](const TapEvent &) { return TapAnswer::Pass; }));
     EXPECT_FALSE(input.hotkey->registerHotkey(kHotkey, [] {}));
     EXPECT_FALSE(input.mouse->watch([](QPoint) {}));
     EXPECT_FALSE(input.keys->keyAt(key::letterA));
@@ -332,8 +334,8 @@ class Sessions : public ::testing::TestWithParam<SessionCase> {};
 TEST_P(Sessions, DecideWhatIsPermitted) {
     const SessionCase &row = GetParam();
     QProcessEnvironment environment;
-    environment.insert(QStringLiteral("XDG_SESSION_TYPE"), QLatin1StringView(row.sessionType));
-    environment.insert(QStringLiteral("WAYLAND_DISPLAY"), QLatin1StringView(row.waylandDisplay));
+    environment.insert(u"XDG_SESSION_TYPE"_s, QLatin1StringView(row.sessionType));
+    environment.insert(u"WAYLAND_DISPLAY"_s, QLatin1StringView(row.waylandDisplay));
     const x11::Accessibility permission(row.canObserve, row.canInject, environment);
     const QLatin1StringView reason(row.reason);
     EXPECT_EQ(permission.isTrusted(), reason.isEmpty());

@@ -4,6 +4,8 @@
 #include <gio/gdesktopappinfo.h>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -28,7 +30,7 @@ QString nameOf(GDesktopAppInfo *application) {
 QString nameById(const QString &id) {
     if (id.isEmpty())
         return {};
-    const AppInfo application(g_desktop_app_info_new((id + QStringLiteral(".desktop")).toUtf8().constData()));
+    const AppInfo application(g_desktop_app_info_new((id + u".desktop"_s).toUtf8().constData()));
     return application ? nameOf(application.get()) : QString();
 }
 

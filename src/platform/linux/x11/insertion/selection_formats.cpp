@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -15,8 +17,8 @@ struct Mark {
 
 // What clipboard managers agree on with password managers, each on their own.
 constexpr std::array kMarks = {
-    Mark{QLatin1StringView("x-kde-passwordManagerHint"), "secret"},
-    Mark{QLatin1StringView("application/x-copyq-hidden"), "1"},
+    Mark{"x-kde-passwordManagerHint"_L1, "secret"},
+    Mark{"application/x-copyq-hidden"_L1, "1"},
 };
 
 // ICCCM 2.6.2 and 2.6.3, and what freedesktop.org says of clipboard managers.
@@ -42,12 +44,12 @@ bool isMarkType(QLatin1StringView type) {
 std::vector<ClipboardItem> textFormats(const QString &text) {
     const QByteArray utf8 = text.toUtf8();
     std::vector<ClipboardItem> formats = {
-        {QStringLiteral("UTF8_STRING"), utf8},
-        {QStringLiteral("text/plain;charset=utf-8"), utf8},
-        {QStringLiteral("text/plain"), utf8},
-        {QStringLiteral("TEXT"), utf8, QStringLiteral("UTF8_STRING")},
+        {u"UTF8_STRING"_s, utf8},
+        {u"text/plain;charset=utf-8"_s, utf8},
+        {u"text/plain"_s, utf8},
+        {u"TEXT"_s, utf8, u"UTF8_STRING"_s},
         // Latin-1 by definition (ICCCM 2.7.1); programs that know no better get what of the text there is in it.
-        {QStringLiteral("STRING"), text.toLatin1()},
+        {u"STRING"_s, text.toLatin1()},
     };
     for (const Mark &mark : kMarks)
         formats.push_back({mark.type, mark.value.toByteArray()});

@@ -8,6 +8,8 @@
 #include <numeric>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -178,7 +180,7 @@ void SelectionReader::outOfTime() {
     if (m_listed)
         m_leftOut += m_order.size() + 1 - m_next; // with the one under way
     else
-        log(LogTag::Insert, QStringLiteral("The clipboard could not be kept: its owner does not answer"));
+        log(LogTag::Insert, u"The clipboard could not be kept: its owner does not answer"_s);
     finish();
 }
 
@@ -186,9 +188,8 @@ void SelectionReader::finish() {
     m_deadline.reset();
     if (m_leftOut > 0)
         log(LogTag::Insert,
-            QStringLiteral("The clipboard could be kept only in part: %1 of %2 formats are missing")
-                .arg(m_leftOut)
-                .arg(m_formats.size()));
+            u"The clipboard could be kept only in part: %1 of %2 formats are missing"_s.arg(m_leftOut).arg(
+                m_formats.size()));
     std::vector<ClipboardItem> items;
     for (Format &format : m_formats) {
         if (format.item)

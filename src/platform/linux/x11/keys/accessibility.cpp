@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -9,10 +11,10 @@ namespace {
 /// A Wayland session offers an X display too, for the windows of older programs, but keys typed into other
 /// windows never reach it.
 bool isWaylandSession(const QProcessEnvironment &environment) {
-    const QString type = environment.value(QStringLiteral("XDG_SESSION_TYPE"));
+    const QString type = environment.value(u"XDG_SESSION_TYPE"_s);
     if (type == u"x11")
         return false;
-    return type == u"wayland" || !environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty();
+    return type == u"wayland" || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty();
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "base/log.h"
 #include "platform/linux/x11/server/xkb.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -137,8 +139,7 @@ Hotkeys::registerHotkey(const Hotkey &hotkey, std::function<void()> pressed) {
         // The main thread writes the line: whoever reads the log may be slow.
         grab->onLost = [queue = &m_queue](Status lost) {
             queue->post([lost] {
-                log(LogTag::Hotkey,
-                    QStringLiteral("Fallback hotkey lost with the change of keyboard: %1").arg(lost));
+                log(LogTag::Hotkey, u"Fallback hotkey lost with the change of keyboard: %1"_s.arg(lost));
             });
         };
         status = grab->take();

@@ -2,6 +2,8 @@
 
 #include "base/log.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo::x11 {
@@ -162,7 +164,7 @@ void TriggerTap::answer(const TriggerGrab::Question &question) {
 
 void TriggerTap::grabLost() {
     closeGrab();
-    report(QStringLiteral("Trigger key was let go because its answers came too late"));
+    report(u"Trigger key was let go because its answers came too late"_s);
     m_state->disabled(uptime());
 }
 
@@ -228,15 +230,14 @@ void TriggerTap::setStanding(Standing standing) {
         return;
     switch (standing) {
     case Standing::Taken:
-        report(QStringLiteral(
-            "Trigger key is grabbed by another application, so other applications see it too"));
+        report(u"Trigger key is grabbed by another application, so other applications see it too"_s);
         break;
     case Standing::Unguarded:
-        report(QStringLiteral("Key guard does not run, so other applications see the trigger key too"));
+        report(u"Key guard does not run, so other applications see the trigger key too"_s);
         break;
     case Standing::Hidden:
         if (previous != Standing::Unknown)
-            report(QStringLiteral("Trigger key is hidden from other applications again"));
+            report(u"Trigger key is hidden from other applications again"_s);
         break;
     case Standing::Unknown:
         break;

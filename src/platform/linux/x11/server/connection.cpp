@@ -1,5 +1,7 @@
 #include "platform/linux/x11/server/connection.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -19,7 +21,7 @@ Result<std::unique_ptr<Connection>, QString> Connection::open(const QString &dis
     xcb_connection_t *xcb = xcb_connect(name.isEmpty() ? nullptr : name.constData(), &screen);
     if (xcb_connection_has_error(xcb)) {
         xcb_disconnect(xcb);
-        return failed(QStringLiteral("The display could not be opened."));
+        return failed(u"The display could not be opened."_s);
     }
     return std::unique_ptr<Connection>(new Connection(xcb, screenOf(xcb, screen)));
 }

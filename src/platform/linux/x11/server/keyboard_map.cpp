@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::x11 {
 
 namespace {
@@ -43,9 +45,7 @@ constexpr std::array kRows = {Row{"AD", "qwertyuiop"}, Row{"AC", "asdfghjkl"}, R
 QString positionOf(char letter) {
     for (const Row &row : kRows) {
         if (const auto index = row.letters.find(letter); index != std::string_view::npos)
-            return QStringLiteral("%1%2")
-                .arg(QLatin1StringView(row.prefix))
-                .arg(index + 1, 2, 10, QChar(u'0'));
+            return u"%1%2"_s.arg(QLatin1StringView(row.prefix)).arg(index + 1, 2, 10, QChar(u'0'));
     }
     return {};
 }

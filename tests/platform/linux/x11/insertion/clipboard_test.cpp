@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+using namespace Qt::StringLiterals;
+
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
@@ -109,7 +111,7 @@ private:
 
 TEST_F(X11ClipboardTest, OffersATextInTheFormatsProgramsAskFor) {
     open();
-    ASSERT_TRUE(setText(save().changeCount, QStringLiteral("blå 😀")));
+    ASSERT_TRUE(setText(save().changeCount, u"blå 😀"_s));
     for (const char *format : {"UTF8_STRING", "text/plain;charset=utf-8", "text/plain", "TEXT"})
         EXPECT_EQ(paste(format), "blå 😀") << format;
     EXPECT_EQ(paste("STRING"), "bl\xe5 ??");
@@ -137,10 +139,10 @@ TEST_F(X11ClipboardTest, ChangesNothingThatSomebodyElseHasChanged) {
     open();
     const auto before = save().changeCount;
     auto owner = copy("copied");
-    EXPECT_FALSE(setText(before, QStringLiteral("text")));
+    EXPECT_FALSE(setText(before, u"text"_s));
     EXPECT_EQ(paste(), "copied");
 
-    const auto ours = setText(save().changeCount, QStringLiteral("text"));
+    const auto ours = setText(save().changeCount, u"text"_s);
     ASSERT_TRUE(ours);
     owner = copy("copied again");
     EXPECT_TRUE(waitFor([this] { return losses == 1; }));
@@ -150,7 +152,7 @@ TEST_F(X11ClipboardTest, ChangesNothingThatSomebodyElseHasChanged) {
 
 TEST_F(X11ClipboardTest, AnswersQuestionsAboutTheSelection) {
     open();
-    ASSERT_TRUE(setText(save().changeCount, QStringLiteral("text")));
+    ASSERT_TRUE(setText(save().changeCount, u"text"_s));
     RawClient client(server.display());
     const auto targets = RawClient::numbersIn(client.ask("TARGETS"));
     for (const char *target : {"TARGETS", "MULTIPLE", "TIMESTAMP", "UTF8_STRING", "STRING"})
@@ -170,13 +172,13 @@ TEST_F(X11ClipboardTest, AnswersQuestionsAboutTheSelection) {
 
 TEST_F(X11ClipboardTest, AnswersALateProgramWithWhatWasThereAtItsTime) {
     open();
-    const auto count = setText(save().changeCount, QStringLiteral("dictated"));
+    const auto count = setText(save().changeCount, u"dictated"_s);
     ASSERT_TRUE(count);
     RawClient client(server.display());
     const xcb_timestamp_t keysPressed = client.serverTime();
     while (client.serverTime() == keysPressed)
         ;
-    ASSERT_TRUE(setItems(*count, {{QStringLiteral("UTF8_STRING"), "kept"}}));
+    ASSERT_TRUE(setItems(*count, {{u"UTF8_STRING"_s, "kept"}}));
     EXPECT_EQ(client.ask("UTF8_STRING", keysPressed), "dictated");
     EXPECT_EQ(client.ask("UTF8_STRING", client.serverTime()), "kept");
     EXPECT_EQ(client.ask("UTF8_STRING"), "kept");
@@ -184,7 +186,7 @@ TEST_F(X11ClipboardTest, AnswersALateProgramWithWhatWasThereAtItsTime) {
 
 TEST_F(X11ClipboardTest, ForgetsAProgramThatEndsInTheMiddle) {
     open();
-    const QString text = QStringLiteral("0123456789").repeated(100'000);
+    const QString text = u"0123456789"_s.repeated(100'000);
     ASSERT_TRUE(setText(save().changeCount, text));
     {
         RawClient client(server.display());
@@ -196,7 +198,7 @@ TEST_F(X11ClipboardTest, ForgetsAProgramThatEndsInTheMiddle) {
 }
 
 TEST_F(X11ClipboardTest, KeepsTheTextWhenTheRestIsTooLarge) {
-    testing::Puppet owner(server, QStringLiteral("owner"));
+    testing::Puppet owner(server, u"owner"_s);
     owner.tell("offer-large");
     EXPECT_EQ(lineOf(owner), "offered");
     open({std::chrono::seconds(30), 1'000'000});
@@ -205,10 +207,10 @@ TEST_F(X11ClipboardTest, KeepsTheTextWhenTheRestIsTooLarge) {
         types.append(item.type);
         EXPECT_EQ(item.data, "small") << item.type.toStdString();
     }
-    EXPECT_THAT(types, ::testing::Contains(QStringLiteral("UTF8_STRING")));
+    EXPECT_THAT(types, ::testing::Contains(u"UTF8_STRING"_s));
     ASSERT_THAT(log.lines(), SizeIs(1));
-    EXPECT_TRUE(log.lines()[0].startsWith(
-        QStringLiteral("🎙️ [Insert] The clipboard could be kept only in part: 1 of ")));
+    EXPECT_TRUE(
+        log.lines()[0].startsWith(u"🎙️ [Insert] The clipboard could be kept only in part: 1 of "_s));
 }
 
 TEST_F(X11ClipboardTest, HandsOverToAClipboardManager) {
@@ -217,7 +219,7 @@ TEST_F(X11ClipboardTest, HandsOverToAClipboardManager) {
     xcb_set_selection_owner(manager.connection().xcb(), manager.window(), manager.atom("CLIPBOARD_MANAGER"),
                             XCB_CURRENT_TIME);
     xcb_flush(manager.connection().xcb());
-    ASSERT_TRUE(setItems(save().changeCount, {{QStringLiteral("UTF8_STRING"), "kept"}}));
+    ASSERT_TRUE(setItems(save().changeCount, {{u"UTF8_STRING"_s, "kept"}}));
     bool handedOver = false;
     x11->clipboard().handOver([&handedOver] { handedOver = true; });
     const auto event = manager.next(XCB_SELECTION_REQUEST);

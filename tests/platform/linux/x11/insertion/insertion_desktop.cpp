@@ -1,5 +1,7 @@
 #include "platform/linux/x11/insertion/insertion_desktop.h"
 
+using namespace Qt::StringLiterals;
+
 namespace velmo::testing {
 
 using namespace std::chrono_literals;
@@ -44,8 +46,8 @@ void InsertionDesktop::letInsertionEnd() {
 std::unique_ptr<Puppet> InsertionDesktop::openEditor() {
     if (!std::exchange(m_isManaged, true))
         server.startWindowManager();
-    auto puppet = std::make_unique<Puppet>(server, QStringLiteral("editor"));
-    focus(QStringLiteral("editor"));
+    auto puppet = std::make_unique<Puppet>(server, u"editor"_s);
+    focus(u"editor"_s);
     return puppet;
 }
 
@@ -63,13 +65,12 @@ QString InsertionDesktop::pasteIn(Puppet &puppet) {
 }
 
 QByteArray InsertionDesktop::xdotool(const QStringList &arguments) {
-    return server.start(QStringLiteral("xdotool"), arguments)->outputUntilEnd();
+    return server.start(u"xdotool"_s, arguments)->outputUntilEnd();
 }
 
 void InsertionDesktop::focus(const QString &windowName) {
-    const QStringList give = {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                              QStringLiteral("--name"), windowName, QStringLiteral("windowfocus")};
-    const QStringList ask = {QStringLiteral("getwindowfocus"), QStringLiteral("getwindowname")};
+    const QStringList give = {u"search"_s, u"--onlyvisible"_s, u"--name"_s, windowName, u"windowfocus"_s};
+    const QStringList ask = {u"getwindowfocus"_s, u"getwindowname"_s};
     EXPECT_TRUE(waitFor([&] {
         xdotool(give);
         return xdotool(ask).contains(windowName.toUtf8());
@@ -79,9 +80,8 @@ void InsertionDesktop::focus(const QString &windowName) {
 std::unique_ptr<DisplayProgram> InsertionDesktop::copy(const QByteArray &data, const char *type,
                                                        const char *selection) {
     auto program =
-        server.start(QStringLiteral("xclip"),
-                     {QStringLiteral("-quiet"), QStringLiteral("-in"), QStringLiteral("-selection"),
-                      QString::fromLatin1(selection), QStringLiteral("-target"), QString::fromLatin1(type)});
+        server.start(u"xclip"_s, {u"-quiet"_s, u"-in"_s, u"-selection"_s, QString::fromLatin1(selection),
+                                  u"-target"_s, QString::fromLatin1(type)});
     program->write(data);
     EXPECT_TRUE(waitFor([&] { return paste(type, selection) == data; }));
     return program;
@@ -89,9 +89,8 @@ std::unique_ptr<DisplayProgram> InsertionDesktop::copy(const QByteArray &data, c
 
 QByteArray InsertionDesktop::paste(const char *type, const char *selection) {
     return server
-        .start(QStringLiteral("xclip"),
-               {QStringLiteral("-out"), QStringLiteral("-selection"), QString::fromLatin1(selection),
-                QStringLiteral("-target"), QString::fromLatin1(type)})
+        .start(u"xclip"_s, {u"-out"_s, u"-selection"_s, QString::fromLatin1(selection), u"-target"_s,
+                            QString::fromLatin1(type)})
         ->outputUntilEnd();
 }
 

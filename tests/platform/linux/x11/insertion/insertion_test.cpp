@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <random>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -17,7 +19,7 @@ namespace velmo {
 namespace {
 
 const QString kText =
-    QStringLiteral("Blåbærsyltetøy, «ja» – 👩‍👩‍👧 🇳🇴 e\u0301 𝔘\n\n\tny linje\n");
+    u"Blåbærsyltetøy, «ja» – 👩‍👩‍👧 🇳🇴 e\u0301 𝔘\n\n\tny linje\n"_s;
 
 // What programs offer beside contents.
 const QByteArrayList kQuestions = {"TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS"};
@@ -82,7 +84,7 @@ INSTANTIATE_TEST_SUITE_P(Insertion, RealEditors, ::testing::Values("mousepad", "
 TEST_F(Insertion, PastesAMegabyte) {
     const auto target = openEditor();
     open();
-    const QString text = QStringLiteral("æøå 😀\n").repeated(80'000);
+    const QString text = u"æøå 😀\n"_s.repeated(80'000);
     insert(text);
     EXPECT_EQ(pasteByShortcut(*target), text);
     letInsertionEnd();
@@ -91,21 +93,19 @@ TEST_F(Insertion, PastesAMegabyte) {
 TEST_F(Insertion, PastesIntoATerminal) {
     server.startWindowManager();
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("typed"));
-    const auto terminal = server.start(
-        QStringLiteral("xterm"), {QStringLiteral("-u8"), QStringLiteral("-T"), QStringLiteral("terminal"),
-                                  QStringLiteral("-e"), QStringLiteral("cat > ") + path});
-    focus(QStringLiteral("terminal"));
+    const QString path = folder.filePath(u"typed"_s);
+    const auto terminal =
+        server.start(u"xterm"_s, {u"-u8"_s, u"-T"_s, u"terminal"_s, u"-e"_s, u"cat > "_s + path});
+    focus(u"terminal"_s);
     ASSERT_TRUE(waitFor([&path] { return QFile::exists(path); }));
     open();
     const auto owner = copy("kept");
     const auto selection = copy("selected", "UTF8_STRING", "primary");
-    insert(QStringLiteral("echo «blåbær» 😀\n"));
+    insert(u"echo «blåbær» 😀\n"_s);
     letInsertionEnd();
     EXPECT_TRUE(waitFor([&path] {
         QFile typed(path);
-        return typed.open(QFile::ReadOnly) &&
-               QString::fromUtf8(typed.readAll()) == QStringLiteral("echo «blåbær» 😀\n");
+        return typed.open(QFile::ReadOnly) && QString::fromUtf8(typed.readAll()) == u"echo «blåbær» 😀\n"_s;
     }));
     EXPECT_EQ(paste(), "kept");
     EXPECT_EQ(paste("UTF8_STRING", "primary"), "selected");
@@ -162,9 +162,9 @@ TEST_F(Insertion, DoesNotWaitForAFrozenOwner) {
     EXPECT_EQ(pasteByShortcut(*target), kText);
     letInsertionEnd();
     EXPECT_EQ(paste(), "");
-    EXPECT_THAT(log.lines(),
-                ElementsAre(QStringLiteral(
-                    "🎙️ [Insert] The clipboard could not be kept: its owner does not answer")));
+    EXPECT_THAT(
+        log.lines(),
+        ElementsAre(u"🎙️ [Insert] The clipboard could not be kept: its owner does not answer"_s));
 }
 
 // Who reads when
@@ -176,7 +176,7 @@ TEST_F(Insertion, NeverGivesASlowProgramTheOldContents) {
     std::mt19937 random(20); // NOLINT: the same delays every time
     std::uniform_int_distribution delay(0, 4000);
     for (int i = 0; i < 20; ++i) {
-        const QString text = QStringLiteral("text %1").arg(i);
+        const QString text = u"text %1"_s.arg(i);
         insert(text);
         EXPECT_EQ(lineOf(*target), "Ctrl+V");
         const std::chrono::milliseconds late(delay(random));
@@ -192,7 +192,7 @@ TEST_F(Insertion, NeverGivesASlowProgramTheOldContents) {
 }
 
 TEST_F(Insertion, DoesNotTakeAClipboardManagerForTheTarget) {
-    testing::Puppet manager(server, QStringLiteral("manager"));
+    testing::Puppet manager(server, u"manager"_s);
     manager.tell("watch");
     EXPECT_EQ(lineOf(manager), "watches");
     const auto target = openEditor();
@@ -210,11 +210,11 @@ TEST_F(Insertion, InsertsTwoTextsInQuickSuccession) {
     const auto target = openEditor();
     open();
     const auto owner = copy("kept");
-    insert(QStringLiteral("first"));
-    insert(QStringLiteral("second"));
-    EXPECT_EQ(pasteByShortcut(*target), QStringLiteral("first"));
+    insert(u"first"_s);
+    insert(u"second"_s);
+    EXPECT_EQ(pasteByShortcut(*target), u"first"_s);
     queue.advance(400ms);
-    EXPECT_EQ(pasteByShortcut(*target), QStringLiteral("second"));
+    EXPECT_EQ(pasteByShortcut(*target), u"second"_s);
     letInsertionEnd();
     EXPECT_EQ(paste(), "kept");
 }

@@ -4,6 +4,8 @@
 
 #include <atomic>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -39,10 +41,10 @@ void PrintTo(const Layout &layout, std::ostream *out) {
 class InjectionUnderLayout : public KeyInjection, public ::testing::WithParamInterface<Layout> {};
 
 TEST_P(InjectionUnderLayout, IsReceivedAsTheShortcut) {
-    const QStringList option = {QStringLiteral("-option"), QStringLiteral("grp:menu_toggle")};
-    server.start(QStringLiteral("setxkbmap"), GetParam().arguments + option)->outputUntilEnd();
+    const QStringList option = {u"-option"_s, u"grp:menu_toggle"_s};
+    server.start(u"setxkbmap"_s, GetParam().arguments + option)->outputUntilEnd();
     if (GetParam().second)
-        xdotool({QStringLiteral("key"), QString::number(kMenu)});
+        xdotool({u"key"_s, QString::number(kMenu)});
     const auto target = openEditor();
     open();
     EXPECT_EQ(shortcutAt(*target, GetParam().shortcut), GetParam().received);
@@ -51,21 +53,13 @@ TEST_P(InjectionUnderLayout, IsReceivedAsTheShortcut) {
 INSTANTIATE_TEST_SUITE_P(
     X11, InjectionUnderLayout,
     ::testing::Values(
-        Layout{"us", {QStringLiteral("us")}, false, PasteShortcut::ControlV, "Ctrl+V"},
-        Layout{"terminal", {QStringLiteral("us")}, false, PasteShortcut::ControlShiftV, "Ctrl+Shift+V"},
-        Layout{"old_terminal", {QStringLiteral("no")}, false, PasteShortcut::ShiftInsert, "Shift+Ins"},
-        Layout{"dvorak",
-               {QStringLiteral("us"), QStringLiteral("dvorak")},
-               false,
-               PasteShortcut::ControlV,
-               "Ctrl+V"},
-        Layout{"second_layout",
-               {QStringLiteral("us,us"), QStringLiteral(",dvorak")},
-               true,
-               PasteShortcut::ControlV,
-               "Ctrl+V"},
-        Layout{"greek_active", {QStringLiteral("us,gr")}, true, PasteShortcut::ControlV, "Ctrl+V"},
-        Layout{"greek_alone", {QStringLiteral("gr")}, false, PasteShortcut::ControlV, "Shift+Ins"}),
+        Layout{"us", {u"us"_s}, false, PasteShortcut::ControlV, "Ctrl+V"},
+        Layout{"terminal", {u"us"_s}, false, PasteShortcut::ControlShiftV, "Ctrl+Shift+V"},
+        Layout{"old_terminal", {u"no"_s}, false, PasteShortcut::ShiftInsert, "Shift+Ins"},
+        Layout{"dvorak", {u"us"_s, u"dvorak"_s}, false, PasteShortcut::ControlV, "Ctrl+V"},
+        Layout{"second_layout", {u"us,us"_s, u",dvorak"_s}, true, PasteShortcut::ControlV, "Ctrl+V"},
+        Layout{"greek_active", {u"us,gr"_s}, true, PasteShortcut::ControlV, "Ctrl+V"},
+        Layout{"greek_alone", {u"gr"_s}, false, PasteShortcut::ControlV, "Shift+Ins"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(KeyInjection, ReleasesWhatThePersonHolds) {
@@ -117,20 +111,19 @@ INSTANTIATE_TEST_SUITE_P(X11, InjectionWhileTriggerIsHeld,
 TEST_F(KeyInjection, PressesKeysThatAreDownAlready) {
     const auto target = openEditor();
     open();
-    xdotool({QStringLiteral("keydown"), QStringLiteral("ctrl"), QStringLiteral("keydown"),
-             QStringLiteral("shift")});
+    xdotool({u"keydown"_s, u"ctrl"_s, u"keydown"_s, u"shift"_s});
     EXPECT_EQ(shortcutAt(*target), "Ctrl+V");
 }
 
 class WithoutInjection : public testing::InsertionDesktop {
 protected:
-    WithoutInjection() : InsertionDesktop({QStringLiteral("-extension"), QStringLiteral("XTEST")}) {}
+    WithoutInjection() : InsertionDesktop({u"-extension"_s, u"XTEST"_s}) {}
 };
 
 TEST_F(WithoutInjection, LeavesTheTextOnTheClipboard) {
     open();
-    insert(QStringLiteral("blåbær"));
-    EXPECT_TRUE(waitFor([this] { return inserter->notice() == QStringLiteral("Copied - press Ctrl+V"); }));
+    insert(u"blåbær"_s);
+    EXPECT_TRUE(waitFor([this] { return inserter->notice() == u"Copied - press Ctrl+V"_s; }));
     EXPECT_EQ(paste(), "blåbær");
 }
 

@@ -6,6 +6,8 @@
 #include <csignal>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -25,7 +27,7 @@ protected:
         application.forget();
         hands.tap(key::rightControl);
         typeLetter();
-        return application.seen() == QStringList({QStringLiteral("+53"), QStringLiteral("-53")});
+        return application.seen() == QStringList({u"+53"_s, u"-53"_s});
     }
 
     /// Types a letter and waits until the application has it.
@@ -52,14 +54,14 @@ protected:
 
     /// "pid (name) state parent …"; empty when there is no such process.
     [[nodiscard]] static QByteArray stateOf(qint64 process) {
-        QFile status(QStringLiteral("/proc/%1/stat").arg(process));
+        QFile status(u"/proc/%1/stat"_s.arg(process));
         return status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
     }
 
     /// The guard of the program, as a process; 0 when there is none.
     [[nodiscard]] qint64 guardProcess() {
         const QByteArray parent = ' ' + QByteArray::number(program->process().processId()) + ' ';
-        for (const QString &entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        for (const QString &entry : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
             const QByteArray state = stateOf(entry.toLongLong());
             if (state.contains("(key-guard)") && state.contains(parent))
                 return entry.toLongLong();

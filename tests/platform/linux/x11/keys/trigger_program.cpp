@@ -5,13 +5,15 @@
 #include <QCoreApplication>
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 // A program with Velmo's hold on the keyboard and nothing else, for tests to stop and to kill. It says "down"
 // and "up" with the trigger key. The argument is the key guard's program.
 int main(int argc, char **argv) {
     QCoreApplication application(argc, argv);
     velmo::QtMainQueue queue;
     const auto input = velmo::makeX11Input(queue, {QString(), QCoreApplication::arguments().value(1)});
-    velmo::FnKeyInterceptor interceptor(*input.tap, queue, QStringLiteral("RCTL"));
+    velmo::FnKeyInterceptor interceptor(*input.tap, queue, u"RCTL"_s);
     const auto say = [](const char *word) {
         std::puts(word);
         (void)std::fflush(stdout);

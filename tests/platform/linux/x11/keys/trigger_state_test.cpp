@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo::x11 {
@@ -21,7 +23,7 @@ protected:
         const char *what = event.type != TapEventType::FlagsChanged ? "disabled"
                            : isDown                                 ? (isBare ? "fn" : "fn+")
                                                                     : "up";
-        reported.append(QStringLiteral("%1@%2").arg(QLatin1StringView(what)).arg(event.time / 1ms));
+        reported.append(u"%1@%2"_s.arg(QLatin1StringView(what)).arg(event.time / 1ms));
         return isBare ? TapAnswer::Suppress : TapAnswer::Pass;
     }
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 namespace velmo {
 
 namespace {
@@ -22,10 +24,10 @@ protected:
 
     void startTap(const QString &guardProgram = QStringLiteral(VELMO_KEY_GUARD)) {
         input = makeX11Input(queue, {server.display(), guardProgram});
-        interceptor = std::make_unique<FnKeyInterceptor>(*input.tap, queue, QStringLiteral("RCTL"));
-        interceptor->onFnDown = [this](std::chrono::nanoseconds) { calls.append(QStringLiteral("down")); };
-        interceptor->onFnUp = [this](std::chrono::nanoseconds) { calls.append(QStringLiteral("up")); };
-        interceptor->onCombinationUsed = [this] { calls.append(QStringLiteral("combination")); };
+        interceptor = std::make_unique<FnKeyInterceptor>(*input.tap, queue, u"RCTL"_s);
+        interceptor->onFnDown = [this](std::chrono::nanoseconds) { calls.append(u"down"_s); };
+        interceptor->onFnUp = [this](std::chrono::nanoseconds) { calls.append(u"up"_s); };
+        interceptor->onCombinationUsed = [this] { calls.append(u"combination"_s); };
         ASSERT_TRUE(interceptor->start());
     }
 
@@ -49,7 +51,7 @@ protected:
         hands.tap(key::rightControl);
         hands.tap(key::letterX);
         EXPECT_TRUE(applicationSees(u"-53"));
-        return application.seen() == QStringList({u"+53"_qs, u"-53"_qs});
+        return application.seen() == QStringList({u"+53"_s, u"-53"_s});
     }
 
     bool applicationSees(QStringView what) {
@@ -88,20 +90,20 @@ protected:
 TEST_F(TriggerTapTest, KeepsABarePressFromOthersAndReportsIt) {
     startHidingTap();
     hands.press(key::rightControl);
-    expectCalls(u"down"_qs);
+    expectCalls(u"down"_s);
     hands.release(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
     hands.tap(key::letterX);
     EXPECT_TRUE(applicationSees(u"-53"));
-    expectSeen(u"+53 -53"_qs);
+    expectSeen(u"+53 -53"_s);
 }
 
 TEST_F(TriggerTapTest, LetsCombinationsReachTheApplication) {
     startHidingTap();
     hands.chord({key::rightControl, key::letterC});
     EXPECT_TRUE(applicationSees(u"-105"));
-    expectSeen(u"control+54 -54 -105"_qs);
-    expectCalls(u"down combination up"_qs);
+    expectSeen(u"control+54 -54 -105"_s);
+    expectCalls(u"down combination up"_s);
 }
 
 TEST_F(TriggerTapTest, TakesAClickForACombination) {
@@ -109,16 +111,16 @@ TEST_F(TriggerTapTest, TakesAClickForACombination) {
     hands.press(key::rightControl);
     hands.click({600, 300});
     hands.release(key::rightControl);
-    expectCalls(u"down combination up"_qs);
+    expectCalls(u"down combination up"_s);
 }
 
 TEST_F(TriggerTapTest, LeavesAPressWithAnotherModifierAlone) {
     startHidingTap();
     hands.chord({key::leftControl, key::rightControl});
     EXPECT_TRUE(applicationSees(u"-37"));
-    expectSeen(u"+37 control+105 -105 -37"_qs);
+    expectSeen(u"+37 control+105 -105 -37"_s);
     hands.tap(key::rightControl); // forgotten, not stuck
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 TEST_F(TriggerTapTest, ReportsTheReleaseWhateverElseIsHeldByThen) {
@@ -126,7 +128,7 @@ TEST_F(TriggerTapTest, ReportsTheReleaseWhateverElseIsHeldByThen) {
     hands.press(key::rightControl);
     hands.press(key::leftShift);
     hands.release(key::rightControl);
-    expectCalls(u"down combination up"_qs);
+    expectCalls(u"down combination up"_s);
     hands.release(key::leftShift);
 }
 
@@ -137,7 +139,7 @@ TEST_F(TriggerTapTest, DeliversTheReleaseOfAKeyHeldBefore) {
     hands.release(key::letterC);
     EXPECT_TRUE(applicationSees(u"-54"));
     hands.release(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 TEST_F(TriggerTapTest, IgnoresWhatProgramsInject) {
@@ -146,14 +148,14 @@ TEST_F(TriggerTapTest, IgnoresWhatProgramsInject) {
     hands.releaseAsProgram(key::rightControl);
     EXPECT_TRUE(applicationSees(u"-105"));
     // The server has counted the key as held by the time it passes the press on.
-    expectSeen(u"control+105 -105"_qs);
+    expectSeen(u"control+105 -105"_s);
 
     hands.press(key::rightControl); // for the next dictation, while the text of the last one is pasted
     hands.pressAsProgram(key::letterC);
     hands.releaseAsProgram(key::letterC);
     EXPECT_TRUE(applicationSees(u"-54"));
     hands.release(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 TEST_F(TriggerTapTest, ObservesAKeyThatAnotherApplicationHasUntilItLetsGo) {
@@ -161,13 +163,13 @@ TEST_F(TriggerTapTest, ObservesAKeyThatAnotherApplicationHasUntilItLetsGo) {
     startTap();
     const QString taken =
         u"🎙️ [Hotkey] Trigger key is grabbed by another application, so other applications see "
-        u"it too"_qs;
+        u"it too"_s;
     EXPECT_TRUE(waitUntil([&] {
         queue.runPosted();
         return log.contains(taken);
     }));
     hands.tap(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
     EXPECT_TRUE(applicationSees(u"-105"));
 
     application.ungrabKey(key::rightControl);
@@ -175,27 +177,27 @@ TEST_F(TriggerTapTest, ObservesAKeyThatAnotherApplicationHasUntilItLetsGo) {
     queue.runPosted();
     EXPECT_EQ(
         log.lines().mid(1),
-        QStringList({taken, u"🎙️ [Hotkey] Trigger key is hidden from other applications again"_qs}));
+        QStringList({taken, u"🎙️ [Hotkey] Trigger key is hidden from other applications again"_s}));
 }
 
 TEST_F(TriggerTapTest, HearsTheKeyWhileAMenuHoldsTheKeyboard) {
     startHidingTap();
     application.grabKeyboard();
     hands.tap(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 TEST_F(TriggerTapTest, EndsAPressWhenTheKeyboardIsUnplugged) {
     startHidingTap();
     hands.press(key::rightControl);
-    expectCalls(u"down"_qs);
+    expectCalls(u"down"_s);
     hands.unplugKeyboard();
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
     hands.release(key::rightControl);
     hands.plugKeyboardIn();
     forget();
     hands.tap(key::rightControl);
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 TEST_F(TriggerTapTest, GivesTheKeyBack) {
@@ -222,12 +224,12 @@ TEST_P(TriggerTapWithoutGuard, OnlyObserves) {
     EXPECT_TRUE(waitUntil([this] {
         queue.runPosted();
         return log.contains(
-            u"🎙️ [Hotkey] Key guard does not run, so other applications see the trigger key too"_qs);
+            u"🎙️ [Hotkey] Key guard does not run, so other applications see the trigger key too"_s);
     }));
     hands.tap(key::rightControl);
     EXPECT_TRUE(applicationSees(u"-105"));
     EXPECT_TRUE(application.seen().contains(u"+105"));
-    expectCalls(u"down up"_qs);
+    expectCalls(u"down up"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, TriggerTapWithoutGuard,
@@ -239,7 +241,7 @@ TEST(TriggerTap, EndsInPeaceWhenTheDisplayGoesAway) {
     testing::ManualMainQueue queue;
     auto server = std::make_unique<testing::Xvfb>();
     const X11Input input = makeX11Input(queue, {server->display(), QStringLiteral(VELMO_KEY_GUARD)});
-    ASSERT_TRUE(input.tap->start(u"RCTL"_qs, [](const TapEvent &) { return TapAnswer::Suppress; }));
+    ASSERT_TRUE(input.tap->start(u"RCTL"_s, [](const TapEvent &) { return TapAnswer::Suppress; }));
     server.reset();
     input.tap->stop();
 }

@@ -5,6 +5,8 @@
 #include <atomic>
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace velmo::x11 {
@@ -49,8 +51,7 @@ TEST(X11Connection, NamesAtomsAndSaysWhenThereIsNoDisplay) {
     const auto other = Connection::open(server.display());
     EXPECT_EQ((*other)->nameOf(atom), "text/plain;charset=utf-8");
     EXPECT_EQ((*other)->atom("text/plain;charset=utf-8"), atom);
-    EXPECT_EQ(Connection::open(QStringLiteral(":98765")).error(),
-              QStringLiteral("The display could not be opened."));
+    EXPECT_EQ(Connection::open(u":98765"_s).error(), u"The display could not be opened."_s);
 }
 
 } // namespace
