@@ -39,7 +39,10 @@ function(velmo_qml_module name)
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   string(REPLACE "." "/" path ${arg_URI})
   set(CMAKE_AUTOMOC ON)
-  qt_add_qml_module(${name} STATIC NO_PLUGIN URI ${arg_URI} VERSION 1.0
+  if(NOT VELMO_COMPILED_QML)
+    set(interpreted NO_CACHEGEN)
+  endif()
+  qt_add_qml_module(${name} STATIC NO_PLUGIN ${interpreted} URI ${arg_URI} VERSION 1.0
     OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/qml/${path}"
     RESOURCE_PREFIX /qt-project.org/imports
     SOURCES ${arg_SOURCES}
