@@ -182,7 +182,7 @@ def edit_at_random(devices, rounds, seed):
             device.pages.begin_sync()
             holds[-1].wait_until_reached()
         removable = chance.sample(sorted(expected), min(len(devices), len(expected)))
-        for device, removed in zip(devices, removable):
+        for device, removed in zip(devices, removable, strict=False):
             device.pages.remove_word(removed)
             expected.remove(removed)
         for device in devices:

@@ -1,5 +1,6 @@
 """What every part of a whole flow needs: processes that end with the test, and waiting for conditions."""
 
+import contextlib
 import ctypes
 import os
 import signal
@@ -76,17 +77,13 @@ class Processes:
         for process in reversed(self._running):
             _signal_group(process, signal.SIGTERM)
         for process in reversed(self._running):
-            try:
+            with contextlib.suppress(subprocess.TimeoutExpired):
                 process.wait(timeout=5)
-            except subprocess.TimeoutExpired:
-                pass
             _signal_group(process, signal.SIGKILL)
             process.wait()
         self._running.clear()
 
 
 def _signal_group(process, number):
-    try:
+    with contextlib.suppress(ProcessLookupError):
         os.killpg(process.pid, number)
-    except ProcessLookupError:
-        pass
