@@ -13,14 +13,11 @@ public:
     /// Wraps a callback (returning nothing) so that it is skipped after the owner's end.
     template <class Callback>
     [[nodiscard]] auto guard(Callback callback) const {
-        return [alive = watch(), callback = std::move(callback)](auto &&...arguments) mutable {
-            if (!alive.expired())
+        return [owner = std::weak_ptr(m_token), callback = std::move(callback)](auto &&...arguments) mutable {
+            if (!owner.expired())
                 callback(std::forward<decltype(arguments)>(arguments)...);
         };
     }
-
-    /// Expires with the owner; for work on another thread that touches nothing of the owner.
-    [[nodiscard]] std::weak_ptr<const void> watch() const { return m_token; }
 
 private:
     std::shared_ptr<const void> m_token = std::make_shared<char>();

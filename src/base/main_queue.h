@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/interface.h"
+#include "base/lifetime.h"
 
 #include <chrono>
 #include <functional>
@@ -44,5 +45,21 @@ public:
     /// A clock that never goes back, counted from some fixed moment. Any thread.
     [[nodiscard]] virtual std::chrono::nanoseconds uptime() const = 0;
 };
+
+/// Wraps a callback (returning nothing) for whoever calls it on another thread: each call runs it in a task of the
+/// main queue, with copies of the arguments. The queue outlives whoever calls.
+template <class Callback>
+[[nodiscard]] auto onMain(MainQueue &queue, Callback callback) {
+    return [&queue, callback = std::move(callback)](const auto &...arguments) {
+        queue.post([callback, arguments...]() mutable { callback(arguments...); });
+    };
+}
+
+/// As above, and does nothing once the owner of the lifetime is gone. That is looked at in the task: on another thread
+/// the owner could end between the look and the use.
+template <class Callback>
+[[nodiscard]] auto onMain(MainQueue &queue, const Lifetime &lifetime, Callback callback) {
+    return onMain(queue, lifetime.guard(std::move(callback)));
+}
 
 } // namespace velmo

@@ -124,9 +124,8 @@ void AppDelegate::connectListener() {
 /// However a recording begins, the trigger stops it; however it ends or fails to begin, the next press works at once.
 void AppDelegate::connectRecordingManager() {
     RecordingManager &manager = m_with.recordingManager;
-    manager.onStateChange = [queue = &m_with.queue, update = m_lifetime.guard([this](State state) {
-        updateStatusIcon(state);
-    })](State state) { queue->post([update, state]() mutable { update(state); }); };
+    manager.onStateChange =
+        onMain(m_with.queue, m_lifetime, [this](State state) { updateStatusIcon(state); });
     connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
         if (manager.state() == State::recording)
             m_with.hotkeyListener.recordingBegan();

@@ -95,9 +95,7 @@ AudioRecorder::openFile(const QString &path, const CaptureFormat &format) {
     auto file = m_with.files.create(path);
     if (!file)
         return failed(failureOf(file.error().description));
-    auto report = [&queue = m_with.queue, deliver = m_lifetime.guard([this](float level) {
-        reportLevel(level);
-    })](float level) { queue.post([deliver, level]() mutable { deliver(level); }); };
+    auto report = onMain(m_with.queue, m_lifetime, [this](float level) { reportLevel(level); });
     auto writer = RecordingWriter::create(format, std::move(*file), std::move(report));
     if (!writer) {
         m_with.files.remove(path);

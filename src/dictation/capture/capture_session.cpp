@@ -78,7 +78,7 @@ void CaptureSession::ended(const MicrophoneFailure &failure) {
     const std::lock_guard lock(m_mutex);
     m_failure = failure;
     m_changed.notify_all();
-    m_queue.post([tell = m_lifetime.guard(m_ended), failure]() mutable { tell(failure); });
+    onMain(m_queue, m_lifetime, m_ended)(failure);
 }
 
 /// Drops what was captured before the moment from which sound is kept, to the frame.

@@ -87,9 +87,8 @@ void HotkeyListener::resumeFnKey() {
 void HotkeyListener::registerFallbackHotkey() {
     if (m_carbonHotkeyRef)
         return;
-    auto pressed = m_lifetime.guard([this] { hotkeyPressed(); });
     auto registered = m_with.hotkey.registerHotkey(
-        kFallbackHotkey, [queue = &m_with.queue, pressed = std::move(pressed)] { queue->post(pressed); });
+        kFallbackHotkey, onMain(m_with.queue, m_lifetime, [this] { hotkeyPressed(); }));
     if (!registered) {
         log(LogTag::Hotkey, u"Failed to register Carbon hotkey: %1"_s.arg(registered.error()));
         return;

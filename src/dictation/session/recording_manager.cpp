@@ -38,6 +38,11 @@ constexpr qsizetype kLoggedCharacters = 80;
 
 const QString kNoSpeech = u"No speech detected"_s;
 
+/// Whole ones.
+QString milliseconds(Date from, Date to) {
+    return fixed(millisecondsBetween(from, to), 0);
+}
+
 /// `(12 chars, lang: no): "Hei på deg"`; `details` is what stands after the count.
 QString textSummary(const QString &text, const QString &details) {
     return u"(%1 chars%2): \""_s.arg(QString::number(characterCount(text)), details) +
@@ -63,9 +68,8 @@ void RecordingManager::startRecording() {
         beginRecording(status == MicrophonePermission::Status::Granted);
         return;
     }
-    m_with.microphone.request([queue = &m_with.queue, begin = m_lifetime.guard([this](bool granted) {
-        beginRecording(granted);
-    })](bool granted) { queue->post([begin, granted]() mutable { begin(granted); }); });
+    m_with.microphone.request(
+        onMain(m_with.queue, m_lifetime, [this](bool granted) { beginRecording(granted); }));
 }
 
 void RecordingManager::beginRecording(bool granted) {
@@ -153,6 +157,14 @@ void RecordingManager::cancelRecording() {
 
 // From recording to text
 
+/// For an answer that comes on another thread: handles it on the main thread, told the moment at which it came, so that
+/// latency figures leave out the wait for the main queue.
+template <class Handler>
+auto RecordingManager::whenAnswered(Handler handle) {
+    return [&queue = m_with.queue, handle = onMain(m_with.queue, m_lifetime, std::move(handle))](
+               const auto &answer) { handle(queue.now(), answer); };
+}
+
 TranscriptionSettings RecordingManager::buildTranscriptionSettings() const {
     TranscriptionSettings settings;
     settings.language = primaryLanguage(m_with.preferences);
@@ -166,19 +178,14 @@ void RecordingManager::transcribe(Dictation dictation) {
     dictation.prompt = settings.prompt;
     log(LogTag::Latency, u"Upload starting (+%1ms after stop)"_s.arg(sinceStop(dictation)));
 
-    // Of the manager itself this touches nothing, for it runs on the client's thread.
-    auto answered = [alive = m_lifetime.watch(), with = m_with, dictation,
-                     handle = m_lifetime.guard([this, dictation](const TranscriptionResult &result) {
-                         handleTranscriptionResult(dictation, result);
-                     })](const TranscriptionResult &result) {
-        if (alive.expired())
-            return;
-        log(LogTag::Latency, u"Whisper complete (+%1ms after stop)"_s.arg(
-                                 fixed(millisecondsBetween(dictation.stopTime, with.queue.now()), 0)));
-        with.recorder.deleteRecording(dictation.recording);
-        with.queue.post([handle, result]() mutable { handle(result); });
-    };
-    m_with.transcriptionClient.transcribe(dictation.recording, settings, std::move(answered));
+    m_with.transcriptionClient.transcribe(
+        dictation.recording, settings,
+        whenAnswered([this, dictation](Date answered, const TranscriptionResult &result) {
+            log(LogTag::Latency,
+                u"Whisper complete (+%1ms after stop)"_s.arg(milliseconds(dictation.stopTime, answered)));
+            m_with.recorder.deleteRecording(dictation.recording);
+            handleTranscriptionResult(dictation, result);
+        }));
 }
 
 void RecordingManager::handleTranscriptionResult(const Dictation &dictation,
@@ -212,23 +219,16 @@ void RecordingManager::handleTranscriptionResult(const Dictation &dictation,
 void RecordingManager::process(const Dictation &dictation, const QString &text,
                                const std::optional<QString> &language) {
     const Date postStart = m_with.queue.now();
-    log(LogTag::Latency, u"Post-processing starting (+%1ms after stop)"_s.arg(
-                             fixed(millisecondsBetween(dictation.stopTime, postStart), 0)));
-
-    auto processed = [alive = m_lifetime.watch(), queue = &m_with.queue, stopTime = dictation.stopTime,
-                      postStart, finish = m_lifetime.guard([this, dictation](const QString &final) {
-                          finishDictation(dictation, final);
-                      })](const QString &final) {
-        if (alive.expired())
-            return;
-        const Date now = queue->now();
-        log(LogTag::Latency,
-            u"Post-processing complete (+%1ms after stop, processing took %2ms)"_s.arg(
-                fixed(millisecondsBetween(stopTime, now), 0), fixed(millisecondsBetween(postStart, now), 0)));
-        log(LogTag::Flow, u"Processed text "_s + textSummary(final, {}));
-        queue->post([finish, final]() mutable { finish(final); });
-    };
-    m_with.textProcessor.process(text, language, std::move(processed));
+    log(LogTag::Latency,
+        u"Post-processing starting (+%1ms after stop)"_s.arg(milliseconds(dictation.stopTime, postStart)));
+    m_with.textProcessor.process(
+        text, language, whenAnswered([this, dictation, postStart](Date answered, const QString &final) {
+            log(LogTag::Latency,
+                u"Post-processing complete (+%1ms after stop, processing took %2ms)"_s.arg(
+                    milliseconds(dictation.stopTime, answered), milliseconds(postStart, answered)));
+            log(LogTag::Flow, u"Processed text "_s + textSummary(final, {}));
+            finishDictation(dictation, final);
+        }));
 }
 
 void RecordingManager::finishDictation(const Dictation &dictation, const QString &text) {
@@ -309,7 +309,7 @@ void RecordingManager::setActiveAppName(const QString &name) {
 }
 
 QString RecordingManager::sinceStop(const Dictation &dictation) const {
-    return fixed(millisecondsBetween(dictation.stopTime, m_with.queue.now()), 0);
+    return milliseconds(dictation.stopTime, m_with.queue.now());
 }
 
 } // namespace velmo

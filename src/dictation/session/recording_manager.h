@@ -31,8 +31,8 @@ class Workspace;
 ///
 /// All operations and all published fields belong to the main thread. State changes are tasks of the main queue, so
 /// they apply one turn after the step that asked for them, in order: a second start in the same turn still sees
-/// `idle`. Answers that come on other threads print, remove the recording and hand the rest to the main queue. A
-/// deferred step does nothing once the manager is gone.
+/// `idle`. Answers may come on any thread and are dealt with on the main thread. A deferred step does nothing once the
+/// manager is gone.
 class RecordingManager final : public QObject {
     Q_OBJECT
     Q_PROPERTY(velmo::State state READ state NOTIFY stateChanged)
@@ -100,6 +100,8 @@ private:
     void recordingStarted();
     void keepServiceWarm();
     [[nodiscard]] double secondsRecorded() const;
+    template <class Handler>
+    [[nodiscard]] auto whenAnswered(Handler handle);
     [[nodiscard]] TranscriptionSettings buildTranscriptionSettings() const;
     void transcribe(Dictation dictation);
     void handleTranscriptionResult(const Dictation &dictation, const TranscriptionResult &result);

@@ -47,9 +47,7 @@ std::optional<VelmoUser> userIn(const HttpReply &reply) {
 
 template <class Callback>
 auto AuthManager::onMain(Callback callback) {
-    return [&queue = m_with.queue, run = m_lifetime.guard(std::move(callback))](auto... arguments) {
-        queue.post([run, arguments...]() mutable { run(arguments...); });
-    };
+    return velmo::onMain(m_with.queue, m_lifetime, std::move(callback));
 }
 
 template <class Callback>

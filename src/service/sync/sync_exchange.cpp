@@ -72,11 +72,9 @@ std::optional<QString> SyncExchange::token() {
 
 void SyncExchange::send(RequestKind kind, const QString &token, std::optional<QByteArray> body,
                         Answer answer) {
-    m_with.http.send(
-        serviceRequest(kind, m_origin, {token, {}, {}}, {std::move(body)}),
-        [&queue = m_with.queue, answer = m_lifetime.guard(std::move(answer))](const HttpOutcome &outcome) {
-            queue.post([answer, reply = syncReply(outcome)]() mutable { answer(reply); });
-        });
+    m_with.http.send(serviceRequest(kind, m_origin, {token, {}, {}}, {std::move(body)}),
+                     [answer = velmo::onMain(m_with.queue, m_lifetime, std::move(answer))](
+                         const HttpOutcome &outcome) { answer(syncReply(outcome)); });
 }
 
 } // namespace velmo

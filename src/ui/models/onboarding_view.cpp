@@ -102,8 +102,7 @@ void OnboardingView::read() {
 void OnboardingView::requestMicrophone() {
     if (std::exchange(m_micRequested, true))
         return;
-    m_with.microphone.request([&queue = m_with.queue, look = m_lifetime.guard([this] { this->look(); })](
-                                  bool) { queue.post(look); });
+    m_with.microphone.request(onMain(m_with.queue, m_lifetime, [this](bool) { look(); }));
 }
 
 void OnboardingView::update() {

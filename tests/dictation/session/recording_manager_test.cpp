@@ -350,10 +350,11 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
     create();
     record(1s);
     log.clear();
-    manager.reset();
-    transcriber.complete(Transcript{u"hei"_s, std::nullopt});
+    std::thread([&] { transcriber.complete(Transcript{u"hei"_s, std::nullopt}); }).join();
+    manager.reset(); // before the answer has got to the main thread
     queue.advance(10s);
     EXPECT_THAT(log.lines(), IsEmpty());
+    EXPECT_THAT(recorder.deleted, IsEmpty());
 
     create();
     record(1s);

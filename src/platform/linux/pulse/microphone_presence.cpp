@@ -54,13 +54,11 @@ public:
 
     void check(Answer answer) override {
         const int number = ++m_lastNumber;
-        auto finish = m_lifetime.guard([this, number](bool present) { finishCheck(number, present); });
+        const auto finish = [this, number](bool present) { finishCheck(number, present); };
         Check &check = m_checks[number];
         check.answer = std::move(answer);
-        check.timeout = m_queue.after(kPatience, [finish]() mutable { finish(false); });
-        check.look = std::make_unique<Look>(*m_connection, [&queue = m_queue, finish](bool present) {
-            queue.post([finish, present]() mutable { finish(present); });
-        });
+        check.timeout = m_queue.after(kPatience, [finish] { finish(false); });
+        check.look = std::make_unique<Look>(*m_connection, onMain(m_queue, m_lifetime, finish));
     }
 
 private:

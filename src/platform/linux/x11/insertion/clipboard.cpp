@@ -40,21 +40,23 @@ X11Clipboard::X11Clipboard(const Parts &parts, const QByteArray &selection)
 // Asked for by the main thread
 
 void X11Clipboard::save(std::function<void(Saved)> done) {
-    m_with.loop.post([this, done = std::move(done)] { saveNow(done); });
+    m_with.loop.post([this, done = onMain(m_with.queue, std::move(done))] { saveNow(done); });
 }
 
 void X11Clipboard::setText(ChangeCount expected, const QString &text, TextEvents events, Changed done) {
     m_with.loop.post([this, change = Change{expected, textFormats(text), std::move(events),
-                                            std::move(done)}] { make(change); });
+                                            onMain(m_with.queue, std::move(done))}] { make(change); });
 }
 
 void X11Clipboard::setItems(ChangeCount expected, std::vector<ClipboardItem> items, Changed done) {
     m_with.loop.post(
-        [this, change = Change{expected, std::move(items), {}, std::move(done)}] { make(change); });
+        [this, change = Change{expected, std::move(items), {}, onMain(m_with.queue, std::move(done))}] {
+            make(change);
+        });
 }
 
 void X11Clipboard::handOver(std::function<void()> done) {
-    m_with.loop.post([this, done = std::move(done)] { handOverNow(done); });
+    m_with.loop.post([this, done = onMain(m_with.queue, std::move(done))] { handOverNow(done); });
 }
 
 // Saving
@@ -79,7 +81,7 @@ void X11Clipboard::saveNow(std::function<void(Saved)> done) {
 void X11Clipboard::saved(const Saved &contents) {
     m_reader.reset();
     for (auto &done : std::exchange(m_saves, {}))
-        m_with.queue.post([done = std::move(done), contents] { done(contents); });
+        done(contents);
 }
 
 // Changing
@@ -89,7 +91,7 @@ void X11Clipboard::make(Change change) {
         std::optional<ChangeCount> count;
         if (change.expected == m_changes && own(time, change))
             count = ++m_changes;
-        m_with.queue.post([done = std::move(change.done), count] { done(count); });
+        change.done(count);
     });
 }
 
@@ -106,9 +108,7 @@ bool X11Clipboard::own(xcb_timestamp_t time, Change &change) {
         return true;
     m_offer = SelectionOffer{time, std::move(change.items), {}};
     if (change.events.read)
-        m_offer->read = [queue = &m_with.queue, read = std::move(change.events.read)](DisplayClient client) {
-            queue->post([read, client] { read(client); });
-        };
+        m_offer->read = onMain(m_with.queue, std::move(change.events.read));
     m_lost = std::move(change.events.lost);
     return true;
 }
@@ -130,11 +130,10 @@ void X11Clipboard::keepFormer() {
 }
 
 void X11Clipboard::handOverNow(std::function<void()> done) {
-    const auto handedOver = [queue = &m_with.queue, done = std::move(done)] { queue->post(done); };
     if (!m_offer || areSecret(m_offer->items))
-        handedOver();
+        done();
     else
-        m_manager.send(m_answers.targetsOf(*m_offer), m_offer->since, handedOver);
+        m_manager.send(m_answers.targetsOf(*m_offer), m_offer->since, std::move(done));
 }
 
 // What happens on the display

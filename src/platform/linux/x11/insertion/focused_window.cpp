@@ -5,7 +5,7 @@
 namespace velmo::x11 {
 
 void X11FocusedWindow::find(std::function<void(std::optional<FocusedWindow>)> done) {
-    m_loop.post([this, done = std::move(done)] { m_queue.post([done, found = findNow()] { done(found); }); });
+    m_loop.post([this, done = onMain(m_queue, std::move(done))] { done(findNow()); });
 }
 
 std::optional<FocusedWindow> X11FocusedWindow::findNow() const {

@@ -52,9 +52,8 @@ X11KeyInjector::X11KeyInjector(MainQueue &queue, Connection &connection, Loop &l
       m_canInject(mayInject && connection.has(xcb_test_id) && connection.has(xcb_xkb_id)) {}
 
 void X11KeyInjector::press(PasteShortcut shortcut, std::function<void(bool)> done) {
-    m_loop.post([this, shortcut, done = std::move(done)] {
-        const bool sent = m_canInject && pressNow(shortcut);
-        m_queue.post([done, sent] { done(sent); });
+    m_loop.post([this, shortcut, done = onMain(m_queue, std::move(done))] {
+        done(m_canInject && pressNow(shortcut));
     });
 }
 

@@ -137,11 +137,9 @@ Hotkeys::registerHotkey(const Hotkey &hotkey, std::function<void()> pressed) {
     m_watch->run([&] {
         grab = std::make_unique<HotkeyGrab>(*m_watch, std::move(*connection), hotkey, std::move(pressed));
         // The main thread writes the line: whoever reads the log may be slow.
-        grab->onLost = [queue = &m_queue](Status lost) {
-            queue->post([lost] {
-                log(LogTag::Hotkey, u"Fallback hotkey lost with the change of keyboard: %1"_s.arg(lost));
-            });
-        };
+        grab->onLost = onMain(m_queue, [](Status lost) {
+            log(LogTag::Hotkey, u"Fallback hotkey lost with the change of keyboard: %1"_s.arg(lost));
+        });
         status = grab->take();
         if (status != 0)
             grab.reset();
