@@ -1,7 +1,7 @@
 #pragma once
 
 #include "dictation/capture/audio_level_provider.h"
-#include "dictation/capture/audio_level_source.h"
+#include "dictation/capture/recorder.h"
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/gestures/trigger_fakes.h"
 #include "dictation/insertion/insertion_fakes.h"

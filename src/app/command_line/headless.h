@@ -1,7 +1,6 @@
 #pragma once
 
-#include "dictation/capture/level_monitor.h"
-#include "dictation/session/overlay_display.h"
+#include "dictation/dictation_display.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
 

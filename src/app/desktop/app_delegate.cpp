@@ -2,7 +2,7 @@
 
 #include "app/desktop/user_interface.h"
 #include "base/log.h"
-#include "dictation/capture/armed_capture.h"
+#include "dictation/capture/recorder.h"
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"

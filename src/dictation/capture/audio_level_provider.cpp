@@ -1,6 +1,6 @@
 #include "dictation/capture/audio_level_provider.h"
 
-#include "dictation/capture/audio_level_source.h"
+#include "dictation/capture/recorder.h"
 
 #include <algorithm>
 #include <cmath>

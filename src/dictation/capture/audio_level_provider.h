@@ -2,7 +2,7 @@
 
 #include "base/lifetime.h"
 #include "base/main_queue.h"
-#include "dictation/capture/level_monitor.h"
+#include "dictation/dictation_display.h"
 
 #include <QList>
 #include <QObject>

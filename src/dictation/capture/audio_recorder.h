@@ -2,8 +2,6 @@
 
 #include "base/lifetime.h"
 #include "base/main_queue.h"
-#include "dictation/capture/armed_capture.h"
-#include "dictation/capture/audio_level_source.h"
 #include "dictation/capture/recorder.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/main_queue.h"
-#include "dictation/session/overlay_display.h"
+#include "dictation/dictation_display.h"
 #include "platform/global_mouse_monitor.h"
 
 #include <QPointer>

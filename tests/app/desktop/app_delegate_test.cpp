@@ -1,7 +1,7 @@
 #include "app/desktop/app_delegate.h"
 
 #include "app/desktop/user_interface.h"
-#include "dictation/capture/armed_capture.h"
+#include "dictation/capture/recorder.h"
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/gestures/trigger_fakes.h"
 #include "dictation/session/dictation_fakes.h"

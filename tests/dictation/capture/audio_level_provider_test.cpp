@@ -1,6 +1,6 @@
 #include "dictation/capture/audio_level_provider.h"
 
-#include "dictation/capture/audio_level_source.h"
+#include "dictation/capture/recorder.h"
 #include "support/manual_main_queue.h"
 
 #include <gmock/gmock.h>

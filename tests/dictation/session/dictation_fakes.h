@@ -1,10 +1,9 @@
 #pragma once
 
-#include "dictation/capture/level_monitor.h"
 #include "dictation/capture/recorder.h"
+#include "dictation/dictation_display.h"
 #include "dictation/insertion/text_insertion.h"
 #include "dictation/processing/text_processing.h"
-#include "dictation/session/overlay_display.h"
 #include "platform/microphone_permission.h"
 #include "platform/sound_player.h"
 #include "platform/workspace.h"
