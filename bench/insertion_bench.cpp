@@ -2,6 +2,7 @@
 // from the end of speech by the program that people run, beside the time in which a tool types the same text key by key.
 
 #include "base/qt_main_queue.h"
+#include "dictation/insertion/insertion_fakes.h"
 #include "dictation/insertion/text_inserter.h"
 #include "flow/running_velmo.h"
 #include "platform/linux/x11/x11_insertion.h"
@@ -101,8 +102,9 @@ void inserted(benchmark::State &state, const char *editor) {
     if (!x11)
         return state.SkipWithError("no display");
     WatchedClipboard clipboard((*x11)->clipboard());
+    const testing::FakeSessionLock lock;
     TextInserter inserter(
-        {queue, clipboard, (*x11)->primarySelection(), (*x11)->keyInjector(), (*x11)->focusedWindow()});
+        {queue, clipboard, (*x11)->primarySelection(), (*x11)->keyInjector(), (*x11)->focusedWindow(), lock});
     std::vector<double> milliseconds;
     for (auto _ : state) {
         clipboard.textRead.reset();

@@ -1,7 +1,7 @@
+#include "dictation/session/dictation_stage.h"
 #include "platform/floating_windows.h"
 #include "platform/global_mouse_monitor.h"
 #include "stage.h"
-#include "ui/dictation_stage.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
 #include "ui/models/menu_bar_view.h"

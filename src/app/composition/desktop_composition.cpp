@@ -10,6 +10,7 @@
 #include "dictation/capture/recording_paths.h"
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/insertion/text_inserter.h"
+#include "dictation/session/dictation_controls.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/linux/canberra/sound_player.h"
 #include "platform/linux/dbus/screen_saver_lock.h"
@@ -24,8 +25,6 @@
 #include "platform/linux/xdg/autostart_entry.h"
 #include "platform/linux/xdg/desktop_settings.h"
 #include "store/history_store.h"
-#include "store/preference_keys.h"
-#include "store/preference_watch.h"
 #include "store/sqlite_preferences.h"
 #include "ui/overlay/recording_overlay_controller.h"
 
@@ -70,7 +69,7 @@ struct DesktopComposition::Parts {
           recorder({composition.mainQueue(), *microphone, *recordingFiles}, QDir::tempPath()),
           levelMeter(composition.mainQueue(), recorder),
           textInserter({composition.mainQueue(), insertion->clipboard(), insertion->primarySelection(),
-                        insertion->keyInjector(), insertion->focusedWindow()}),
+                        insertion->keyInjector(), insertion->focusedWindow(), sessionLock}),
           overlay({engine, composition.mainQueue(), *x11.floating, *x11.mouse}),
           recordingManager({composition.mainQueue(), composition.preferences(), microphonePermission,
                             *x11.workspace, *sounds, recorder, composition.transcriptionClient(),
@@ -84,32 +83,14 @@ struct DesktopComposition::Parts {
           windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.motion, *x11.permission,
                    recordingManager, hotkeyListener, levelMeter, textInserter, overlay, setup},
                   {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
+          controls({hotkeyListener, recordingManager, recorder, recorder, sessionLock,
+                    composition.preferenceWatch()}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
-                       recordingManager, hotkeyListener, recorder, *x11.workspace, composition.account(),
+                       recordingManager, controls, *x11.workspace, composition.account(),
                        composition.synchronisation(), *x11.permission, windows}),
-          commands({recordingManager, hotkeyListener, composition.authManager(), composition.syncManager()}) {
-        recorder.onMicrophoneLost = [this] { recordingManager.stopRecording(); };
+          commands({controls, composition.authManager(), composition.syncManager()}) {
         commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
-        followTriggerKey(composition.preferenceWatch());
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
-        heedSessionLock();
-    }
-
-    /// Another process may choose another key too.
-    void followTriggerKey(PreferenceWatch &watch) {
-        watch.watch(keys::triggerKey);
-        QObject::connect(&watch, &PreferenceWatch::changed, &hotkeyListener,
-                         [this] { hotkeyListener.triggerKeyChanged(); });
-    }
-
-    /// Behind a lock keys begin nothing and no text is pasted, and the microphone does not stay open.
-    void heedSessionLock() {
-        hotkeyListener.isSessionLocked =
-            textInserter.isSessionLocked = [this] { return sessionLock.isLocked(); };
-        sessionLock.onLocked = [this] {
-            if (recordingManager.state() == State::recording)
-                recordingManager.stopRecording();
-        };
     }
 
     ScreenSaverLock sessionLock;
@@ -133,6 +114,7 @@ struct DesktopComposition::Parts {
     AutostartEntry loginItem{autostartFolder(), QCoreApplication::applicationFilePath()};
     SetupParts setup;
     DesktopWindows windows;
+    DictationControls controls;
     AppDelegate appDelegate;
     ApplicationCommands commands;
 };

@@ -2,8 +2,7 @@
 
 #include "app/desktop/user_interface.h"
 #include "base/log.h"
-#include "dictation/capture/recorder.h"
-#include "dictation/gestures/hotkey_listener.h"
+#include "dictation/session/dictation_controls.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"
 #include "platform/workspace.h"
@@ -32,10 +31,8 @@ AppDelegate::AppDelegate(const Collaborators &collaborators) : m_with(collaborat
 void AppDelegate::applicationDidFinishLaunching() {
     m_with.interface.showStatusItem(m_lifetime.guard([this] { togglePopover(); }));
     takeTriggerKey();
-    connectListener();
-    m_with.hotkeyListener.setupFnKey();
-    m_with.hotkeyListener.registerFallbackHotkey();
-    connectRecordingManager();
+    m_with.controls.startListening();
+    followState();
     m_with.interface.showOverlay();
     showOnboardingWhereNeeded();
     m_with.account.whenRestored(m_lifetime.guard([this] { syncOnLaunch(); }));
@@ -47,7 +44,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    m_with.hotkeyListener.stopListening();
+    m_with.controls.stopListening();
     m_with.workspace.setActivationHandler({});
     giveTriggerKeyBack();
 }
@@ -112,28 +109,9 @@ void AppDelegate::giveTriggerKeyBack() {
     log(LogTag::VelmoMac, u"Emoji picker restored (value: %1)"_s.arg(previous));
 }
 
-void AppDelegate::connectListener() {
-    HotkeyListener &listener = m_with.hotkeyListener;
-    listener.onStartRecording = m_lifetime.guard([this] { m_with.recordingManager.startRecording(); });
-    listener.onStopRecording = m_lifetime.guard([this] { m_with.recordingManager.stopRecording(); });
-    listener.onPress =
-        m_lifetime.guard([this](std::chrono::nanoseconds at) { m_with.armedCapture.press(at); });
-    listener.onPressDropped = m_lifetime.guard([this] { m_with.armedCapture.drop(); });
-}
-
-/// However a recording begins, the trigger stops it; however it ends or fails to begin, the next press works at once.
-void AppDelegate::connectRecordingManager() {
-    RecordingManager &manager = m_with.recordingManager;
-    manager.onStateChange =
+void AppDelegate::followState() {
+    m_with.recordingManager.onStateChange =
         onMain(m_with.queue, m_lifetime, [this](State state) { updateStatusIcon(state); });
-    connect(&manager, &RecordingManager::stateChanged, this, [this, &manager] {
-        if (manager.state() == State::recording)
-            m_with.hotkeyListener.recordingBegan();
-        else
-            m_with.hotkeyListener.recordingEnded();
-    });
-    connect(&manager, &RecordingManager::startFailed, this,
-            [this] { m_with.hotkeyListener.recordingEnded(); });
 }
 
 } // namespace velmo

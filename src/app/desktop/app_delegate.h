@@ -10,8 +10,7 @@ namespace velmo {
 
 class AccessibilityPermission;
 class Account;
-class ArmedCapture;
-class HotkeyListener;
+class DictationControls;
 class Preferences;
 class RecordingManager;
 class Synchronisation;
@@ -19,8 +18,8 @@ class UserInterface;
 class Workspace;
 
 /// The life of the desktop application from launch to termination: shows it in the tray and at the foot of the screen,
-/// connects the trigger key to the dictation, keeps a signed-in user's data in step, and gives back at the end what it
-/// took at the start. Main thread.
+/// takes the keys, keeps a signed-in user's data in step, and gives back at the end what it took at the start. Main
+/// thread.
 class AppDelegate final : public QObject {
     Q_OBJECT
 public:
@@ -30,8 +29,7 @@ public:
         Preferences &preferences;
         Preferences &keyboardPreferences; ///< The domain that holds what the trigger key does by itself.
         RecordingManager &recordingManager;
-        HotkeyListener &hotkeyListener;
-        ArmedCapture &armedCapture;
+        DictationControls &controls;
         Workspace &workspace;
         Account &account;
         Synchronisation &synchronisation;
@@ -61,8 +59,7 @@ private:
     void syncOnActivation();
     void takeTriggerKey();
     void giveTriggerKeyBack();
-    void connectListener();
-    void connectRecordingManager();
+    void followState();
 
     Collaborators m_with;
     Lifetime m_lifetime;

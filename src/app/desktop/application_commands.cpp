@@ -2,8 +2,7 @@
 
 #include "app/command_line/command.h"
 #include "app/command_line/session_outcomes.h"
-#include "dictation/gestures/hotkey_listener.h"
-#include "dictation/session/recording_manager.h"
+#include "dictation/session/dictation_controls.h"
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
 
@@ -17,6 +16,12 @@ const CommandOutcome kDone;
 
 CommandOutcome refusal(const QString &message) {
     return {exit_status::failure, QString(), message};
+}
+
+DictationControls::Answer answering(const ApplicationRequests::Reply &reply) {
+    return [reply](const DictationControls::Outcome &outcome) {
+        reply(outcome ? kDone : refusal(outcome.error()));
+    };
 }
 
 } // namespace
@@ -67,59 +72,23 @@ void ApplicationCommands::run(const QStringList &words, Reply reply) {
 }
 
 void ApplicationCommands::start(const Reply &reply) {
-    begin(reply, [this] { m_with.recordingManager.startRecording(); });
-}
-
-/// Replies when it is known whether the recording runs.
-void ApplicationCommands::begin(const Reply &reply, const std::function<void()> &startRecording) {
-    RecordingManager &manager = m_with.recordingManager;
-    if (manager.state() != State::idle) {
-        reply(refusal(u"A dictation is under way already."_s));
-        return;
-    }
-    auto *answer = new QObject(this); // for the one signal that comes first
-    connect(&manager, &RecordingManager::stateChanged, answer, [answer, reply] {
-        delete answer;
-        reply(kDone);
-    });
-    connect(&manager, &RecordingManager::startFailed, answer, [&manager, answer, reply] {
-        delete answer;
-        reply(refusal(manager.errorMessage()));
-    });
-    startRecording();
+    m_with.controls.start(answering(reply));
 }
 
 void ApplicationCommands::stop(const Reply &reply) {
-    if (m_with.recordingManager.state() != State::recording) {
-        reply(refusal(u"No recording runs."_s));
-        return;
-    }
-    m_with.recordingManager.stopRecording();
-    reply(kDone);
+    answering(reply)(m_with.controls.stop());
 }
 
-/// As the hot key does.
 void ApplicationCommands::toggle(const Reply &reply) {
-    HotkeyListener &listener = m_with.hotkeyListener;
-    if (listener.recordingMode() == RecordingMode::none) {
-        begin(reply, [&listener] { listener.toggleFromHotkey(); });
-        return;
-    }
-    listener.toggleFromHotkey();
-    reply(kDone);
+    m_with.controls.toggle(answering(reply));
 }
 
 void ApplicationCommands::cancel(const Reply &reply) {
-    if (m_with.recordingManager.state() != State::recording) {
-        reply(refusal(u"No recording runs."_s));
-        return;
-    }
-    m_with.recordingManager.cancelRecording();
-    reply(kDone);
+    answering(reply)(m_with.controls.cancel());
 }
 
 void ApplicationCommands::status(const Reply &reply) {
-    reply({exit_status::success, nameOf(m_with.recordingManager.state()) + u'\n', QString()});
+    reply({exit_status::success, nameOf(m_with.controls.state()) + u'\n', QString()});
 }
 
 void ApplicationCommands::show(const Reply &reply) {

@@ -9,8 +9,7 @@
 namespace velmo {
 
 class AuthManager;
-class HotkeyListener;
-class RecordingManager;
+class DictationControls;
 class SyncManager;
 
 /// What the running application does for other processes of the session: `velmo toggle`, a second start, an address
@@ -21,8 +20,7 @@ class ApplicationCommands final : public QObject, public ApplicationRequests {
 public:
     /// Whom the commands are for; all of them outlive this object.
     struct Collaborators {
-        RecordingManager &recordingManager;
-        HotkeyListener &hotkeyListener;
+        DictationControls &controls;
         AuthManager &auth;
         SyncManager &sync;
     };
@@ -42,7 +40,6 @@ public:
 
 private:
     void start(const Reply &reply);
-    void begin(const Reply &reply, const std::function<void()> &startRecording);
     void stop(const Reply &reply);
     void toggle(const Reply &reply);
     void cancel(const Reply &reply);

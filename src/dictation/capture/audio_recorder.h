@@ -57,10 +57,6 @@ public:
 
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
 
-    /// Called while a recording runs when the microphone is gone and no other took its place. What was heard is in
-    /// the file; whoever started the recording now stops it.
-    std::function<void()> onMicrophoneLost;
-
 private:
     [[nodiscard]] std::unique_ptr<CaptureSession> openMicrophone();
     [[nodiscard]] std::unique_ptr<CaptureSession> takeOpenMicrophone();

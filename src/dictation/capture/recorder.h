@@ -27,6 +27,10 @@ public:
 
     /// Removes a recording that is done with; a file that cannot be removed is left in silence. Any thread.
     virtual void deleteRecording(const QString &path) = 0;
+
+    /// Called while a recording runs when the microphone is gone and no other took its place. What was heard is in
+    /// the file; whoever started the recording now stops it.
+    std::function<void()> onMicrophoneLost;
 };
 
 /// Listens ahead of a recording. People speak while they press the trigger, and whether the press is a gesture is

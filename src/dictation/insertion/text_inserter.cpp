@@ -65,7 +65,7 @@ void TextInserter::startNext() {
 }
 
 void TextInserter::findTarget(const QString &text) {
-    if (!m_with.keys.canInject() || (isSessionLocked && isSessionLocked())) {
+    if (!m_with.keys.canInject() || m_with.lock.isLocked()) {
         leaveOnClipboard();
         return;
     }

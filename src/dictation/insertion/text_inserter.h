@@ -6,6 +6,7 @@
 #include "dictation/insertion/text_insertion.h"
 #include "platform/focused_window.h"
 #include "platform/key_injector.h"
+#include "platform/session_lock.h"
 
 #include <QObject>
 #include <QString>
@@ -20,7 +21,7 @@ namespace velmo {
 /// Insertions run one after another; one that waits takes the place of the text before it, so that what the
 /// person had copied is put back after the last of them.
 ///
-/// Where no keys can be pressed, or no window would get them, the text stays on the clipboard, and a notice says
+/// Where no keys can be pressed, or no window of the person would get them, the text stays on the clipboard, and a notice says
 /// so. Main thread.
 class TextInserter final : public QObject, public TextInsertion {
     Q_OBJECT
@@ -34,12 +35,10 @@ public:
         Clipboard &primarySelection; ///< Terminals paste from there.
         KeyInjector &keys;
         FocusedWindowFinder &focus;
+        const SessionLock &lock; ///< Behind it, keys would go to whatever asks for the password.
     };
 
     explicit TextInserter(const Collaborators &collaborators);
-
-    /// Whether keys would go to whatever asks for the password. Absent: never.
-    std::function<bool()> isSessionLocked;
 
     void insert(const QString &text) override;
 

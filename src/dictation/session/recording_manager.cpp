@@ -73,10 +73,7 @@ void RecordingManager::startRecording() {
 
 void RecordingManager::beginRecording(bool granted) {
     if (!granted) {
-        m_with.queue.post(m_lifetime.guard([this] {
-            setErrorMessage(u"Microphone access denied. Check System Settings > Privacy > Microphone."_s);
-            Q_EMIT startFailed();
-        }));
+        failStart(u"Microphone access denied. Check System Settings > Privacy > Microphone."_s);
         return;
     }
     const QString app = m_with.workspace.frontmostApplicationName().value_or(QString());
@@ -89,9 +86,15 @@ void RecordingManager::beginRecording(bool granted) {
     }
     const QString message = u"Failed to start recording: "_s + started.error().description;
     log(LogTag::Flow, message);
+    failStart(message);
+}
+
+/// The recording may run all the same: by another start of this turn, which counts by then.
+void RecordingManager::failStart(const QString &message) {
     m_with.queue.post(m_lifetime.guard([this, message] {
         setErrorMessage(message);
-        Q_EMIT startFailed();
+        if (m_state != State::recording)
+            Q_EMIT startFailed();
     }));
 }
 

@@ -97,6 +97,7 @@ private:
     };
 
     void beginRecording(bool granted);
+    void failStart(const QString &message);
     void recordingStarted();
     void keepServiceWarm();
     [[nodiscard]] double secondsRecorded() const;

@@ -4,6 +4,7 @@
 #include "platform/clipboard.h"
 #include "platform/focused_window.h"
 #include "platform/key_injector.h"
+#include "platform/session_lock.h"
 
 #include <QStringList>
 #include <vector>
@@ -96,6 +97,11 @@ struct FakeFocus final : FocusedWindowFinder {
     void find(std::function<void(std::optional<FocusedWindow>)> done) override {
         queue.post([done = std::move(done), found = window] { done(found); });
     }
+};
+
+struct FakeSessionLock final : SessionLock {
+    bool locked = false;
+    [[nodiscard]] bool isLocked() const override { return locked; }
 };
 
 } // namespace velmo::testing

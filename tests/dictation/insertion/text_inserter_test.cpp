@@ -45,7 +45,8 @@ protected:
     testing::FakeClipboard primary{queue};
     testing::FakeKeyInjector keys{queue};
     testing::FakeFocus focus{queue};
-    TextInserter inserter{{queue, clipboard, primary, keys, focus}};
+    testing::FakeSessionLock lock;
+    TextInserter inserter{{queue, clipboard, primary, keys, focus, lock}};
 };
 
 TEST_F(TextInserterTest, PastesTheTextAndGivesTheClipboardBack) {
@@ -182,14 +183,15 @@ TEST_F(TextInserterTest, LetsATerminalReadAfterTheClipboardAloneWasLost) {
 
 struct NoPasteCase {
     const char *name;
-    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus, TextInserter &inserter);
+    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus,
+                    testing::FakeSessionLock &lock);
     const char *line;
 };
 
 class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<NoPasteCase> {};
 
 TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
-    GetParam().arrange(keys, focus, inserter);
+    GetParam().arrange(keys, focus, lock);
     insert("dictated");
     EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s);
     advance(3999ms);
@@ -202,14 +204,12 @@ TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
 
 INSTANTIATE_TEST_SUITE_P(
     TextInserter, NoPaste,
-    ::testing::Values(
-        NoPasteCase{"injection_impossible", [](auto &keys, auto &, auto &) { keys.possible = false; }, ""},
-        NoPasteCase{"no_focus", [](auto &, auto &focus, auto &) { focus.window.reset(); }, ""},
-        NoPasteCase{"locked",
-                    [](auto &, auto &, auto &inserter) { inserter.isSessionLocked = [] { return true; }; },
-                    ""},
-        NoPasteCase{"refused", [](auto &keys, auto &, auto &) { keys.works = false; },
-                    "🎙️ [Insert] Failed to create CGEvent"}),
+    ::testing::Values(NoPasteCase{"injection_impossible",
+                                  [](auto &keys, auto &, auto &) { keys.possible = false; }, ""},
+                      NoPasteCase{"no_focus", [](auto &, auto &focus, auto &) { focus.window.reset(); }, ""},
+                      NoPasteCase{"locked", [](auto &, auto &, auto &lock) { lock.locked = true; }, ""},
+                      NoPasteCase{"refused", [](auto &keys, auto &, auto &) { keys.works = false; },
+                                  "🎙️ [Insert] Failed to create CGEvent"}),
     [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {

@@ -28,7 +28,8 @@ struct FakeMicrophonePermission final : MicrophonePermission {
 struct FakeWorkspace final : Workspace {
     std::optional<QString> name = QStringLiteral("Writer");
     [[nodiscard]] std::optional<QString> frontmostApplicationName() const override { return name; }
-    void setActivationHandler(ActivationHandler) override {}
+    ActivationHandler activated;
+    void setActivationHandler(ActivationHandler handler) override { activated = std::move(handler); }
 };
 
 struct FakeSounds final : SoundPlayer {
@@ -36,8 +37,9 @@ struct FakeSounds final : SoundPlayer {
     void play(SoundCue cue) override { played.push_back(cue); }
 };
 
-struct FakeRecorder final : Recorder {
+struct FakeRecorder final : Recorder, ArmedCapture {
     std::optional<QString> failure;
+    bool isArmed = false;
     bool runs = false;
     QStringList deleted;
 
@@ -55,6 +57,8 @@ struct FakeRecorder final : Recorder {
         return QStringLiteral("recording.wav");
     }
     void deleteRecording(const QString &path) override { deleted.append(path); }
+    void press(std::chrono::nanoseconds) override { isArmed = true; }
+    void drop() override { isArmed = false; }
 };
 
 struct FakeTranscriber final : Transcriber {

@@ -1,6 +1,6 @@
+#include "dictation/session/dictation_stage.h"
 #include "support/wait_until.h"
 #include "ui/controls/interface_setup.h"
-#include "ui/dictation_stage.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
 #include "ui/overlay/recording_overlay_controller.h"

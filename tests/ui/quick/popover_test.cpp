@@ -1,5 +1,5 @@
+#include "dictation/session/dictation_stage.h"
 #include "support/wait_until.h"
-#include "ui/dictation_stage.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/menu_bar_view.h"
 #include "ui/popover/popover_window.h"
@@ -21,7 +21,10 @@ namespace {
 
 class PopoverTest : public ::testing::Test {
 protected:
-    PopoverTest() { QCursor::setPos(700, 10); }
+    PopoverTest() {
+        stage.controls.startListening();
+        QCursor::setPos(700, 10);
+    }
 
     std::unique_ptr<MenuBarView> makeContent() {
         MenuBarView::Ways ways;

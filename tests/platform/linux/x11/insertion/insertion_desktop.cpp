@@ -13,7 +13,7 @@ void InsertionDesktop::open(ClipboardSaveLimits limits) {
     ASSERT_TRUE(opened);
     x11 = std::move(*opened);
     inserter = std::make_unique<TextInserter>(TextInserter::Collaborators{
-        queue, x11->clipboard(), x11->primarySelection(), x11->keyInjector(), x11->focusedWindow()});
+        queue, x11->clipboard(), x11->primarySelection(), x11->keyInjector(), x11->focusedWindow(), lock});
 }
 
 void InsertionDesktop::insert(const QString &text) {

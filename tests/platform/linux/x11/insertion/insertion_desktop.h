@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictation/insertion/insertion_fakes.h"
 #include "dictation/insertion/text_inserter.h"
 #include "platform/linux/x11/x11_insertion.h"
 #include "support/log_capture.h"
@@ -59,6 +60,7 @@ protected:
     Xvfb server;
     ManualMainQueue queue;
     std::unique_ptr<X11Insertion> x11;
+    FakeSessionLock lock;
     std::unique_ptr<TextInserter> inserter;
 
 private:

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "dictation/capture/audio_level_provider.h"
-#include "dictation/capture/recorder.h"
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/gestures/trigger_fakes.h"
 #include "dictation/insertion/insertion_fakes.h"
 #include "dictation/insertion/text_inserter.h"
+#include "dictation/session/dictation_controls.h"
 #include "dictation/session/dictation_fakes.h"
 #include "dictation/session/recording_manager.h"
 #include "store/history_store.h"
@@ -17,20 +17,13 @@ namespace velmo::testing {
 
 struct FakeAudioLevelSource final : AudioLevelSource {};
 
-/// A dictation with real controllers and stores, which stands still until a test moves it on.
+/// A dictation with real controllers and stores, which stands still until a test moves it on. Nobody listens to the keys
+/// yet.
 struct DictationStage {
     explicit DictationStage(OverlayDisplay *display = nullptr)
         : manager{{queue, preferences, microphone, workspace, sounds, recorder, transcriber, processor,
-                   inserter, levelMeter, display ? *display : noOverlay, history, account, account}} {
-        listener.onStartRecording = [this] { manager.startRecording(); };
-        listener.onStopRecording = [this] { manager.stopRecording(); };
-        QObject::connect(&manager, &RecordingManager::stateChanged, &manager, [this] {
-            if (manager.state() != State::recording)
-                listener.recordingEnded();
-        });
-        listener.setupFnKey();
-        listener.registerFallbackHotkey();
-    }
+                   inserter, levelMeter, display ? *display : noOverlay, history, account, account}},
+          controls{{listener, manager, recorder, recorder, lock, watch}} {}
 
     void dictate(const QString &text) {
         manager.startRecording();
@@ -56,7 +49,8 @@ struct DictationStage {
     FakeClipboard primarySelection{queue};
     FakeKeyInjector keys{queue};
     FakeFocus focus{queue};
-    TextInserter inserter{{queue, clipboard, primarySelection, keys, focus}};
+    FakeSessionLock lock;
+    TextInserter inserter{{queue, clipboard, primarySelection, keys, focus, lock}};
     FakeAudioLevelSource levels;
     AudioLevelProvider levelMeter{queue, levels};
     FakeOverlay noOverlay;
@@ -67,6 +61,7 @@ struct DictationStage {
     FakeGlobalHotkey hotkey;
     HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
     RecordingManager manager;
+    DictationControls controls;
 };
 
 } // namespace velmo::testing
