@@ -49,6 +49,8 @@ struct Format {
     const char *name;
     CaptureFormat format;
     const char *logged;
+
+    friend void PrintTo(const Format &row, std::ostream *out) { *out << row.name; }
 };
 
 class AudioRecorderFormatTest : public AudioRecorderTest, public ::testing::WithParamInterface<Format> {};

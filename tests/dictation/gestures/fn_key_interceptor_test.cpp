@@ -42,6 +42,8 @@ struct EventCase {
     std::vector<TapEvent> events; ///< Times in milliseconds.
     std::vector<TapAnswer> answers;
     const char *calls; ///< Separated by spaces.
+
+    friend void PrintTo(const EventCase &row, std::ostream *out) { *out << row.name; }
 };
 
 TapEvent flags(int atMs, KeyFlags flags) {

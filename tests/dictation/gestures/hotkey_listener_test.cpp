@@ -83,6 +83,8 @@ struct Gesture {
     const char *script;
     const char *calls;
     RecordingMode mode;
+
+    friend void PrintTo(const Gesture &row, std::ostream *out) { *out << row.name; }
 };
 
 class Gestures : public HotkeyListenerTest, public ::testing::WithParamInterface<Gesture> {};

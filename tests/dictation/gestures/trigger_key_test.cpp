@@ -13,6 +13,8 @@ struct Key {
     const char *xkbName;
     quint32 symbol;
     const char *refusal; ///< Null when the key can be chosen.
+
+    friend void PrintTo(const Key &row, std::ostream *out) { *out << row.name; }
 };
 
 class TriggerKeys : public ::testing::TestWithParam<Key> {};

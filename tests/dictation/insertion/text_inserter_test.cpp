@@ -76,6 +76,8 @@ struct RestoreCase {
     std::chrono::milliseconds read; ///< When the reader has the text, after the paste.
     DisplayClient reader;
     std::chrono::milliseconds restored; ///< The first moment at which the old contents are back.
+
+    friend void PrintTo(const RestoreCase &row, std::ostream *out) { *out << row.name; }
 };
 
 class RestoreTime : public TextInserterTest, public ::testing::WithParamInterface<RestoreCase> {};
@@ -186,6 +188,8 @@ struct NoPasteCase {
     void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus,
                     testing::FakeSessionLock &lock);
     const char *line;
+
+    friend void PrintTo(const NoPasteCase &row, std::ostream *out) { *out << row.name; }
 };
 
 class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<NoPasteCase> {};

@@ -18,6 +18,8 @@ struct Case {
     const char *learned;
     const char *languages;
     const char *prompt; // nullptr: none
+
+    friend void PrintTo(const Case &row, std::ostream *out) { *out << row.name; }
 };
 
 class HintPromptOf : public ::testing::TestWithParam<Case> {};
