@@ -122,6 +122,8 @@ INSTANTIATE_TEST_SUITE_P(
         Gesture{"SecondPressHeldIsPushToTalk", "down 100 up 50 down 300", "press press start", kPushToTalk},
         Gesture{"OneTapIsNothing", "down 100 up 399", "press", kNone},
         Gesture{"OneTapIsDroppedWhenNoSecondCanCome", "down 100 up 400", "press drop", kNone},
+        Gesture{"GoesOnWhileTheNextPressIsHeld", "down 100 up 100 down 100 up 5000 down 2000",
+                "press press start", kHandsFree},
         Gesture{"EndsWithTheNextRelease", "down 100 up 100 down 100 up 5000 down 2000 up",
                 "press press start stop drop", kNone},
         Gesture{"NextTapAfterTheEndIsAFirstOne", "down 100 up 100 down 100 up 100 down 50 up 100 down 50 up",
@@ -156,6 +158,8 @@ INSTANTIATE_TEST_SUITE_P(
                               kPushToTalk},
                       Gesture{"ReleaseOfTheOldPressIsNothing", "down 300 ended 100 up 50 down 50 up",
                               "press start drop press", kNone},
+                      Gesture{"NorIsItATapWhenItWasShort", "hotkey down 20 ended 20 up 100 down 50 up",
+                              "start press", kNone},
                       Gesture{"KeepsAPressMadeSince", "down 300 up down 10 ended 290",
                               "press start stop drop press start", kPushToTalk}),
     [](const auto &info) { return info.param.name; });
@@ -199,8 +203,8 @@ TEST_F(HotkeyListenerTest, CountsFromWhenKeysMovedNotFromWhenItHeardOfIt) {
     perform(u"hotkey"_s);
     calls.clear();
 
-    press(400ms); // held for 0.35 s, but released by now: neither a tap nor a recording
-    release(50ms);
+    press(400ms); // held for 0.3 s, but released by now: neither a tap nor a recording
+    release(100ms);
     queue.runPosted();
     EXPECT_EQ(calls.join(u' '), u"press drop"_s);
 }
@@ -277,6 +281,13 @@ TEST_F(HotkeyListenerTest, LeavesTheKeyToTheWindowsWhileAnotherIsChosen) {
     EXPECT_EQ(tap.key, u"FK13"_s);
     perform(u"1000 down 400 up"_s);
     EXPECT_EQ(calls.join(u' '), u"press drop granted press start stop drop"_s);
+
+    perform(u"hotkey"_s);
+    listener.pauseFnKey();
+    listener.resumeFnKey();
+    calls.clear();
+    perform(u"1000 down 100 up"_s); // ends what went on meanwhile
+    EXPECT_EQ(calls.join(u' '), u"stop"_s);
 
     listener.pauseFnKey();
     tap.canStart = false; // a keyboard without the chosen key

@@ -103,7 +103,10 @@ struct FakeOverlay final : OverlayDisplay {
 
 struct FakeHistory final : DictationHistory {
     std::vector<std::pair<QString, std::optional<double>>> entries;
+    std::function<void()> adding;
     void add(const QString &text, std::optional<double> durationSeconds) override {
+        if (adding)
+            adding();
         entries.emplace_back(text, durationSeconds);
     }
 };

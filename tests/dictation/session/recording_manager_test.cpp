@@ -35,7 +35,10 @@ protected:
         manager = std::make_unique<RecordingManager>(RecordingManager::Collaborators{
             queue, preferences, microphone, workspace, sounds, recorder, transcriber, processor, insertion,
             levels, overlay, history, account, account});
-        manager->onStateChange = [this](State state) { announced.push_back(state); };
+        manager->onStateChange = [this](State state) {
+            EXPECT_EQ(overlay.states.size(), announced.size()) << "the overlay hears of it later";
+            announced.push_back(state);
+        };
         QObject::connect(manager.get(), &RecordingManager::errorMessageChanged, [this] { ++errorChanges; });
     }
 
@@ -84,6 +87,7 @@ TEST_F(RecordingManagerTest, TakesADictationFromStartToInsertedText) {
     EXPECT_EQ(processor.text, u"hei  på\ndeg"_s);
     EXPECT_EQ(processor.language, u"no"_s);
     queue.advance(20ms);
+    history.adding = [this] { EXPECT_THAT(insertion.inserted, SizeIs(1)) << "the person waits for it"; };
     processed("Hei  på\ndeg");
 
     EXPECT_EQ(log.lines(),
@@ -124,6 +128,8 @@ TEST_F(RecordingManagerTest, AppliesStateChangesOneTurnLaterAndOnlyRecordingShow
     EXPECT_TRUE(levels.monitors);
     queue.runPosted();
     EXPECT_FALSE(levels.monitors);
+    transcript("hei");
+    EXPECT_TRUE(manager->errorMessage().isNull()) << "there is a text after all";
 }
 
 TEST_F(RecordingManagerTest, RefusesWhatDoesNotFitTheState) {
@@ -209,15 +215,20 @@ TEST_F(RecordingManagerTest, DiscardsRecordingsUnderThreeTenthsOfASecond) {
 }
 
 TEST_F(RecordingManagerTest, EndsWhenTheRecorderHadNothing) {
-    manager->startRecording();
-    queue.runPosted();
-    recorder.runs = false;
-    manager->stopRecording();
-    queue.runPosted();
-
-    EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] No recording to stop"_s);
-    EXPECT_EQ(manager->state(), State::idle);
-    EXPECT_THAT(recorder.deleted, IsEmpty());
+    const std::pair<void (RecordingManager::*)(), QString> ends[] = {
+        {&RecordingManager::stopRecording, u"No recording to stop"_s},
+        {&RecordingManager::cancelRecording, u"Recording cancelled by user"_s},
+    };
+    for (const auto &[end, line] : ends) {
+        manager->startRecording();
+        queue.runPosted();
+        recorder.runs = false;
+        (manager.get()->*end)();
+        queue.runPosted();
+        EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] "_s + line);
+        EXPECT_EQ(manager->state(), State::idle);
+        EXPECT_THAT(recorder.deleted, IsEmpty());
+    }
 }
 
 TEST_F(RecordingManagerTest, ThrowsACancelledRecordingAway) {
@@ -369,8 +380,10 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
 
 TEST_F(RecordingManagerTest, TakesAnswersFromOtherThreads) {
     record(1s);
-    std::thread([&] { transcriber.complete(Transcript{u"hei"_s, std::nullopt}); }).join();
+    std::thread([&] { transcriber.complete(Transcript{u"å"_s.repeated(81), std::nullopt}); }).join();
     queue.runPosted();
+    EXPECT_TRUE(log.contains(
+        u"🎙️ [Flow] Server returned text (81 chars, lang: nil): \"%1\""_s.arg(u"å"_s.repeated(80))));
     std::thread([&] { processor.complete(u"Hei"_s); }).join();
     EXPECT_THAT(insertion.inserted, IsEmpty());
     queue.runPosted();
