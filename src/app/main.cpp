@@ -1,9 +1,10 @@
-#include "app/command_line/arguments.h"
-#include "app/command_line/command.h"
 #include "app/command_line/command_line.h"
-#include "app/command_line/output.h"
-#include "app/composition/composition.h"
-#include "app/desktop/application_object.h"
+#include "app/composition/application_object.h"
+#include "app/composition/core_parts.h"
+#include "app/desktop/desktop_application.h"
+#include "app/process/arguments.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
 #include "base/log.h"
 #include "base/standard_streams.h"
 #include "service/wire/service_origin.h"
@@ -29,6 +30,7 @@ int main(int argc, char **argv) {
         velmo::printError(u"velmo: "_s + origin.error());
         return velmo::exit_status::usage;
     }
-    velmo::Composition composition(*origin);
-    return velmo::runCommandLine(composition, arguments);
+    velmo::CoreParts parts(*origin);
+    return arguments.isEmpty() ? velmo::runDesktopApplication(parts)
+                               : velmo::runCommandLine(parts.commandLine(), arguments);
 }

@@ -1,7 +1,8 @@
 // The pages of one device, without windows: reads one command a line from standard input, its words between tabs, and
 // answers "<command> ok" or "<command> failed" when it is done. For tests that need a person at the pages.
 
-#include "app/composition/composition.h"
+#include "app/command_line/command_account.h"
+#include "app/composition/core_parts.h"
 #include "base/calendar.h"
 #include "base/collation.h"
 #include "base/log.h"
@@ -24,13 +25,9 @@ namespace {
 
 class Pages {
 public:
-    explicit Pages(Composition &composition)
-        : m_composition(composition), m_page{composition.preferences(),
-                                             composition.preferenceWatch(),
-                                             m_collation,
-                                             composition.account(),
-                                             composition.syncManager(),
-                                             m_undoOffer} {
+    explicit Pages(CoreParts &parts)
+        : m_parts(parts), m_page{parts.preferences(), parts.preferenceWatch(), m_collation,
+                                 parts.authManager(), parts.syncManager(),     m_undoOffer} {
         QObject::connect(&m_input, &QSocketNotifier::activated, &m_input, [this] { readCommand(); });
     }
 
@@ -53,10 +50,10 @@ private:
         } else if (command == u"add-snippet") {
             m_snippets.add(words.value(1), words.value(2));
         } else if (command == u"sync") {
-            m_composition.syncManager().syncAll([command](bool succeeded) { answer(command, succeeded); });
+            m_parts.syncManager().syncAll([command](bool succeeded) { answer(command, succeeded); });
             return;
         } else if (command == u"idle") {
-            m_composition.syncManager().whenIdle([command] { answer(command, true); });
+            m_parts.syncManager().whenIdle([command] { answer(command, true); });
             return;
         }
         answer(command, true);
@@ -66,8 +63,8 @@ private:
         std::cout << command.toStdString() << (succeeded ? " ok" : " failed") << std::endl;
     }
 
-    Composition &m_composition;
-    UndoOffer m_undoOffer{m_composition.mainQueue()};
+    CoreParts &m_parts;
+    UndoOffer m_undoOffer{m_parts.mainQueue()};
     const Collation m_collation{Region::ofSession().locale};
     const ListPage m_page;
     DictionaryView m_dictionary{m_page};
@@ -86,10 +83,11 @@ int main(int argc, char **argv) {
     const auto origin = velmo::ServiceOrigin::ofThisRun();
     if (!origin)
         return 2;
-    velmo::Composition composition(*origin);
-    composition.waitForSession();
-    const velmo::Pages pages(composition);
+    velmo::CoreParts parts(*origin);
+    const velmo::CommandAccount account = parts.commandAccount();
+    account.waitForSession();
+    const velmo::Pages pages(parts);
     const int status = QCoreApplication::exec();
-    composition.waitForRequests();
+    account.waitForRequests();
     return status;
 }

@@ -1,9 +1,8 @@
-#include "app/command_line/clean.h"
-
 #include "app/command_line/clean_request.h"
 #include "app/command_line/command_options.h"
-#include "app/command_line/output.h"
-#include "app/composition/composition.h"
+#include "app/command_line/commands.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
 #include "base/json.h"
 #include "base/log.h"
 #include "base/utf8.h"
@@ -18,6 +17,9 @@ using namespace Qt::StringLiterals;
 namespace velmo {
 
 namespace {
+
+constexpr CommandWords kWords = {"clean"_L1, "[--detected CODE] [--trace] [--jsonl]"_L1,
+                                 "Clean a transcript as a dictation does, without the service."_L1};
 
 const QString kDetected = u"detected"_s;
 const QString kTrace = u"trace"_s;
@@ -61,8 +63,8 @@ int cleanLines(const LocalTextPath &stored, const TextTrace &tracing) {
     return status;
 }
 
-int runClean(Composition &composition, const QStringList &arguments) {
-    CommandOptions options(cleanCommand());
+int runClean(const Lazy<const Preferences &> &preferences, const QStringList &arguments) {
+    CommandOptions options(kWords);
     options.add({kDetected, u"The language the speech service detected."_s, u"CODE"_s});
     options.add({kTrace, u"Show the text after each pass, on standard error."_s});
     options.add({kJsonLines, u"Answer one JSON object a line: {\"prefs\", \"detected\", \"text\"}."_s});
@@ -73,7 +75,7 @@ int runClean(Composition &composition, const QStringList &arguments) {
     if (options.isSet(kJsonLines) && options.isSet(kDetected))
         return options.usageError(u"with --jsonl each line names its own \"detected\""_s);
 
-    const LocalTextPath stored(composition.preferences());
+    const LocalTextPath stored(preferences());
     const TextTrace tracing = options.isSet(kTrace) ? TextTrace(trace) : TextTrace();
     if (options.isSet(kJsonLines))
         return cleanLines(stored, tracing);
@@ -83,9 +85,8 @@ int runClean(Composition &composition, const QStringList &arguments) {
 
 } // namespace
 
-Command cleanCommand() {
-    return {"clean"_L1, "[--detected CODE] [--trace] [--jsonl]"_L1,
-            "Clean a transcript as a dictation does, without the service."_L1, runClean};
+Command cleanCommand(Lazy<const Preferences &> preferences) {
+    return {kWords, std::bind_front(runClean, std::move(preferences))};
 }
 
 } // namespace velmo

@@ -1,28 +1,28 @@
 #pragma once
 
 #include <QStringList>
+#include <functional>
 
 namespace velmo {
 
-class Composition;
+/// Makes a part, or hands out the one that is made: what no run comes to need is never made.
+template <class Part>
+using Lazy = std::function<Part()>;
 
-/// What the program's exit status says.
-namespace exit_status {
-inline constexpr int success = 0;
-inline constexpr int failure = 1;    ///< The work could not be done; a sentence on standard error says why.
-inline constexpr int usage = 2;      ///< The words of the command line are off.
-inline constexpr int notRunning = 3; ///< No application runs that could carry the command out.
-} // namespace exit_status
-
-/// One subcommand of `velmo`.
-struct Command {
+/// How a subcommand of `velmo` is called.
+struct CommandWords {
     QLatin1StringView name;
     QLatin1StringView usage;   ///< What follows the name: "FILE...".
     QLatin1StringView summary; ///< One line for the overview.
+};
+
+/// One subcommand of `velmo`.
+struct Command {
+    CommandWords words;
     /// Runs the command with the words after its name and answers the exit status. Results go to standard
     /// output, log lines and messages to standard error. A QCoreApplication exists; a display is never
     /// touched.
-    int (*run)(Composition &composition, const QStringList &arguments);
+    std::function<int(const QStringList &arguments)> run;
 };
 
 } // namespace velmo

@@ -1,17 +1,8 @@
 #include "app/command_line/command_line.h"
 
-#include "app/command_line/clean.h"
-#include "app/command_line/defaults.h"
-#include "app/command_line/dictate.h"
-#include "app/command_line/history.h"
-#include "app/command_line/output.h"
-#include "app/command_line/remote.h"
-#include "app/command_line/sign_in.h"
-#include "app/command_line/sign_out.h"
-#include "app/command_line/sync.h"
-#include "app/desktop/desktop_application.h"
-
-#include <vector>
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
+#include "app/process/running_application.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,32 +10,21 @@ namespace velmo {
 
 namespace {
 
-/// In the order of the overview.
-std::vector<Command> commands() {
-    std::vector<Command> all = {
-        dictateCommand(), cleanCommand(), historyCommand(),  signInCommand(),
-        signOutCommand(), syncCommand(),  defaultsCommand(),
-    };
-    const auto remote = remoteCommands();
-    all.insert(all.end(), remote.begin(), remote.end());
-    return all;
-}
-
 bool isOwnAddress(const QString &word) {
     return word.startsWith(u"velmo:", Qt::CaseInsensitive);
 }
 
 constexpr QLatin1StringView kVersionOption{"--version"};
 
-QString overview() {
+QString overview(const std::vector<Command> &commands) {
     QString text =
         u"Usage: velmo [COMMAND [ARGUMENTS]]\n\n"
         "Velmo types what you say. Without a command it runs in your desktop session: hold the trigger\n"
         "key (Right Control) and speak, or press Control+Shift+A to start and stop.\n\n"
         "Commands:\n"_s;
-    for (const Command &command : commands()) {
-        const QString words = (command.name + u' ' + command.usage).trimmed();
-        text += u"  %1\n      %2\n"_s.arg(words, QString(command.summary));
+    for (const Command &command : commands) {
+        const QString words = (command.words.name + u' ' + command.words.usage).trimmed();
+        text += u"  %1\n      %2\n"_s.arg(words, QString(command.words.summary));
     }
     text += u"\nOptions:\n"
             "  --help       this overview; after a command, its own\n"
@@ -58,6 +38,15 @@ int printVersion() {
     return print(u"velmo " VELMO_VERSION "\n"_s) ? exit_status::success : exit_status::failure;
 }
 
+int handAddressOver(const std::vector<Lazy<ApplicationBus &>> &addressees, const QString &address) {
+    for (const auto &addressee : addressees) {
+        if (const auto outcome = openInApplication(addressee(), address))
+            return printOutcome(*outcome);
+    }
+    printError(u"Velmo is not running, so nobody waits for this address."_s);
+    return exit_status::notRunning;
+}
+
 int usageError(const QString &message) {
     printError(message + u"\nTry 'velmo --help'."_s);
     return exit_status::usage;
@@ -65,22 +54,19 @@ int usageError(const QString &message) {
 
 } // namespace
 
-int runCommandLine(Composition &composition, const QStringList &arguments) {
-    if (arguments.isEmpty())
-        return runDesktopApplication(composition);
+int runCommandLine(const CommandLine &commandLine, const QStringList &arguments) {
     const QString &first = arguments.first();
     if (first == u"--help" || first == u"-h") {
-        print(overview());
+        print(overview(commandLine.commands));
         return exit_status::success;
     }
     if (first == kVersionOption)
         return printVersion();
     if (isOwnAddress(first))
-        return handAddressOver(composition, first);
-    for (const Command &command : commands()) {
-        if (first == command.name)
-            return arguments.value(1) == kVersionOption ? printVersion()
-                                                        : command.run(composition, arguments.sliced(1));
+        return handAddressOver(commandLine.addressees, first);
+    for (const Command &command : commandLine.commands) {
+        if (first == command.words.name)
+            return arguments.value(1) == kVersionOption ? printVersion() : command.run(arguments.sliced(1));
     }
     if (first.startsWith(u'-'))
         return usageError(u"velmo: unknown option '%1'"_s.arg(first));

@@ -10,7 +10,7 @@ namespace velmo {
 /// Reads the words after a subcommand's name: `--help`, its own options, operands; complains in one form for all.
 class CommandOptions {
 public:
-    explicit CommandOptions(const Command &command);
+    explicit CommandOptions(const CommandWords &words);
 
     /// Declares an option; before `read`.
     void add(const QCommandLineOption &option) { m_parser.addOption(option); }
@@ -32,7 +32,7 @@ public:
 private:
     [[nodiscard]] QString complaintAbout(const QStringList &arguments) const;
 
-    Command m_command;
+    CommandWords m_words;
     QCommandLineParser m_parser;
 };
 

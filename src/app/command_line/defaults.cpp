@@ -1,9 +1,8 @@
-#include "app/command_line/defaults.h"
-
 #include "app/command_line/command_options.h"
-#include "app/command_line/output.h"
+#include "app/command_line/commands.h"
 #include "app/command_line/preference_text.h"
-#include "app/composition/composition.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
 #include "base/result.h"
 #include "store/preferences.h"
 
@@ -14,6 +13,9 @@ using namespace Qt::StringLiterals;
 namespace velmo {
 
 namespace {
+
+constexpr CommandWords kWords = {"defaults"_L1, "list | read KEY | write KEY KIND VALUE | delete KEY"_L1,
+                                 "Read and change the preferences."_L1};
 
 /// An exit status, or what is off about the words.
 using Outcome = Result<int, QString>;
@@ -139,19 +141,18 @@ Outcome carryOut(Preferences &preferences, const QStringList &arguments) {
     return failed(u"unknown %1 '%2'"_s.arg(name.startsWith(u'-') ? u"option"_s : u"action"_s, name));
 }
 
-int runDefaults(Composition &composition, const QStringList &arguments) {
+int runDefaults(const Lazy<Preferences &> &preferences, const QStringList &arguments) {
     // The first words only: further on, "--help" is a value.
     if (asksForHelp(arguments.value(0)) || asksForHelp(arguments.value(1)))
         return statusOf(print(QString::fromUtf8(kHelp)));
-    const Outcome outcome = carryOut(composition.preferences(), arguments);
-    return outcome ? *outcome : CommandOptions(defaultsCommand()).usageError(outcome.error());
+    const Outcome outcome = carryOut(preferences(), arguments);
+    return outcome ? *outcome : CommandOptions(kWords).usageError(outcome.error());
 }
 
 } // namespace
 
-Command defaultsCommand() {
-    return {"defaults"_L1, "list | read KEY | write KEY KIND VALUE | delete KEY"_L1,
-            "Read and change the preferences."_L1, runDefaults};
+Command defaultsCommand(Lazy<Preferences &> preferences) {
+    return {kWords, std::bind_front(runDefaults, std::move(preferences))};
 }
 
 } // namespace velmo

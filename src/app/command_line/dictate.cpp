@@ -1,16 +1,15 @@
-#include "app/command_line/dictate.h"
-
 #include "app/command_line/command_options.h"
+#include "app/command_line/commands.h"
 #include "app/command_line/file_dictation.h"
 #include "app/command_line/headless.h"
-#include "app/command_line/output.h"
-#include "app/composition/composition.h"
+#include "app/process/event_loop.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/audio_length.h"
-#include "platform/linux/granted_microphone_permission.h"
-#include "store/history_store.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 
-#include <QEventLoop>
 #include <QFileInfo>
 #include <unistd.h>
 
@@ -20,17 +19,20 @@ namespace velmo {
 
 namespace {
 
+constexpr CommandWords kWords = {"dictate"_L1, "FILE..."_L1,
+                                 "Dictate recordings from files and print their texts."_L1};
+
 /// A dictation whose recordings are files and whose text is collected.
 class FileDictations {
 public:
-    explicit FileDictations(Composition &composition)
-        : m_audioLength(composition.audioLength()),
-          m_clock(composition.mainQueue()),
+    explicit FileDictations(const FileDictationCollaborators &with)
+        : m_audioLength(with.audioLength),
+          m_clock(with.queue),
           m_recorder(m_clock),
-          m_history(composition.historyStore()),
-          m_manager({m_clock, composition.preferences(), m_microphone, m_workspace, m_silence, m_recorder,
-                     composition.transcriptionClient(), composition.textProcessor(), m_text, m_levels,
-                     m_overlay, m_history, composition.account(), composition.statistics()}) {}
+          m_history(with.history),
+          m_manager({m_clock, with.preferences, m_permission, m_workspace, m_silence, m_recorder,
+                     with.transcriptionClient, with.textProcessor, m_text, m_levels, m_overlay, m_history,
+                     with.account.auth, with.account.sync}) {}
 
     /// The text of the recording, or the sentence that says why there is none. Waits for it in the event loop.
     Result<QString, QString> dictate(const QString &path) {
@@ -40,15 +42,15 @@ public:
         m_recorder.setFile(path, seconds);
         m_history.setLengthKnown(seconds.has_value());
 
-        QEventLoop untilIdle;
-        m_manager.onStateChange = [&](State state) {
-            if (state == State::recording)
-                m_manager.stopRecording();
-            else if (state == State::idle)
-                untilIdle.quit();
-        };
-        m_manager.startRecording();
-        untilIdle.exec();
+        awaitDone([this](const Done &done) {
+            m_manager.onStateChange = [this, done](State state) {
+                if (state == State::recording)
+                    m_manager.stopRecording();
+                else if (state == State::idle)
+                    done();
+            };
+            m_manager.startRecording();
+        });
         m_manager.onStateChange = {};
 
         if (auto text = m_text.take())
@@ -63,7 +65,7 @@ private:
     FileRecorder m_recorder;
     FileDictationHistory m_history;
     CollectedText m_text;
-    GrantedMicrophonePermission m_microphone;
+    headless::NoPermissionNeeded m_permission;
     headless::NoWorkspace m_workspace;
     headless::Silence m_silence;
     headless::NoLevels m_levels;
@@ -77,9 +79,9 @@ void showProgress(const QString &path, qsizetype number, qsizetype count) {
 }
 
 /// One failure does not stop the others; with several files it is told which one failed.
-int dictateAll(Composition &composition, const QStringList &paths) {
-    composition.waitForSession(); // or the first dictation would not be counted for its person
-    FileDictations dictations(composition);
+int dictateAll(const FileDictationCollaborators &with, const QStringList &paths) {
+    with.account.waitForSession(); // or the first dictation would not be counted for its person
+    FileDictations dictations(with);
     int status = exit_status::success;
     for (qsizetype i = 0; i < paths.size(); ++i) {
         showProgress(paths[i], i + 1, paths.size());
@@ -90,24 +92,23 @@ int dictateAll(Composition &composition, const QStringList &paths) {
         if (!text)
             printError(paths.size() == 1 ? text.error() : paths[i] + u": "_s + text.error());
     }
-    composition.waitForRequests();
+    with.account.waitForRequests();
     return status;
 }
 
-int runDictate(Composition &composition, const QStringList &arguments) {
-    CommandOptions options(dictateCommand());
+int runDictate(const Lazy<FileDictationCollaborators> &collaborators, const QStringList &arguments) {
+    CommandOptions options(kWords);
     if (const auto status = options.read(arguments))
         return *status;
     if (options.operands().isEmpty())
         return options.usageError(u"a FILE is missing"_s);
-    return dictateAll(composition, options.operands());
+    return dictateAll(collaborators(), options.operands());
 }
 
 } // namespace
 
-Command dictateCommand() {
-    return {"dictate"_L1, "FILE..."_L1, "Dictate recordings from files and print their texts."_L1,
-            runDictate};
+Command dictateCommand(Lazy<FileDictationCollaborators> collaborators) {
+    return {kWords, std::bind_front(runDictate, std::move(collaborators))};
 }
 
 } // namespace velmo

@@ -1,8 +1,7 @@
-#include "app/command_line/history.h"
-
 #include "app/command_line/command_options.h"
-#include "app/command_line/output.h"
-#include "app/composition/composition.h"
+#include "app/command_line/commands.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
 #include "base/json.h"
 #include "base/log.h"
 #include "base/utf8.h"
@@ -15,6 +14,9 @@ using namespace Qt::StringLiterals;
 namespace velmo {
 
 namespace {
+
+constexpr CommandWords kWords = {"history"_L1, "[--json] [--limit N]"_L1,
+                                 "Print what was dictated, the newest first."_L1};
 
 const QString kJson = u"json"_s;
 const QString kLimit = u"limit"_s;
@@ -69,8 +71,8 @@ std::optional<qsizetype> limitIn(const CommandOptions &options) {
     return isNumber ? std::optional<qsizetype>(limit) : std::nullopt;
 }
 
-int runHistory(Composition &composition, const QStringList &arguments) {
-    CommandOptions options(historyCommand());
+int runHistory(const Lazy<const HistoryStore &> &history, const QStringList &arguments) {
+    CommandOptions options(kWords);
     options.add({kJson, u"Print one JSON array of objects."_s});
     options.add({kLimit, u"Print the newest N entries only."_s, u"N"_s});
     if (const auto status = options.readOptionsAlone(arguments))
@@ -78,16 +80,15 @@ int runHistory(Composition &composition, const QStringList &arguments) {
     const auto limit = limitIn(options);
     if (!limit)
         return options.usageError(u"'%1' is no number of entries"_s.arg(options.value(kLimit)));
-    const QList<Entry> entries = composition.historyStore().entries().mid(0, *limit);
+    const QList<Entry> entries = history().entries().mid(0, *limit);
     return print(options.isSet(kJson) ? asJson(entries) : asText(entries)) ? exit_status::success
                                                                            : exit_status::failure;
 }
 
 } // namespace
 
-Command historyCommand() {
-    return {"history"_L1, "[--json] [--limit N]"_L1, "Print what was dictated, the newest first."_L1,
-            runHistory};
+Command historyCommand(Lazy<const HistoryStore &> history) {
+    return {kWords, std::bind_front(runHistory, std::move(history))};
 }
 
 } // namespace velmo

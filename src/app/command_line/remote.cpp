@@ -1,10 +1,8 @@
-#include "app/command_line/remote.h"
-
 #include "app/command_line/command_options.h"
-#include "app/command_line/output.h"
-#include "app/composition/composition.h"
-
-#include <QEventLoop>
+#include "app/command_line/commands.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
+#include "app/process/running_application.h"
 
 using namespace Qt::StringLiterals;
 
@@ -19,85 +17,43 @@ constexpr auto kPatience = 3s;
 /// A recording waits for the microphone.
 constexpr auto kRecordingPatience = 10s;
 
-std::chrono::milliseconds patienceFor(QLatin1StringView command) {
-    const bool mayBeginRecording = command == "start"_L1 || command == "toggle"_L1;
-    return mayBeginRecording ? kRecordingPatience : kPatience;
-}
+struct RemoteCommand {
+    QLatin1StringView name;
+    QLatin1StringView summary;
+    std::chrono::milliseconds patience;
+};
 
-/// Waits for the answer to what `ask` asks.
-template <class Ask>
-std::optional<CommandOutcome> answerTo(Ask ask) {
-    QEventLoop untilAnswered;
-    std::optional<CommandOutcome> answer;
-    ask([&](const std::optional<CommandOutcome> &outcome) {
-        answer = outcome;
-        untilAnswered.quit();
-    });
-    untilAnswered.exec();
-    return answer;
-}
+constexpr RemoteCommand kCommands[] = {
+    {"start"_L1, "Start a dictation in the running application."_L1, kRecordingPatience},
+    {"stop"_L1, "End the recording and have it typed."_L1, kPatience},
+    {"toggle"_L1, "Start, or stop, as Control+Shift+A does; for a key of your desktop's own."_L1,
+     kRecordingPatience},
+    {"cancel"_L1, "End the recording and throw it away."_L1, kPatience},
+    {"status"_L1, "Print idle, recording or transcribing."_L1, kPatience},
+    {"show"_L1, "Show the main window."_L1, kPatience},
+    {"quit"_L1, "End the running application."_L1, kPatience},
+};
 
-int runRemotely(Composition &composition, const Command &command, const QStringList &arguments) {
-    CommandOptions options(command);
+int runRemotely(const CommandWords &words, std::chrono::milliseconds patience,
+                const Lazy<ApplicationBus &> &application, const QStringList &arguments) {
+    CommandOptions options(words);
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
-    const auto outcome = runInApplication(composition, {QString(command.name)}, patienceFor(command.name));
-    if (outcome)
-        return tell(*outcome);
+    if (const auto outcome = runInApplication(application(), {QString(words.name)}, patience))
+        return printOutcome(*outcome);
     printError(u"Velmo is not running. 'velmo' without a command starts it."_s);
     return exit_status::notRunning;
 }
 
-template <std::size_t row>
-int runRow(Composition &composition, const QStringList &arguments) {
-    return runRemotely(composition, remoteCommands()[row], arguments);
-}
-
 } // namespace
 
-std::optional<CommandOutcome> runInApplication(Composition &composition, const QStringList &words,
-                                               std::chrono::milliseconds patience) {
-    return answerTo([&](const ApplicationBus::Answer &answer) {
-        composition.applicationBus().run(words, patience, answer);
-    });
-}
-
-bool activateApplication(Composition &composition) {
-    return answerTo(
-               [&](const ApplicationBus::Answer &answer) { composition.applicationBus().activate(answer); })
-        .has_value();
-}
-
-int tell(const CommandOutcome &outcome) {
-    if (!outcome.message.isEmpty())
-        printError(outcome.message);
-    return print(outcome.output) ? outcome.status : exit_status::failure;
-}
-
-std::vector<Command> remoteCommands() {
-    const auto row = [](const char *name, const char *summary, auto run) {
-        return Command{QLatin1StringView(name), QLatin1StringView(), QLatin1StringView(summary), run};
-    };
-    return {
-        row("start", "Start a dictation in the running application.", runRow<0>),
-        row("stop", "End the recording and have it typed.", runRow<1>),
-        row("toggle", "Start, or stop, as Control+Shift+A does; for a key of your desktop's own.", runRow<2>),
-        row("cancel", "End the recording and throw it away.", runRow<3>),
-        row("status", "Print idle, recording or transcribing.", runRow<4>),
-        row("show", "Show the main window.", runRow<5>),
-        row("quit", "End the running application.", runRow<6>),
-    };
-}
-
-int handAddressOver(Composition &composition, const QString &address) {
-    for (ApplicationBus *bus : {&composition.signInBus(), &composition.applicationBus()}) {
-        const auto outcome =
-            answerTo([&](const ApplicationBus::Answer &answer) { bus->open({address}, answer); });
-        if (outcome)
-            return tell(*outcome);
+std::vector<Command> remoteCommands(const Lazy<ApplicationBus &> &application) {
+    std::vector<Command> commands;
+    for (const RemoteCommand &row : kCommands) {
+        const CommandWords words = {row.name, {}, row.summary};
+        commands.push_back({words, std::bind_front(runRemotely, words, row.patience, application)});
     }
-    printError(u"Velmo is not running, so nobody waits for this address."_s);
-    return exit_status::notRunning;
+    return commands;
 }
 
 } // namespace velmo

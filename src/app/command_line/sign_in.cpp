@@ -1,15 +1,13 @@
-#include "app/command_line/sign_in.h"
-
 #include "app/command_line/command_options.h"
-#include "app/command_line/output.h"
-#include "app/command_line/remote.h"
-#include "app/command_line/session_outcomes.h"
-#include "app/composition/composition.h"
-#include "app/desktop/termination_signals.h"
+#include "app/command_line/commands.h"
+#include "app/process/event_loop.h"
+#include "app/process/exit_status.h"
+#include "app/process/output.h"
+#include "app/process/running_application.h"
+#include "app/process/session_outcomes.h"
+#include "app/process/termination_signals.h"
 #include "base/main_queue.h"
 #include "service/account/auth_manager.h"
-
-#include <QEventLoop>
 
 using namespace Qt::StringLiterals;
 
@@ -19,10 +17,10 @@ namespace velmo {
 
 namespace {
 
+constexpr CommandWords kWords = {"sign-in"_L1, {}, "Sign in to your account in the browser."_L1};
+
 /// Long enough to look up a password; a product decision.
 constexpr auto kPatience = 10min;
-
-const QString kSignIn = u"sign-in"_s;
 
 void printAddress(const QString &address) {
     printError(u"Your browser opens this page; if it does not, open it yourself. Ctrl-C gives up."_s);
@@ -50,15 +48,16 @@ private:
 };
 
 /// The sign-in of the running application; nothing where none runs.
-std::optional<CommandOutcome> signInThere(Composition &composition, GivingUp &givingUp) {
-    const auto begun = runInApplication(composition, {kSignIn}, 10s);
+std::optional<CommandOutcome> signInThere(ApplicationBus &application, GivingUp &givingUp) {
+    const QString signIn(kWords.name);
+    const auto begun = runInApplication(application, {signIn}, 10s);
     if (!begun || begun->status != exit_status::success)
         return begun;
     printAddress(begun->output);
-    givingUp.onGiveUp = [&] {
-        composition.applicationBus().run({kSignIn, u"--cancel"_s}, 10s, [](const auto &) {});
+    givingUp.onGiveUp = [&application, signIn] {
+        application.run({signIn, u"--cancel"_s}, 10s, [](const auto &) {});
     };
-    const auto ended = runInApplication(composition, {kSignIn, u"--wait"_s}, kPatience + 1min);
+    const auto ended = runInApplication(application, {signIn, u"--wait"_s}, kPatience + 1min);
     return ended.value_or(
         CommandOutcome{exit_status::failure, QString(), u"Velmo ended before the sign-in did."_s});
 }
@@ -66,19 +65,19 @@ std::optional<CommandOutcome> signInThere(Composition &composition, GivingUp &gi
 /// Takes the browser's answer while no application runs.
 class CallbackReceiver final : public ApplicationRequests {
 public:
-    explicit CallbackReceiver(Composition &composition) : m_composition(composition) {}
+    explicit CallbackReceiver(const std::function<void(const QString &)> &deliver) : m_deliver(deliver) {}
 
     void activate() override {}
     void open(const QStringList &addresses) override {
         for (const QString &address : addresses)
-            m_composition.deliverCallback(address);
+            m_deliver(address);
     }
     void run(const QStringList &, Reply reply) override {
         reply({exit_status::usage, QString(), u"A sign-in is under way."_s});
     }
 
 private:
-    Composition &m_composition;
+    const std::function<void(const QString &)> &m_deliver;
 };
 
 std::optional<QString> complaintAbout(ApplicationBus::Claim claim) {
@@ -93,41 +92,38 @@ std::optional<QString> complaintAbout(ApplicationBus::Claim claim) {
     return u"This session has no message bus, over which the browser could hand its answer to Velmo."_s;
 }
 
-CommandOutcome signInHere(Composition &composition, GivingUp &givingUp) {
-    CallbackReceiver receiver(composition);
-    if (const auto complaint = complaintAbout(composition.signInBus().claim(receiver)))
+CommandOutcome signInHere(const SignInCollaborators &with, GivingUp &givingUp) {
+    CallbackReceiver receiver(with.deliverCallback);
+    if (const auto complaint = complaintAbout(with.signIn.claim(receiver)))
         return {exit_status::failure, QString(), *complaint};
-    composition.signInWithoutBrowser();
-    AuthManager &auth = composition.authManager();
-    composition.waitForSession();
-
-    QEventLoop untilEnded;
-    CommandOutcome outcome;
-    QObject::connect(&auth, &AuthManager::signInEnded, &untilEnded, [&](bool signedIn) {
-        outcome = signInOutcome(auth, signedIn);
-        untilEnded.quit();
+    const CommandAccount account = with.account();
+    account.waitForSession();
+    AuthManager &auth = account.auth;
+    givingUp.onGiveUp = [&auth] { auth.cancelSignIn(); };
+    const auto outcome = awaitAnswer<CommandOutcome>([&auth](const auto &answer) {
+        const auto ended = [&auth, answer](bool signedIn) { answer(signInOutcome(auth, signedIn)); };
+        QObject::connect(&auth, &AuthManager::signInEnded, &auth, ended, Qt::SingleShotConnection);
+        auth.signInWithApple();
+        printAddress(auth.authorizationAddress() + u'\n');
     });
-    givingUp.onGiveUp = [&] { auth.cancelSignIn(); };
-    auth.signInWithApple();
-    printAddress(auth.authorizationAddress() + u'\n');
-    untilEnded.exec();
-    composition.waitForRequests(); // signing in begins a synchronisation
+    account.waitForRequests(); // signing in begins a synchronisation
     return outcome;
 }
 
-int runSignIn(Composition &composition, const QStringList &arguments) {
-    CommandOptions options(signInCommand());
+int runSignIn(const Lazy<SignInCollaborators> &collaborators, const QStringList &arguments) {
+    CommandOptions options(kWords);
     if (const auto status = options.readOptionsAlone(arguments))
         return *status;
-    GivingUp givingUp(composition.mainQueue());
-    const auto outcome = signInThere(composition, givingUp);
-    return tell(outcome ? *outcome : signInHere(composition, givingUp));
+    const SignInCollaborators with = collaborators();
+    GivingUp givingUp(with.queue);
+    const auto outcome = signInThere(with.application, givingUp);
+    return printOutcome(outcome ? *outcome : signInHere(with, givingUp));
 }
 
 } // namespace
 
-Command signInCommand() {
-    return {"sign-in"_L1, QLatin1StringView(), "Sign in to your account in the browser."_L1, runSignIn};
+Command signInCommand(Lazy<SignInCollaborators> collaborators) {
+    return {kWords, std::bind_front(runSignIn, std::move(collaborators))};
 }
 
 } // namespace velmo

@@ -1,6 +1,6 @@
 #include "app/composition/main_window_parts.h"
 
-#include "app/composition/composition.h"
+#include "app/composition/core_parts.h"
 #include "app/composition/setup_parts.h"
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
@@ -13,11 +13,11 @@
 
 namespace velmo {
 
-MainWindowParts::MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+MainWindowParts::MainWindowParts(CoreParts &composition, SetupParts &setup, QQmlEngine &engine,
                                  std::function<bool()> hasTrayHost)
     : MainWindowParts(composition, setup, engine, std::move(hasTrayHost), Region::ofSession()) {}
 
-MainWindowParts::MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+MainWindowParts::MainWindowParts(CoreParts &composition, SetupParts &setup, QQmlEngine &engine,
                                  std::function<bool()> hasTrayHost, const Region &region)
     : m_calendar(region),
       m_collation(region.locale),
@@ -42,22 +42,22 @@ void MainWindowParts::show() {
     m_controller.show();
 }
 
-HomeView::Collaborators MainWindowParts::homePage(Composition &composition, bool canWatchKeys) {
+HomeView::Collaborators MainWindowParts::homePage(CoreParts &composition, bool canWatchKeys) {
     return {composition.mainQueue(),
             composition.preferences(),
             composition.preferenceWatch(),
             composition.historyStore(),
             m_calendar,
-            composition.account(),
+            composition.authManager(),
             [&sync = composition.syncManager()] { return sync.serverTotalWords(); },
             [](const QString &text) { QGuiApplication::clipboard()->setText(text); },
             m_undoOffer,
             canWatchKeys};
 }
 
-ListPage MainWindowParts::listPage(Composition &composition) {
+ListPage MainWindowParts::listPage(CoreParts &composition) {
     return {composition.preferences(), composition.preferenceWatch(), m_collation,
-            composition.account(),     composition.syncManager(),     m_undoOffer};
+            composition.authManager(), composition.syncManager(),     m_undoOffer};
 }
 
 } // namespace velmo

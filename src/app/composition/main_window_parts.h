@@ -12,7 +12,7 @@
 
 namespace velmo {
 
-class Composition;
+class CoreParts;
 class SetupParts;
 
 /// The parts list of the main window: its pages' states over the stores, and the window. Made when it is first shown.
@@ -20,16 +20,16 @@ class SetupParts;
 class MainWindowParts {
 public:
     /// All of them outlive the window.
-    MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+    MainWindowParts(CoreParts &composition, SetupParts &setup, QQmlEngine &engine,
                     std::function<bool()> hasTrayHost);
 
     void show();
 
 private:
-    MainWindowParts(Composition &composition, SetupParts &setup, QQmlEngine &engine,
+    MainWindowParts(CoreParts &composition, SetupParts &setup, QQmlEngine &engine,
                     std::function<bool()> hasTrayHost, const Region &region);
-    [[nodiscard]] HomeView::Collaborators homePage(Composition &composition, bool canWatchKeys);
-    [[nodiscard]] ListPage listPage(Composition &composition);
+    [[nodiscard]] HomeView::Collaborators homePage(CoreParts &composition, bool canWatchKeys);
+    [[nodiscard]] ListPage listPage(CoreParts &composition);
 
     Calendar m_calendar;
     Collation m_collation;

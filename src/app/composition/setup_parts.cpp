@@ -1,6 +1,6 @@
 #include "app/composition/setup_parts.h"
 
-#include "app/composition/composition.h"
+#include "app/composition/core_parts.h"
 #include "platform/accessibility_permission.h"
 #include "platform/system_settings.h"
 #include "service/account/auth_manager.h"
@@ -16,7 +16,7 @@
 
 namespace velmo {
 
-SetupParts::SetupParts(Composition &composition, const Desktop &desktop)
+SetupParts::SetupParts(CoreParts &composition, const Desktop &desktop)
     : m_composition(composition), m_desktop(desktop) {}
 
 SetupParts::~SetupParts() = default;

@@ -12,7 +12,7 @@ namespace velmo {
 
 class AccessibilityPermission;
 class AccountView;
-class Composition;
+class CoreParts;
 class HotkeyListener;
 class KeyboardKeys;
 class LoginItem;
@@ -40,7 +40,7 @@ public:
     };
 
     /// The composition outlives the parts.
-    SetupParts(Composition &composition, const Desktop &desktop);
+    SetupParts(CoreParts &composition, const Desktop &desktop);
     ~SetupParts();
 
     [[nodiscard]] QObject &accountPage();
@@ -55,7 +55,7 @@ public:
 private:
     TriggerKeyCapture &triggerKey();
 
-    Composition &m_composition;
+    CoreParts &m_composition;
     Desktop m_desktop;
     std::unique_ptr<TriggerKeyCapture> m_triggerKey;
     std::unique_ptr<Calendar> m_calendar;

@@ -1,7 +1,7 @@
 #include "app/desktop/application_commands.h"
 
-#include "app/command_line/command.h"
-#include "app/command_line/session_outcomes.h"
+#include "app/process/exit_status.h"
+#include "app/process/session_outcomes.h"
 #include "dictation/session/dictation_controls.h"
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"

@@ -2,10 +2,10 @@
 
 namespace velmo {
 
-class Composition;
+class CoreParts;
 
 /// Runs the desktop application until it is asked to end, and answers the exit status. Log lines go to standard
 /// output.
-int runDesktopApplication(Composition &composition);
+int runDesktopApplication(CoreParts &composition);
 
 } // namespace velmo

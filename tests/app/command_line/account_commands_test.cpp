@@ -1,5 +1,5 @@
-#include "app/command_line/arguments.h"
 #include "app/command_line/velmo_program.h"
+#include "app/process/arguments.h"
 #include "store/history_entry.h"
 #include "store/preference_keys.h"
 #include "support/private_bus.h"

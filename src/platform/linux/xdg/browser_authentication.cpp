@@ -13,6 +13,8 @@ void BrowserAuthentication::start(const QString &address, const QString &callbac
     ++m_session;
     m_callbackScheme = callbackScheme;
     m_completion = std::move(completion);
+    if (const auto outcome = m_register(); !outcome)
+        log(LogTag::Auth, outcome.error());
     m_opener.open(address, m_lifetime.guard([this, session = m_session](bool opened) {
         browserAnswered(session, opened);
     }));

@@ -10,8 +10,13 @@ namespace velmo {
 /// whatever program is registered for the scheme, and that one, by `deliver`, to us.
 class BrowserAuthentication final : public WebAuthentication {
 public:
-    /// The opener outlives the authentication.
-    explicit BrowserAuthentication(UrlOpener &opener) : m_opener(opener) {}
+    /// Sees to it that the desktop hands addresses of our scheme to this program; the failure is a sentence.
+    using Registration = std::function<Result<void, QString>()>;
+
+    /// The opener outlives the authentication. `registration` is called as each session begins; one that fails is
+    /// logged, as the desktop may know the program from before.
+    BrowserAuthentication(UrlOpener &opener, Registration registration)
+        : m_opener(opener), m_register(std::move(registration)) {}
 
     /// Sessions go on where no browser can be opened, and do not end as not started: the person is told the address and
     /// may open it elsewhere.
@@ -28,6 +33,7 @@ private:
     void end(const Outcome &outcome);
 
     UrlOpener &m_opener;
+    Registration m_register;
     bool m_goesOnWithoutBrowser = false;
     int m_session = 0;
     QString m_callbackScheme;

@@ -39,12 +39,14 @@ protected:
 
     const QString stray = u"🔑 [Auth] Ignored a callback that nobody waits for"_s;
     testing::LogCapture log;
+    Result<void, QString> registered;
+    const BrowserAuthentication::Registration registration = [this] { return registered; };
     FakeOpener opener;
     QStringList ends;
 };
 
 TEST_F(BrowserAuthenticationTest, TakesTheFirstAddressOfItsScheme) {
-    BrowserAuthentication authentication(opener);
+    BrowserAuthentication authentication(opener, registration);
     authentication.deliver(u"velmo://early"_s);
     start(authentication, u"a"_s);
     EXPECT_EQ(opener.opened, QStringList{u"https://id.example/a"_s});
@@ -59,9 +61,11 @@ TEST_F(BrowserAuthenticationTest, TakesTheFirstAddressOfItsScheme) {
 }
 
 TEST_F(BrowserAuthenticationTest, ReplacesTheSessionThatRuns) {
-    BrowserAuthentication authentication(opener);
+    BrowserAuthentication authentication(opener, registration);
     start(authentication, u"a"_s);
+    registered = failed(u"Could not write velmo.desktop"_s);
     start(authentication, u"b"_s);
+    EXPECT_THAT(log.lines(), ElementsAre(u"🔑 [Auth] Could not write velmo.desktop"_s));
     opener.answers[0](false);
     EXPECT_THAT(ends, IsEmpty());
     authentication.cancel();
@@ -69,10 +73,10 @@ TEST_F(BrowserAuthenticationTest, ReplacesTheSessionThatRuns) {
 }
 
 TEST_F(BrowserAuthenticationTest, EndsWithoutABrowserUnlessThePersonKnowsTheAddress) {
-    BrowserAuthentication strict(opener);
+    BrowserAuthentication strict(opener, registration);
     start(strict, u"a"_s);
     opener.answers[0](false);
-    BrowserAuthentication lenient(opener);
+    BrowserAuthentication lenient(opener, registration);
     lenient.goOnWithoutBrowser();
     start(lenient, u"b"_s);
     opener.answers[1](false);

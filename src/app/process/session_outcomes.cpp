@@ -1,6 +1,6 @@
-#include "app/command_line/session_outcomes.h"
+#include "app/process/session_outcomes.h"
 
-#include "app/command_line/command.h"
+#include "app/process/exit_status.h"
 #include "service/account/auth_manager.h"
 
 using namespace Qt::StringLiterals;

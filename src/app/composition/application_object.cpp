@@ -1,6 +1,6 @@
-#include "app/desktop/application_object.h"
+#include "app/composition/application_object.h"
 
-#include "app/desktop/termination_signals.h"
+#include "app/process/termination_signals.h"
 #include "platform/linux/session_bus_presence.h"
 #include "platform/linux/x11/display_presence.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/command_line/command_line.h"
 #include "base/interface.h"
 #include "service/wire/service_origin.h"
 
@@ -8,7 +9,6 @@
 
 namespace velmo {
 
-class Account;
 class ApplicationBus;
 class AudioLength;
 class AuthManager;
@@ -20,13 +20,14 @@ class Keychain;
 class MainQueue;
 class PreferenceWatch;
 class Preferences;
-class StatisticsReporter;
 class SyncManager;
-class Synchronisation;
 class TextProcessing;
 class Transcriber;
 class UrlOpener;
 class UrlSchemeHandler;
+struct CommandAccount;
+struct FileDictationCollaborators;
+struct SignInCollaborators;
 
 /// The file that holds a preference domain of this user.
 [[nodiscard]] QString preferencesPath(const QString &domain);
@@ -34,50 +35,40 @@ class UrlSchemeHandler;
 /// Where the desktop looks for what to start when this user logs in.
 [[nodiscard]] QString autostartFolder();
 
-/// The parts list: builds each component once, from real parts, when it is first asked for, and is the only
-/// place that knows which parts those are. Main thread.
-class Composition : private Unmovable {
+/// The parts list of every `velmo`: makes each part once, from real ones, when it is first asked for, so that a command
+/// makes no more than it uses. Main thread.
+class CoreParts : private Unmovable {
 public:
     /// The service the requests of this run go to.
-    explicit Composition(ServiceOrigin origin);
-    ~Composition();
+    explicit CoreParts(ServiceOrigin origin);
+    ~CoreParts();
 
     [[nodiscard]] bool isServiceOnThisMachine() const { return m_origin.isThisMachine(); }
 
     MainQueue &mainQueue();
     Preferences &preferences();
-    /// Watches what other processes change; from its making on the history follows them.
+    /// From its making on this process follows what others change.
     PreferenceWatch &preferenceWatch();
     HistoryStore &historyStore();
     AuthManager &authManager();
     SyncManager &syncManager();
+    BrowserAuthentication &browserAuthentication();
     /// Where the desktop application is found, and where a sign-in on the command line is.
     ApplicationBus &applicationBus();
     ApplicationBus &signInBus();
-    Account &account();
-    StatisticsReporter &statistics();
-    Synchronisation &synchronisation();
-    HttpClient &httpClient();
     Transcriber &transcriptionClient();
     TextProcessing &textProcessor();
     const AudioLength &audioLength();
 
-    /// Hands an address of Velmo's own scheme to the sign-in that waits for it.
-    void deliverCallback(const QString &address);
-    /// Sign-ins go on where no browser can be opened: the person is told the address.
-    void signInWithoutBrowser();
-
-    /// Waits, in the event loop, until it is known whether somebody is signed in.
-    void waitForSession();
-
-    /// Waits until every request begun has its answer, and the answer its effect, for a process that is about to end.
-    void waitForRequests();
+    [[nodiscard]] CommandAccount commandAccount();
+    /// The commands, over the parts they use.
+    [[nodiscard]] CommandLine commandLine();
 
 private:
-    BrowserAuthentication &browserAuthentication();
+    HttpClient &httpClient();
     std::unique_ptr<AuthManager> makeAuthManager();
-    void watchPreferences();
-    void installUrlHandler();
+    [[nodiscard]] FileDictationCollaborators fileDictation();
+    [[nodiscard]] SignInCollaborators signIn();
 
     // In this order, so that each part ends before those it uses.
     const ServiceOrigin m_origin;

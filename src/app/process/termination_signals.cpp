@@ -1,4 +1,4 @@
-#include "app/desktop/termination_signals.h"
+#include "app/process/termination_signals.h"
 
 #include <csignal>
 #include <sys/signalfd.h>

@@ -1,8 +1,8 @@
-#include "app/composition/desktop_composition.h"
+#include "app/composition/desktop_parts.h"
 
-#include "app/composition/composition.h"
-#include "app/composition/desktop_windows.h"
+#include "app/composition/core_parts.h"
 #include "app/composition/setup_parts.h"
+#include "app/composition/window_parts.h"
 #include "app/desktop/app_delegate.h"
 #include "app/desktop/application_commands.h"
 #include "dictation/capture/audio_level_provider.h"
@@ -24,6 +24,8 @@
 #include "platform/linux/x11/x11_insertion.h"
 #include "platform/linux/xdg/autostart_entry.h"
 #include "platform/linux/xdg/desktop_settings.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "store/sqlite_preferences.h"
 #include "ui/overlay/recording_overlay_controller.h"
@@ -59,8 +61,8 @@ X11InsertionOptions insertionOptions(const AccessibilityPermission &permission) 
 } // namespace
 
 /// In an order in which each part may use those before it.
-struct DesktopComposition::Parts {
-    Parts(Composition &composition, X11Input display, std::unique_ptr<X11Insertion> insertionParts)
+struct DesktopParts::Parts {
+    Parts(CoreParts &composition, X11Input display, std::unique_ptr<X11Insertion> insertionParts)
         : x11(std::move(display)),
           insertion(std::move(insertionParts)),
           keyboardPreferences(preferencesPath(kKeyboardDomain)),
@@ -74,7 +76,8 @@ struct DesktopComposition::Parts {
           recordingManager({composition.mainQueue(), composition.preferences(), microphonePermission,
                             *x11.workspace, *sounds, recorder, composition.transcriptionClient(),
                             composition.textProcessor(), textInserter, levelMeter, overlay,
-                            composition.historyStore(), composition.account(), composition.statistics()}),
+                            composition.historyStore(), composition.authManager(),
+                            composition.syncManager()}),
           hotkeyListener(
               {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
           microphonePresence(makePulseMicrophonePresence(connection, composition.mainQueue())),
@@ -86,8 +89,8 @@ struct DesktopComposition::Parts {
           controls({hotkeyListener, recordingManager, recorder, recorder, sessionLock,
                     composition.preferenceWatch()}),
           appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
-                       recordingManager, controls, *x11.workspace, composition.account(),
-                       composition.synchronisation(), *x11.permission, windows}),
+                       recordingManager, controls, *x11.workspace, composition.authManager(),
+                       composition.syncManager(), *x11.permission, windows}),
           commands({controls, composition.authManager(), composition.syncManager()}) {
         commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
         removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
@@ -113,37 +116,37 @@ struct DesktopComposition::Parts {
     DesktopSettings systemSettings;
     AutostartEntry loginItem{autostartFolder(), QCoreApplication::applicationFilePath()};
     SetupParts setup;
-    DesktopWindows windows;
+    WindowParts windows;
     DictationControls controls;
     AppDelegate appDelegate;
     ApplicationCommands commands;
 };
 
-Result<std::unique_ptr<DesktopComposition>, QString> DesktopComposition::open(Composition &composition) {
+Result<std::unique_ptr<DesktopParts>, QString> DesktopParts::open(CoreParts &composition) {
     X11Input x11 = makeX11Input(composition.mainQueue(), {QString(), keyGuardProgram(), windowConnection()});
     auto insertion = X11Insertion::open(composition.mainQueue(), insertionOptions(*x11.permission));
     if (!insertion)
         return failed(insertion.error());
     auto parts = std::make_unique<Parts>(composition, std::move(x11), std::move(*insertion));
-    return std::unique_ptr<DesktopComposition>(new DesktopComposition(std::move(parts)));
+    return std::unique_ptr<DesktopParts>(new DesktopParts(std::move(parts)));
 }
 
-DesktopComposition::DesktopComposition(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
-DesktopComposition::~DesktopComposition() = default;
+DesktopParts::DesktopParts(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+DesktopParts::~DesktopParts() = default;
 
-RecordingManager &DesktopComposition::recordingManager() {
+RecordingManager &DesktopParts::recordingManager() {
     return m_parts->recordingManager;
 }
 
-TextInserter &DesktopComposition::textInserter() {
+TextInserter &DesktopParts::textInserter() {
     return m_parts->textInserter;
 }
 
-ApplicationCommands &DesktopComposition::commands() {
+ApplicationCommands &DesktopParts::commands() {
     return m_parts->commands;
 }
 
-AppDelegate &DesktopComposition::appDelegate() {
+AppDelegate &DesktopParts::appDelegate() {
     return m_parts->appDelegate;
 }
 

@@ -10,17 +10,17 @@ namespace velmo {
 
 class AppDelegate;
 class ApplicationCommands;
-class Composition;
+class CoreParts;
 class RecordingManager;
 class TextInserter;
 
 /// The parts list of the desktop application: what it has beyond the parts of every `velmo`, which are the
 /// composition's: keys, microphone, sounds and the cursor of other applications. Main thread.
-class DesktopComposition : private Unmovable {
+class DesktopParts : private Unmovable {
 public:
     /// Takes hold of the display; the failure is a sentence. The composition outlives what is made.
-    [[nodiscard]] static Result<std::unique_ptr<DesktopComposition>, QString> open(Composition &composition);
-    ~DesktopComposition();
+    [[nodiscard]] static Result<std::unique_ptr<DesktopParts>, QString> open(CoreParts &composition);
+    ~DesktopParts();
 
     RecordingManager &recordingManager();
     TextInserter &textInserter();
@@ -29,7 +29,7 @@ public:
 
 private:
     struct Parts;
-    explicit DesktopComposition(std::unique_ptr<Parts> parts);
+    explicit DesktopParts(std::unique_ptr<Parts> parts);
 
     std::unique_ptr<Parts> m_parts;
 };

@@ -1,6 +1,7 @@
-#include "app/composition/composition.h"
+#include "app/composition/core_parts.h"
 
-#include "base/log.h"
+#include "app/command_line/commands.h"
+#include "app/process/preference_following.h"
 #include "base/qt_main_queue.h"
 #include "dictation/processing/text_processor.h"
 #include "platform/linux/dbus/session_bus.h"
@@ -15,14 +16,11 @@
 #include "service/sync/sync_manager.h"
 #include "service/transcription/transcription_client.h"
 #include "store/history_store.h"
-#include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "store/sqlite_preferences.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QEventLoop>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -57,55 +55,42 @@ QString autostartFolder() {
     return configDirectory() + u"/autostart"_s;
 }
 
-Composition::Composition(ServiceOrigin origin) : m_origin(std::move(origin)) {
+CoreParts::CoreParts(ServiceOrigin origin) : m_origin(std::move(origin)) {
     m_keychainWorker.setMaxThreadCount(1);
     m_syncWorker.setMaxThreadCount(1);
 }
 
-Composition::~Composition() = default;
+CoreParts::~CoreParts() = default;
 
-MainQueue &Composition::mainQueue() {
+MainQueue &CoreParts::mainQueue() {
     return ensure(m_mainQueue, [] { return std::make_unique<QtMainQueue>(); });
 }
 
-Preferences &Composition::preferences() {
+Preferences &CoreParts::preferences() {
     return ensure(m_preferences,
                   [] { return std::make_unique<SqlitePreferences>(preferencesPath(kPreferences)); });
 }
 
-HistoryStore &Composition::historyStore() {
+HistoryStore &CoreParts::historyStore() {
     return ensure(m_historyStore,
                   [this] { return std::make_unique<HistoryStore>(preferences(), mainQueue()); });
 }
 
-PreferenceWatch &Composition::preferenceWatch() {
+PreferenceWatch &CoreParts::preferenceWatch() {
     if (!m_preferenceWatch) {
         m_preferenceWatch = std::make_unique<PreferenceWatch>(preferences(), mainQueue());
-        watchPreferences();
+        m_folderWatch = std::make_unique<InotifyFolderWatch>();
+        followOtherProcesses({preferences(), preferencesPath(kPreferences), *m_preferenceWatch,
+                              *m_folderWatch, historyStore()});
     }
     return *m_preferenceWatch;
 }
 
-void Composition::watchPreferences() {
-    m_preferenceWatch->watch(HistoryStore::storageKey);
-    QObject::connect(m_preferenceWatch.get(), &PreferenceWatch::changed, &historyStore(),
-                     [this](const QString &key) {
-                         if (key == HistoryStore::storageKey)
-                             historyStore().refresh();
-                     });
-    const QFileInfo file(preferencesPath(kPreferences));
-    // A change that changes nothing makes the file, and the folder to watch, where there is none.
-    preferences().change(keys::deviceId, [](const auto &stored) { return stored; });
-    m_folderWatch = std::make_unique<InotifyFolderWatch>();
-    if (!m_folderWatch->watch(file.path(), file.fileName(), [this] { m_preferenceWatch->noteWrite(); }))
-        log(LogTag::Prefs, u"Changes of other processes cannot be noticed"_s);
-}
-
-AuthManager &Composition::authManager() {
+AuthManager &CoreParts::authManager() {
     return ensure(m_authManager, [this] { return makeAuthManager(); });
 }
 
-std::unique_ptr<AuthManager> Composition::makeAuthManager() {
+std::unique_ptr<AuthManager> CoreParts::makeAuthManager() {
     m_keychain = std::make_unique<SecretServiceKeychain>(u"Velmo session"_s);
     const QString authorizationOrigin = QStringLiteral(VELMO_AUTHORIZATION_ORIGIN);
     auto auth = std::make_unique<AuthManager>(
@@ -113,35 +98,20 @@ std::unique_ptr<AuthManager> Composition::makeAuthManager() {
         AuthManager::Collaborators{mainQueue(), m_keychainWorker, preferences(), *m_keychain,
                                    browserAuthentication(), httpClient()});
     auth->onSignedIn = [this] { syncManager().syncAll(); };
-    QObject::connect(auth.get(), &AuthManager::isLoadingChanged, auth.get(), [this] {
-        if (authManager().isLoading())
-            installUrlHandler();
-    });
     return auth;
 }
 
-void Composition::installUrlHandler() {
-    auto &handler = ensure(m_urlSchemeHandler, [] { return std::make_unique<UrlSchemeHandler>(); });
-    if (const auto outcome = handler.install(QCoreApplication::applicationFilePath()); !outcome)
-        log(LogTag::Auth, outcome.error());
-}
-
-BrowserAuthentication &Composition::browserAuthentication() {
+BrowserAuthentication &CoreParts::browserAuthentication() {
     return ensure(m_browserAuthentication, [this] {
         m_urlOpener = std::make_unique<XdgUrlOpener>();
-        return std::make_unique<BrowserAuthentication>(*m_urlOpener);
+        m_urlSchemeHandler = std::make_unique<UrlSchemeHandler>();
+        return std::make_unique<BrowserAuthentication>(*m_urlOpener, [this] {
+            return m_urlSchemeHandler->install(QCoreApplication::applicationFilePath());
+        });
     });
 }
 
-void Composition::deliverCallback(const QString &address) {
-    browserAuthentication().deliver(address);
-}
-
-void Composition::signInWithoutBrowser() {
-    browserAuthentication().goOnWithoutBrowser();
-}
-
-SyncManager &Composition::syncManager() {
+SyncManager &CoreParts::syncManager() {
     return ensure(m_syncManager, [this] {
         return std::make_unique<SyncManager>(
             m_origin, SyncManager::Collaborators{mainQueue(), m_syncWorker, preferences(), historyStore(),
@@ -149,67 +119,69 @@ SyncManager &Composition::syncManager() {
     });
 }
 
-ApplicationBus &Composition::applicationBus() {
+ApplicationBus &CoreParts::applicationBus() {
     return ensure(m_applicationBus, [] { return std::make_unique<SessionBus>(SessionBus::applicationName); });
 }
 
-ApplicationBus &Composition::signInBus() {
+ApplicationBus &CoreParts::signInBus() {
     return ensure(m_signInBus, [] { return std::make_unique<SessionBus>(SessionBus::signInName); });
 }
 
-Account &Composition::account() {
-    return authManager();
-}
-
-StatisticsReporter &Composition::statistics() {
-    return syncManager();
-}
-
-Synchronisation &Composition::synchronisation() {
-    return syncManager();
-}
-
-HttpClient &Composition::httpClient() {
+HttpClient &CoreParts::httpClient() {
     return ensure(m_httpClient, [] { return std::make_unique<HttpClient>(); });
 }
 
-Transcriber &Composition::transcriptionClient() {
+Transcriber &CoreParts::transcriptionClient() {
     return ensure(m_transcriptionClient, [this] {
         return std::make_unique<TranscriptionClient>(m_origin, httpClient(), authManager(), preferences());
     });
 }
 
-TextProcessing &Composition::textProcessor() {
+TextProcessing &CoreParts::textProcessor() {
     return ensure(m_textProcessor, [this] {
         return std::make_unique<TextProcessor>(m_origin, httpClient(), authManager(), preferences());
     });
 }
 
-const AudioLength &Composition::audioLength() {
+const AudioLength &CoreParts::audioLength() {
     return ensure(m_audioLength, makeSndfileAudioLength);
 }
 
-void Composition::waitForSession() {
-    QEventLoop untilRestored;
-    bool isRestored = false;
-    authManager().whenRestored([&] {
-        isRestored = true;
-        untilRestored.quit();
-    });
-    if (!isRestored)
-        untilRestored.exec();
+CommandAccount CoreParts::commandAccount() {
+    return {authManager(), syncManager(), httpClient(), m_keychainWorker};
 }
 
-void Composition::waitForRequests() {
-    if (m_syncManager) {
-        QEventLoop untilIdle;
-        m_syncManager->whenIdle([&] { untilIdle.quit(); });
-        untilIdle.exec();
-    }
-    m_keychainWorker.waitForDone(); // whether the session goes on is asked after the token was read
-    if (m_httpClient)
-        m_httpClient->waitUntilIdle();
-    QCoreApplication::processEvents(); // what the last answers left to the main thread
+FileDictationCollaborators CoreParts::fileDictation() {
+    return {mainQueue(),     preferences(),  audioLength(),   transcriptionClient(),
+            textProcessor(), historyStore(), commandAccount()};
+}
+
+SignInCollaborators CoreParts::signIn() {
+    browserAuthentication().goOnWithoutBrowser(); // the person is told the address
+    return {mainQueue(), applicationBus(), signInBus(),
+            std::bind_front(&BrowserAuthentication::deliver, &browserAuthentication()),
+            std::bind_front(&CoreParts::commandAccount, this)};
+}
+
+CommandLine CoreParts::commandLine() {
+    const auto lazily = [this](auto part) { return std::bind_front(part, this); };
+    const auto preferences = lazily(&CoreParts::preferences);
+    const auto application = lazily(&CoreParts::applicationBus);
+    const auto account = lazily(&CoreParts::commandAccount);
+    CommandLine line;
+    line.addressees = {lazily(&CoreParts::signInBus), application};
+    line.commands = {
+        dictateCommand(lazily(&CoreParts::fileDictation)),
+        cleanCommand(preferences),
+        historyCommand(lazily(&CoreParts::historyStore)),
+        signInCommand(lazily(&CoreParts::signIn)),
+        signOutCommand(application, lazily(&CoreParts::authManager)),
+        syncCommand(application, account),
+        defaultsCommand(preferences),
+    };
+    const auto remote = remoteCommands(application);
+    line.commands.insert(line.commands.end(), remote.begin(), remote.end());
+    return line;
 }
 
 } // namespace velmo

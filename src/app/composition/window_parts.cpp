@@ -1,6 +1,6 @@
-#include "app/composition/desktop_windows.h"
+#include "app/composition/window_parts.h"
 
-#include "app/composition/composition.h"
+#include "app/composition/core_parts.h"
 #include "app/composition/main_window_parts.h"
 #include "app/composition/setup_parts.h"
 #include "dictation/session/recording_manager.h"
@@ -27,7 +27,7 @@ constexpr auto kTrayPatience = 3s;
 
 } // namespace
 
-DesktopWindows::DesktopWindows(const Collaborators &collaborators, Requests requests)
+WindowParts::WindowParts(const Collaborators &collaborators, Requests requests)
     : m_with(collaborators),
       m_requests(std::move(requests)),
       m_isDesktopDark(StatusItem::isDesktopDark()) { // before our own colours take over
@@ -35,11 +35,11 @@ DesktopWindows::DesktopWindows(const Collaborators &collaborators, Requests requ
     followMotionPreference();
 }
 
-DesktopWindows::~DesktopWindows() {
+WindowParts::~WindowParts() {
     m_with.motion.setChangeHandler({});
 }
 
-void DesktopWindows::followMotionPreference() {
+void WindowParts::followMotionPreference() {
     const auto follow = [this] { setReducedMotion(m_with.engine, m_with.motion.isReduced()); };
     m_with.motion.setChangeHandler(follow);
     follow();
@@ -47,7 +47,7 @@ void DesktopWindows::followMotionPreference() {
 
 // Status item and popover
 
-void DesktopWindows::showStatusItem(std::function<void()> pressed) {
+void WindowParts::showStatusItem(std::function<void()> pressed) {
     MainQueue &queue = m_with.composition.mainQueue();
     m_statusItem = std::make_unique<StatusItem>(queue, m_with.panels, m_isDesktopDark, std::move(pressed));
     m_popover = std::make_unique<PopoverWindow>(
@@ -56,13 +56,13 @@ void DesktopWindows::showStatusItem(std::function<void()> pressed) {
     awaitTray();
 }
 
-void DesktopWindows::awaitTray() {
+void WindowParts::awaitTray() {
     m_trayTimer =
         m_with.composition.mainQueue().after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
 }
 
 /// The window takes the keyboard, so it waits for the end of a dictation and of onboarding.
-void DesktopWindows::showMainWindowWithoutTray() {
+void WindowParts::showMainWindowWithoutTray() {
     if (StatusItem::hasHost())
         return;
     if (m_with.recordingManager.state() == State::idle && !m_with.setup.isOnboardingShown())
@@ -71,19 +71,19 @@ void DesktopWindows::showMainWindowWithoutTray() {
         awaitTray();
 }
 
-void DesktopWindows::updateStatusIcon(State state) {
+void WindowParts::updateStatusIcon(State state) {
     m_statusItem->setState(state);
 }
 
-void DesktopWindows::togglePopover() {
+void WindowParts::togglePopover() {
     m_popover->toggle(m_statusItem->frame());
 }
 
-void DesktopWindows::closePopover() {
+void WindowParts::closePopover() {
     m_popover->close();
 }
 
-std::unique_ptr<MenuBarView> DesktopWindows::makeMenuBarView() {
+std::unique_ptr<MenuBarView> WindowParts::makeMenuBarView() {
     MenuBarView::Ways ways;
     ways.openVelmo = m_requests.openMainWindow;
     ways.quit = m_requests.quit;
@@ -92,7 +92,7 @@ std::unique_ptr<MenuBarView> DesktopWindows::makeMenuBarView() {
         m_with.setup.showPermission(m_with.engine);
     };
     ways.copy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
-    Composition &composition = m_with.composition;
+    CoreParts &composition = m_with.composition;
     return std::make_unique<MenuBarView>(
         MenuBarView::Collaborators{composition.mainQueue(), composition.preferences(),
                                    m_with.recordingManager, composition.historyStore(), m_with.hotkeyListener,
@@ -102,8 +102,8 @@ std::unique_ptr<MenuBarView> DesktopWindows::makeMenuBarView() {
 
 // Overlay
 
-void DesktopWindows::showOverlay() {
-    Composition &composition = m_with.composition;
+void WindowParts::showOverlay() {
+    CoreParts &composition = m_with.composition;
     m_with.overlay.show(std::make_unique<FloatingBar>(FloatingBar::Collaborators{
         composition.mainQueue(), composition.preferences(), composition.preferenceWatch(),
         m_with.recordingManager, m_with.levelMeter, m_with.textInserter}));
@@ -111,14 +111,14 @@ void DesktopWindows::showOverlay() {
 
 // Windows
 
-void DesktopWindows::showMainWindow() {
+void WindowParts::showMainWindow() {
     if (!m_mainWindow)
         m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_with.setup, m_with.engine,
                                                          [] { return StatusItem::hasHost(); });
     m_mainWindow->show();
 }
 
-void DesktopWindows::showOnboarding() {
+void WindowParts::showOnboarding() {
     m_with.setup.showOnboarding(m_with.engine);
 }
 

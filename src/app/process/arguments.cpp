@@ -1,4 +1,4 @@
-#include "app/command_line/arguments.h"
+#include "app/process/arguments.h"
 
 #include <algorithm>
 #include <cstring>

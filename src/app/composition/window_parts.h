@@ -12,7 +12,7 @@ namespace velmo {
 
 class AccessibilityPermission;
 class AudioLevelProvider;
-class Composition;
+class CoreParts;
 class DesktopPanels;
 class FloatingWindows;
 class GlobalMouseMonitor;
@@ -27,11 +27,11 @@ class SetupParts;
 class TextInserter;
 
 /// The parts list of what can be seen: builds each window with its page states when it is first shown. Main thread.
-class DesktopWindows final : public UserInterface {
+class WindowParts final : public UserInterface {
 public:
     /// What the windows show and steer; all of it outlives them.
     struct Collaborators {
-        Composition &composition;
+        CoreParts &composition;
         QQmlEngine &engine;
         FloatingWindows &floating;
         const DesktopPanels &panels;
@@ -51,8 +51,8 @@ public:
         std::function<void()> quit;
     };
 
-    DesktopWindows(const Collaborators &collaborators, Requests requests);
-    ~DesktopWindows() override;
+    WindowParts(const Collaborators &collaborators, Requests requests);
+    ~WindowParts() override;
 
     void showStatusItem(std::function<void()> pressed) override;
     void updateStatusIcon(State state) override;

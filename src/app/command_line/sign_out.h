@@ -1,9 +1,0 @@
-#pragma once
-
-#include "app/command_line/command.h"
-
-namespace velmo {
-
-[[nodiscard]] Command signOutCommand();
-
-} // namespace velmo

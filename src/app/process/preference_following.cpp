@@ -1,0 +1,30 @@
+#include "app/process/preference_following.h"
+
+#include "base/log.h"
+#include "platform/folder_watch.h"
+#include "store/history_store.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace velmo {
+
+void followOtherProcesses(const SharedPreferences &shared) {
+    PreferenceWatch &watch = shared.watch;
+    HistoryStore &history = shared.history;
+    watch.watch(HistoryStore::storageKey);
+    QObject::connect(&watch, &PreferenceWatch::changed, &history, [&history](const QString &key) {
+        if (key == HistoryStore::storageKey)
+            history.refresh();
+    });
+    // A change that changes nothing makes the file, and the folder to watch, where there is none.
+    shared.preferences.change(keys::deviceId, [](const auto &stored) { return stored; });
+    const QFileInfo file(shared.path);
+    if (!shared.folder.watch(file.path(), file.fileName(), [&watch] { watch.noteWrite(); }))
+        log(LogTag::Prefs, u"Changes of other processes cannot be noticed"_s);
+}
+
+} // namespace velmo
