@@ -1,5 +1,6 @@
 #include "base/utf8.h"
 
+#include <QStringDecoder>
 #include <QStringEncoder>
 
 namespace velmo {
@@ -8,6 +9,12 @@ QByteArray utf8(QStringView text) {
     // Stateless, or half a pair at the end would be held back for a text that follows.
     QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
     return encoder.encode(text);
+}
+
+QString fromUtf8(QByteArrayView bytes) {
+    using Flag = QStringDecoder::Flag;
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
 }
 
 QString wellFormed(const QString &text) {

@@ -36,7 +36,7 @@ std::optional<PreferenceValue> valueIn(const SqliteStatement::Use &row, int kind
     const int column = kindColumn + 1;
     const int type = row.type(column);
     if (kind == kString && type == SQLITE_TEXT)
-        return QString::fromUtf8(row.bytes(column));
+        return fromUtf8(row.bytes(column));
     if (kind == kData && type == SQLITE_BLOB)
         return row.bytes(column);
     if (type != SQLITE_INTEGER)
@@ -136,7 +136,7 @@ Result<std::map<QString, PreferenceValue>, SqliteCode> PreferenceTable::all() co
     SqliteCode code = rows.step();
     for (; code == SQLITE_ROW; code = rows.step()) {
         if (auto value = valueIn(rows, 1))
-            values.emplace(QString::fromUtf8(rows.bytes(0)), std::move(*value));
+            values.emplace(fromUtf8(rows.bytes(0)), std::move(*value));
     }
     if (code != SQLITE_DONE)
         return failed(code);

@@ -1,5 +1,7 @@
 #include "app/process/arguments.h"
 
+#include "base/utf8.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -9,7 +11,7 @@ QStringList takeArguments(int argc, char **argv) {
     constexpr QLatin1StringView scheme("velmo:");
     QStringList words;
     for (int i = 1; i < argc; ++i) {
-        words.append(QString::fromLocal8Bit(argv[i]));
+        words.append(fromUtf8(argv[i]));
         if (words.last().startsWith(scheme, Qt::CaseInsensitive))
             std::fill(argv[i] + scheme.size(), argv[i] + std::strlen(argv[i]), '.');
     }

@@ -30,6 +30,7 @@ TEST_F(DefaultsTest, WritesAndReadsEachKind) {
         {{u"--string"_s, u"Blåbær\tog\nfløte"_s}, "Blåbær\tog\nfløte"},
         {{u"--string"_s, u"--help"_s}, "--help"},
         {{u"--string"_s, u""_s}, ""},
+        {{u"--string"_s, u"\ufeffmerke"_s}, "\xef\xbb\xbfmerke"},
         {{u"--bool"_s, u"true"_s}, "true"},
         {{u"--bool"_s, u"false"_s}, "false"},
         {{u"--int"_s, u"-9223372036854775808"_s}, "-9223372036854775808"},
