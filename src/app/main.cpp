@@ -1,6 +1,7 @@
 #include "app/command_line/command_line.h"
 #include "app/composition/application_object.h"
 #include "app/composition/core_parts.h"
+#include "app/composition/desktop_parts.h"
 #include "app/desktop/desktop_application.h"
 #include "app/process/arguments.h"
 #include "app/process/exit_status.h"
@@ -31,6 +32,8 @@ int main(int argc, char **argv) {
         return velmo::exit_status::usage;
     }
     velmo::CoreParts parts(*origin);
-    return arguments.isEmpty() ? velmo::runDesktopApplication(parts)
-                               : velmo::runCommandLine(parts.commandLine(), arguments);
+    if (!arguments.isEmpty())
+        return velmo::runCommandLine(parts.commandLine(), arguments);
+    return velmo::runDesktopApplication(parts.applicationBus(),
+                                        [&parts] { return velmo::openDesktopParts(parts); });
 }

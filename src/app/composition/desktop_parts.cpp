@@ -1,7 +1,6 @@
 #include "app/composition/desktop_parts.h"
 
 #include "app/composition/core_parts.h"
-#include "app/composition/setup_parts.h"
 #include "app/composition/window_parts.h"
 #include "app/desktop/app_delegate.h"
 #include "app/desktop/application_commands.h"
@@ -22,7 +21,7 @@
 #include "platform/linux/sndfile/sndfile_recording_files.h"
 #include "platform/linux/x11/x11_input.h"
 #include "platform/linux/x11/x11_insertion.h"
-#include "platform/linux/xdg/autostart_entry.h"
+#include "platform/linux/xdg/browser_authentication.h"
 #include "platform/linux/xdg/desktop_settings.h"
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
@@ -58,96 +57,79 @@ X11InsertionOptions insertionOptions(const AccessibilityPermission &permission) 
     return options;
 }
 
-} // namespace
-
 /// In an order in which each part may use those before it.
-struct DesktopParts::Parts {
-    Parts(CoreParts &composition, X11Input display, std::unique_ptr<X11Insertion> insertionParts)
-        : x11(std::move(display)),
-          insertion(std::move(insertionParts)),
-          keyboardPreferences(preferencesPath(kKeyboardDomain)),
-          connection(std::make_shared<pulse::Connection>()),
-          microphone(makePulseMicrophone(connection, composition.mainQueue())),
-          recorder({composition.mainQueue(), *microphone, *recordingFiles}, QDir::tempPath()),
-          levelMeter(composition.mainQueue(), recorder),
-          textInserter({composition.mainQueue(), insertion->clipboard(), insertion->primarySelection(),
-                        insertion->keyInjector(), insertion->focusedWindow(), sessionLock}),
-          overlay({engine, composition.mainQueue(), *x11.floating, *x11.mouse}),
-          recordingManager({composition.mainQueue(), composition.preferences(), microphonePermission,
-                            *x11.workspace, *sounds, recorder, composition.transcriptionClient(),
-                            composition.textProcessor(), textInserter, levelMeter, overlay,
-                            composition.historyStore(), composition.authManager(),
-                            composition.syncManager()}),
-          hotkeyListener(
-              {composition.mainQueue(), composition.preferences(), *x11.permission, *x11.tap, *x11.hotkey}),
-          microphonePresence(makePulseMicrophonePresence(connection, composition.mainQueue())),
-          setup(composition, {hotkeyListener, *x11.permission, *x11.keys, microphonePermission,
-                              *microphonePresence, systemSettings, loginItem}),
-          windows({composition, engine, *x11.floating, *x11.panels, *x11.mouse, *x11.motion, *x11.permission,
-                   recordingManager, hotkeyListener, levelMeter, textInserter, overlay, setup},
-                  {[this] { appDelegate.openMainWindow(); }, [this] { commands.onQuit(); }}),
-          controls({hotkeyListener, recordingManager, recorder, recorder, sessionLock,
-                    composition.preferenceWatch()}),
-          appDelegate({composition.mainQueue(), composition.preferences(), keyboardPreferences,
-                       recordingManager, controls, *x11.workspace, composition.authManager(),
-                       composition.syncManager(), *x11.permission, windows}),
-          commands({controls, composition.authManager(), composition.syncManager()}) {
-        commands.onShow = [this] { appDelegate.applicationShouldHandleReopen(); };
-        removeAbandonedRecordings(*recordingFiles, QDir::tempPath());
+class DesktopParts final : public DesktopSession {
+public:
+    DesktopParts(CoreParts &core, X11Input display, std::unique_ptr<X11Insertion> insertionParts)
+        : m_x11(std::move(display)),
+          m_insertion(std::move(insertionParts)),
+          m_microphone(makePulseMicrophone(m_connection, core.mainQueue())),
+          m_microphonePresence(makePulseMicrophonePresence(m_connection, core.mainQueue())),
+          m_recorder({core.mainQueue(), *m_microphone, *m_recordingFiles}, QDir::tempPath()),
+          m_levelMeter(core.mainQueue(), m_recorder),
+          m_textInserter({core.mainQueue(), m_insertion->clipboard(), m_insertion->primarySelection(),
+                          m_insertion->keyInjector(), m_insertion->focusedWindow(), m_sessionLock}),
+          m_overlay({m_engine, core.mainQueue(), *m_x11.floating, *m_x11.mouse}),
+          m_recordingManager({core.mainQueue(), core.preferences(), m_microphonePermission, *m_x11.workspace,
+                              *m_sounds, m_recorder, core.transcriptionClient(), core.textProcessor(),
+                              m_textInserter, m_levelMeter, m_overlay, core.historyStore(),
+                              core.authManager(), core.syncManager()}),
+          m_hotkeyListener(
+              {core.mainQueue(), core.preferences(), *m_x11.permission, *m_x11.tap, *m_x11.hotkey}),
+          m_controls({m_hotkeyListener, m_recordingManager, m_recorder, m_recorder, m_sessionLock,
+                      core.preferenceWatch()}),
+          m_windows({core, m_engine, m_x11, m_recordingManager, m_hotkeyListener, m_levelMeter,
+                     m_textInserter, m_overlay, m_microphonePermission, *m_microphonePresence,
+                     m_systemSettings},
+                    {[this] { m_appDelegate.openMainWindow(); }, [this] { m_commands.onQuit(); },
+                     [this] { m_appDelegate.showPermission(); }}),
+          m_appDelegate({core.mainQueue(), core.preferences(), m_keyboardPreferences, m_recordingManager,
+                         m_controls, *m_x11.workspace, core.authManager(), core.syncManager(),
+                         *m_x11.permission, m_systemSettings, m_windows}),
+          m_commands({m_controls, core.authManager(), core.syncManager()}) {
+        m_commands.onAddress =
+            std::bind_front(&BrowserAuthentication::deliver, &core.browserAuthentication());
+        m_commands.onShow = [this] { m_appDelegate.applicationShouldHandleReopen(); };
+        removeAbandonedRecordings(*m_recordingFiles, QDir::tempPath());
     }
 
-    ScreenSaverLock sessionLock;
-    X11Input x11;
-    std::unique_ptr<X11Insertion> insertion;
-    SqlitePreferences keyboardPreferences;
-    std::shared_ptr<pulse::Connection> connection;
-    std::unique_ptr<Microphone> microphone;
-    std::unique_ptr<RecordingFiles> recordingFiles = makeSndfileRecordingFiles();
-    AudioRecorder recorder;
-    AudioLevelProvider levelMeter;
-    GrantedMicrophonePermission microphonePermission;
-    std::unique_ptr<SoundPlayer> sounds = makeCanberraSoundPlayer(makeSndfileAudioLength());
-    TextInserter textInserter;
-    QQmlEngine engine;
-    RecordingOverlayController overlay;
-    RecordingManager recordingManager;
-    HotkeyListener hotkeyListener;
-    std::unique_ptr<MicrophonePresence> microphonePresence;
-    DesktopSettings systemSettings;
-    AutostartEntry loginItem{autostartFolder(), QCoreApplication::applicationFilePath()};
-    SetupParts setup;
-    WindowParts windows;
-    DictationControls controls;
-    AppDelegate appDelegate;
-    ApplicationCommands commands;
+    AppDelegate &appDelegate() override { return m_appDelegate; }
+    ApplicationCommands &commands() override { return m_commands; }
+    TextInserter &textInserter() override { return m_textInserter; }
+
+private:
+    ScreenSaverLock m_sessionLock;
+    X11Input m_x11;
+    std::unique_ptr<X11Insertion> m_insertion;
+    SqlitePreferences m_keyboardPreferences{preferencesPath(kKeyboardDomain)};
+    std::shared_ptr<pulse::Connection> m_connection = std::make_shared<pulse::Connection>();
+    std::unique_ptr<Microphone> m_microphone;
+    std::unique_ptr<MicrophonePresence> m_microphonePresence;
+    GrantedMicrophonePermission m_microphonePermission;
+    std::unique_ptr<RecordingFiles> m_recordingFiles = makeSndfileRecordingFiles();
+    AudioRecorder m_recorder;
+    AudioLevelProvider m_levelMeter;
+    std::unique_ptr<SoundPlayer> m_sounds = makeCanberraSoundPlayer(makeSndfileAudioLength());
+    TextInserter m_textInserter;
+    QQmlEngine m_engine;
+    RecordingOverlayController m_overlay;
+    RecordingManager m_recordingManager;
+    HotkeyListener m_hotkeyListener;
+    DictationControls m_controls;
+    DesktopSettings m_systemSettings;
+    WindowParts m_windows;
+    AppDelegate m_appDelegate;
+    ApplicationCommands m_commands;
 };
 
-Result<std::unique_ptr<DesktopParts>, QString> DesktopParts::open(CoreParts &composition) {
-    X11Input x11 = makeX11Input(composition.mainQueue(), {QString(), keyGuardProgram(), windowConnection()});
-    auto insertion = X11Insertion::open(composition.mainQueue(), insertionOptions(*x11.permission));
+} // namespace
+
+Result<std::unique_ptr<DesktopSession>, QString> openDesktopParts(CoreParts &core) {
+    X11Input x11 = makeX11Input(core.mainQueue(), {QString(), keyGuardProgram(), windowConnection()});
+    auto insertion = X11Insertion::open(core.mainQueue(), insertionOptions(*x11.permission));
     if (!insertion)
         return failed(insertion.error());
-    auto parts = std::make_unique<Parts>(composition, std::move(x11), std::move(*insertion));
-    return std::unique_ptr<DesktopParts>(new DesktopParts(std::move(parts)));
-}
-
-DesktopParts::DesktopParts(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
-DesktopParts::~DesktopParts() = default;
-
-RecordingManager &DesktopParts::recordingManager() {
-    return m_parts->recordingManager;
-}
-
-TextInserter &DesktopParts::textInserter() {
-    return m_parts->textInserter;
-}
-
-ApplicationCommands &DesktopParts::commands() {
-    return m_parts->commands;
-}
-
-AppDelegate &DesktopParts::appDelegate() {
-    return m_parts->appDelegate;
+    return std::make_unique<DesktopParts>(core, std::move(x11), std::move(*insertion));
 }
 
 } // namespace velmo

@@ -1,125 +1,153 @@
 #include "app/composition/window_parts.h"
 
 #include "app/composition/core_parts.h"
-#include "app/composition/main_window_parts.h"
-#include "app/composition/setup_parts.h"
+#include "base/calendar.h"
+#include "base/collation.h"
 #include "dictation/session/recording_manager.h"
-#include "platform/motion_preference.h"
+#include "platform/linux/x11/x11_input.h"
+#include "service/account/auth_manager.h"
+#include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
+#include "ui/models/account_view.h"
+#include "ui/models/dictionary_view.h"
 #include "ui/models/floating_bar.h"
+#include "ui/models/home_view.h"
+#include "ui/models/main_window_view.h"
 #include "ui/models/menu_bar_view.h"
+#include "ui/models/mode_view.h"
+#include "ui/models/onboarding_view.h"
+#include "ui/models/settings_view.h"
+#include "ui/models/snippets_view.h"
+#include "ui/models/undo_offer.h"
+#include "ui/onboarding/onboarding_window_controller.h"
 #include "ui/overlay/recording_overlay_controller.h"
-#include "ui/popover/popover_window.h"
+#include "ui/window/main_window_controller.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGuiApplication>
-
-using namespace std::chrono_literals;
+#include <QQuickWindow>
 
 namespace velmo {
 
 namespace {
 
-/// Panels that start together with Velmo have their tray ready by then (a product decision).
-constexpr auto kTrayPatience = 3s;
+void copyToClipboard(const QString &text) {
+    QGuiApplication::clipboard()->setText(text);
+}
 
 } // namespace
 
-WindowParts::WindowParts(const Collaborators &collaborators, Requests requests)
+/// The main window over its pages' states, and those over the stores.
+struct WindowParts::MainWindow {
+    MainWindow(const Collaborators &with, TriggerKeyCapture &triggerKey, LoginItem &loginItem)
+        : undoOffer(with.core.mainQueue()),
+          home({with.core.mainQueue(), with.core.preferences(), with.core.preferenceWatch(),
+                with.core.historyStore(), calendar, with.core.authManager(),
+                [&sync = with.core.syncManager()] { return sync.serverTotalWords(); }, copyToClipboard,
+                undoOffer, with.display.permission->isTrusted()}),
+          listPage{with.core.preferences(), with.core.preferenceWatch(), collation,
+                   with.core.authManager(), with.core.syncManager(),     undoOffer},
+          mode(with.core.preferences(), with.core.preferenceWatch(), undoOffer),
+          account({with.core.mainQueue(), with.core.authManager(), with.core.syncManager(), calendar,
+                   with.core.isServiceOnThisMachine()}),
+          settings({with.core.preferences(), with.core.preferenceWatch(), with.hotkeyListener, triggerKey,
+                    *with.display.permission, with.microphonePermission, with.microphonePresence,
+                    with.systemSettings, loginItem, QCoreApplication::applicationVersion()}),
+          window(with.engine, {view, undoOffer, home, dictionary, snippets, mode, account, settings},
+                 StatusItem::hasHost) {
+        const auto refresh = [this] { home.refresh(); };
+        QObject::connect(&with.core.authManager(), &AuthManager::isLoggedInChanged, &home, refresh);
+        QObject::connect(&with.core.syncManager(), &SyncManager::serverTotalsChanged, &home, refresh);
+    }
+
+    const Region region = Region::ofSession();
+    Calendar calendar{region};
+    Collation collation{region.locale};
+    UndoOffer undoOffer;
+    MainWindowView view{QCoreApplication::applicationVersion()};
+    HomeView home;
+    ListPage listPage;
+    DictionaryView dictionary{listPage};
+    SnippetsView snippets{listPage};
+    ModeView mode;
+    AccountView account;
+    SettingsView settings;
+    MainWindowController window;
+};
+
+struct WindowParts::Onboarding {
+    Onboarding(const Collaborators &with, TriggerKeyCapture &triggerKey)
+        : view({with.core.mainQueue(), with.hotkeyListener, triggerKey, *with.display.permission,
+                with.microphonePermission, with.microphonePresence, with.systemSettings}),
+          window(with.engine, with.core.preferences(), view) {}
+
+    OnboardingView view;
+    OnboardingWindowController window;
+};
+
+WindowParts::WindowParts(const Collaborators &collaborators, Ways ways)
     : m_with(collaborators),
-      m_requests(std::move(requests)),
-      m_isDesktopDark(StatusItem::isDesktopDark()) { // before our own colours take over
+      m_ways(std::move(ways)),
+      m_isDesktopDark(StatusItem::isDesktopDark()), // before our own colours take over
+      m_triggerKey({m_with.core.preferences(), m_with.core.preferenceWatch(), m_with.hotkeyListener,
+                    *m_with.display.keys}),
+      m_loginItem(autostartFolder(), QCoreApplication::applicationFilePath()),
+      m_popover({m_with.engine, m_with.core.mainQueue(), *m_with.display.floating, *m_with.display.mouse},
+                [this] { return makeMenuBarView(); }) {
     prepareInterface();
     followMotionPreference();
 }
 
 WindowParts::~WindowParts() {
-    m_with.motion.setChangeHandler({});
+    m_with.display.motion->setChangeHandler({});
 }
 
 void WindowParts::followMotionPreference() {
-    const auto follow = [this] { setReducedMotion(m_with.engine, m_with.motion.isReduced()); };
-    m_with.motion.setChangeHandler(follow);
+    MotionPreference &motion = *m_with.display.motion;
+    const auto follow = [this, &motion] { setReducedMotion(m_with.engine, motion.isReduced()); };
+    motion.setChangeHandler(follow);
     follow();
 }
 
-// Status item and popover
-
 void WindowParts::showStatusItem(std::function<void()> pressed) {
-    MainQueue &queue = m_with.composition.mainQueue();
-    m_statusItem = std::make_unique<StatusItem>(queue, m_with.panels, m_isDesktopDark, std::move(pressed));
-    m_popover = std::make_unique<PopoverWindow>(
-        PopoverWindow::Collaborators{m_with.engine, queue, m_with.floating, m_with.mouse},
-        [this] { return makeMenuBarView(); });
-    awaitTray();
-}
-
-void WindowParts::awaitTray() {
-    m_trayTimer =
-        m_with.composition.mainQueue().after(kTrayPatience, [this] { showMainWindowWithoutTray(); });
-}
-
-/// The window takes the keyboard, so it waits for the end of a dictation and of onboarding.
-void WindowParts::showMainWindowWithoutTray() {
-    if (StatusItem::hasHost())
-        return;
-    if (m_with.recordingManager.state() == State::idle && !m_with.setup.isOnboardingShown())
-        showMainWindow();
-    else
-        awaitTray();
-}
-
-void WindowParts::updateStatusIcon(State state) {
-    m_statusItem->setState(state);
-}
-
-void WindowParts::togglePopover() {
-    m_popover->toggle(m_statusItem->frame());
-}
-
-void WindowParts::closePopover() {
-    m_popover->close();
+    m_statusItem = std::make_unique<StatusItem>(m_with.core.mainQueue(), *m_with.display.panels,
+                                                m_isDesktopDark, std::move(pressed));
 }
 
 std::unique_ptr<MenuBarView> WindowParts::makeMenuBarView() {
-    MenuBarView::Ways ways;
-    ways.openVelmo = m_requests.openMainWindow;
-    ways.quit = m_requests.quit;
-    ways.showPermission = [this] {
-        closePopover();
-        m_with.setup.showPermission(m_with.engine);
-    };
-    ways.copy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
-    CoreParts &composition = m_with.composition;
     return std::make_unique<MenuBarView>(
-        MenuBarView::Collaborators{composition.mainQueue(), composition.preferences(),
-                                   m_with.recordingManager, composition.historyStore(), m_with.hotkeyListener,
-                                   m_with.permission},
-        std::move(ways), Region::ofSession());
+        MenuBarView::Collaborators{m_with.core.mainQueue(), m_with.core.preferences(),
+                                   m_with.recordingManager, m_with.core.historyStore(), m_with.hotkeyListener,
+                                   *m_with.display.permission},
+        MenuBarView::Ways{m_ways.openMainWindow, m_ways.quit, m_ways.showPermission, copyToClipboard},
+        Region::ofSession());
 }
 
-// Overlay
-
 void WindowParts::showOverlay() {
-    CoreParts &composition = m_with.composition;
     m_with.overlay.show(std::make_unique<FloatingBar>(FloatingBar::Collaborators{
-        composition.mainQueue(), composition.preferences(), composition.preferenceWatch(),
+        m_with.core.mainQueue(), m_with.core.preferences(), m_with.core.preferenceWatch(),
         m_with.recordingManager, m_with.levelMeter, m_with.textInserter}));
 }
 
-// Windows
-
 void WindowParts::showMainWindow() {
     if (!m_mainWindow)
-        m_mainWindow = std::make_unique<MainWindowParts>(m_with.composition, m_with.setup, m_with.engine,
-                                                         [] { return StatusItem::hasHost(); });
-    m_mainWindow->show();
+        m_mainWindow = std::make_unique<MainWindow>(m_with, m_triggerKey, m_loginItem);
+    m_mainWindow->home.refresh();
+    m_mainWindow->window.show();
 }
 
 void WindowParts::showOnboarding() {
-    m_with.setup.showOnboarding(m_with.engine);
+    if (!m_onboarding)
+        m_onboarding = std::make_unique<Onboarding>(m_with, m_triggerKey);
+    m_onboarding->window.show();
+}
+
+bool WindowParts::isOnboardingShown() const {
+    const QQuickWindow *window = m_onboarding ? m_onboarding->window.window() : nullptr;
+    return window && window->isVisible();
 }
 
 } // namespace velmo

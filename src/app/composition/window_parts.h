@@ -2,79 +2,75 @@
 
 #include "app/desktop/status_item.h"
 #include "app/desktop/user_interface.h"
-#include "base/main_queue.h"
-
-#include <memory>
-
-class QQmlEngine;
+#include "platform/linux/xdg/autostart_entry.h"
+#include "ui/models/trigger_key_capture.h"
+#include "ui/popover/popover_window.h"
 
 namespace velmo {
 
-class AccessibilityPermission;
 class AudioLevelProvider;
 class CoreParts;
-class DesktopPanels;
-class FloatingWindows;
-class GlobalMouseMonitor;
-class HotkeyListener;
-class MainWindowParts;
-class MenuBarView;
-class MotionPreference;
-class PopoverWindow;
+class MicrophonePermission;
+class MicrophonePresence;
 class RecordingManager;
 class RecordingOverlayController;
-class SetupParts;
+class SystemSettings;
 class TextInserter;
+struct X11Input;
 
 /// The parts list of what can be seen: builds each window with its page states when it is first shown. Main thread.
 class WindowParts final : public UserInterface {
 public:
     /// What the windows show and steer; all of it outlives them.
     struct Collaborators {
-        CoreParts &composition;
+        CoreParts &core;
         QQmlEngine &engine;
-        FloatingWindows &floating;
-        const DesktopPanels &panels;
-        GlobalMouseMonitor &mouse;
-        MotionPreference &motion;
-        const AccessibilityPermission &permission;
+        const X11Input &display;
         RecordingManager &recordingManager;
         HotkeyListener &hotkeyListener;
         AudioLevelProvider &levelMeter;
         TextInserter &textInserter;
         RecordingOverlayController &overlay;
-        SetupParts &setup;
+        MicrophonePermission &microphonePermission;
+        MicrophonePresence &microphonePresence;
+        SystemSettings &systemSettings;
     };
-    /// What the windows ask of the application.
-    struct Requests {
+    /// What leads out of the popover.
+    struct Ways {
         std::function<void()> openMainWindow;
         std::function<void()> quit;
+        std::function<void()> showPermission;
     };
 
-    WindowParts(const Collaborators &collaborators, Requests requests);
+    WindowParts(const Collaborators &collaborators, Ways ways);
     ~WindowParts() override;
 
     void showStatusItem(std::function<void()> pressed) override;
-    void updateStatusIcon(State state) override;
-    void togglePopover() override;
-    void closePopover() override;
+    void updateStatusIcon(State state) override { m_statusItem->setState(state); }
+    [[nodiscard]] bool hasTray() const override { return StatusItem::hasHost(); }
+    void togglePopover() override { m_popover.toggle(m_statusItem->frame()); }
+    void closePopover() override { m_popover.close(); }
     void showOverlay() override;
     void showMainWindow() override;
     void showOnboarding() override;
+    [[nodiscard]] bool isOnboardingShown() const override;
 
 private:
-    [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
+    struct MainWindow;
+    struct Onboarding;
+
     void followMotionPreference();
-    void awaitTray();
-    void showMainWindowWithoutTray();
+    [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
 
     Collaborators m_with;
-    Requests m_requests;
+    Ways m_ways;
     bool m_isDesktopDark;
+    TriggerKeyCapture m_triggerKey; ///< Chosen in onboarding and on the settings page.
+    AutostartEntry m_loginItem;
+    PopoverWindow m_popover;
     std::unique_ptr<StatusItem> m_statusItem;
-    std::unique_ptr<PopoverWindow> m_popover;
-    std::unique_ptr<MainWindowParts> m_mainWindow; ///< Made when it is first shown.
-    MainQueue::Timer m_trayTimer;
+    std::unique_ptr<Onboarding> m_onboarding;
+    std::unique_ptr<MainWindow> m_mainWindow;
 };
 
 } // namespace velmo

@@ -5,6 +5,7 @@
 #include "dictation/session/dictation_controls.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"
+#include "platform/system_settings.h"
 #include "platform/workspace.h"
 #include "service/wire/session_interfaces.h"
 #include "store/preference_keys.h"
@@ -26,10 +27,13 @@ constexpr auto kFreshSync = 30s;
 
 } // namespace
 
-AppDelegate::AppDelegate(const Collaborators &collaborators) : m_with(collaborators) {}
+AppDelegate::AppDelegate(const Collaborators &collaborators)
+    : m_with(collaborators),
+      m_trayFallback(collaborators.queue, collaborators.recordingManager, collaborators.interface) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     m_with.interface.showStatusItem(m_lifetime.guard([this] { togglePopover(); }));
+    m_trayFallback.awaitTray();
     takeTriggerKey();
     m_with.controls.startListening();
     followState();
@@ -56,6 +60,15 @@ void AppDelegate::togglePopover() {
 void AppDelegate::openMainWindow() {
     m_with.interface.closePopover();
     m_with.interface.showMainWindow();
+}
+
+void AppDelegate::showPermission() {
+    constexpr auto kKeys = SystemSettings::Page::Keyboard;
+    m_with.interface.closePopover();
+    if (!m_with.permission.isTrusted() && m_with.systemSettings.canOpen(kKeys))
+        m_with.systemSettings.open(kKeys);
+    else
+        m_with.interface.showOnboarding();
 }
 
 bool AppDelegate::applicationShouldHandleReopen() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/desktop/tray_fallback.h"
 #include "base/lifetime.h"
 #include "base/main_queue.h"
 #include "dictation/dictation_state.h"
@@ -14,6 +15,7 @@ class DictationControls;
 class Preferences;
 class RecordingManager;
 class Synchronisation;
+class SystemSettings;
 class UserInterface;
 class Workspace;
 
@@ -34,6 +36,7 @@ public:
         Account &account;
         Synchronisation &synchronisation;
         const AccessibilityPermission &permission;
+        SystemSettings &systemSettings;
         UserInterface &interface;
     };
 
@@ -46,6 +49,8 @@ public:
     /// What a press of the status item does: shows the popover, or closes it.
     void togglePopover();
     void openMainWindow();
+    /// Leads on to what dictation still needs: the desktop's own page where that helps, else onboarding, which says how.
+    void showPermission();
     /// Somebody started the application again while it runs. Answers that this has been seen to.
     bool applicationShouldHandleReopen();
 
@@ -62,6 +67,7 @@ private:
     void followState();
 
     Collaborators m_with;
+    TrayFallback m_trayFallback;
     Lifetime m_lifetime;
 };
 

@@ -14,6 +14,9 @@ public:
     virtual void showStatusItem(std::function<void()> pressed) = 0;
     virtual void updateStatusIcon(State state) = 0;
 
+    /// Whether the desktop has a tray to show the item in now.
+    [[nodiscard]] virtual bool hasTray() const = 0;
+
     /// Shows the popover at the status item, or closes it.
     virtual void togglePopover() = 0;
     virtual void closePopover() = 0;
@@ -24,6 +27,7 @@ public:
     /// Shows the window, made the first time, in front of others.
     virtual void showMainWindow() = 0;
     virtual void showOnboarding() = 0;
+    [[nodiscard]] virtual bool isOnboardingShown() const = 0;
 };
 
 } // namespace velmo

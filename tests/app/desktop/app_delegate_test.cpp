@@ -2,6 +2,7 @@
 
 #include "app/desktop/user_interface.h"
 #include "dictation/session/dictation_stage.h"
+#include "platform/system_settings.h"
 #include "store/preference_keys.h"
 #include "support/log_capture.h"
 #include "support/qt_printing.h"
@@ -23,10 +24,19 @@ struct FakeSynchronisation final : Synchronisation {
     [[nodiscard]] std::optional<Date> lastSyncDate() const override { return last; }
 };
 
+struct KeyboardSettings final : SystemSettings {
+    bool isThere = true;
+    int opened = 0;
+    [[nodiscard]] bool canOpen(Page page) const override { return isThere && page == Page::Keyboard; }
+    void open(Page page) override { opened += canOpen(page) ? 1 : 0; }
+};
+
 /// Remembers what it was asked to show.
 struct FakeInterface final : UserInterface, OverlayDisplay {
     std::function<void()> pressStatusItem;
     QStringList shown;
+    bool hasTrayNow = true;
+    bool onboards = false;
 
     void showStatusItem(std::function<void()> pressed) override {
         shown.append(u"status item"_s);
@@ -34,6 +44,8 @@ struct FakeInterface final : UserInterface, OverlayDisplay {
     }
     void updateStatusIcon(State state) override { shown.append(nameOf(state)); }
     void update(State state) override { shown.append(u"bar:"_s + nameOf(state)); }
+    [[nodiscard]] bool hasTray() const override { return hasTrayNow; }
+    [[nodiscard]] bool isOnboardingShown() const override { return onboards; }
     void togglePopover() override { shown.append(u"popover"_s); }
     void closePopover() override { shown.append(u"popover closed"_s); }
     void showOverlay() override { shown.append(u"overlay"_s); }
@@ -48,8 +60,10 @@ protected:
     testing::DictationStage stage{&interface};
     MemoryPreferences keyboardPreferences;
     FakeSynchronisation synchronisation;
+    KeyboardSettings systemSettings;
     AppDelegate delegate{{stage.queue, stage.preferences, keyboardPreferences, stage.manager, stage.controls,
-                          stage.workspace, stage.account, synchronisation, stage.permission, interface}};
+                          stage.workspace, stage.account, synchronisation, stage.permission, systemSettings,
+                          interface}};
 };
 
 TEST_F(AppDelegateTest, ShowsWhatVelmoDoes) {
@@ -84,6 +98,38 @@ TEST_F(AppDelegateTest, ShowsOnboardingUntilAllIsThereThatDictationNeeds) {
     interface.shown.clear();
     delegate.applicationDidFinishLaunching();
     EXPECT_FALSE(interface.shown.contains(u"onboarding"_s)) << "it has been said";
+}
+
+TEST_F(AppDelegateTest, ShowsTheMainWindowWhereNoTrayComesOnceNobodyIsBusy) {
+    const auto shows = [this](std::chrono::nanoseconds after) {
+        stage.queue.advance(after);
+        return interface.shown.contains(u"main window"_s);
+    };
+    delegate.applicationDidFinishLaunching();
+    EXPECT_FALSE(shows(10s)) << "with a tray";
+    interface.hasTrayNow = false;
+    delegate.applicationDidFinishLaunching();
+    stage.manager.startRecording();
+    EXPECT_FALSE(shows(3s)) << "dictating";
+    stage.manager.cancelRecording();
+    interface.onboards = true;
+    EXPECT_FALSE(shows(3s)) << "setting up";
+    interface.onboards = false;
+    EXPECT_FALSE(shows(3s - 1ns));
+    EXPECT_TRUE(shows(1ns));
+}
+
+TEST_F(AppDelegateTest, LeadsToWhatDictationNeeds) {
+    stage.permission.trusted = false;
+    delegate.showPermission();
+    EXPECT_EQ(systemSettings.opened, 1);
+    systemSettings.isThere = false;
+    delegate.showPermission();
+    stage.permission.trusted = systemSettings.isThere = true; // it is the trigger key that is missing
+    delegate.showPermission();
+    EXPECT_EQ(systemSettings.opened, 1);
+    EXPECT_EQ(interface.shown.join(u' '),
+              u"popover closed popover closed onboarding popover closed onboarding"_s);
 }
 
 TEST_F(AppDelegateTest, LaunchesInOrderAndGivesBackWhatItTook) {
