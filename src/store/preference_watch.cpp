@@ -5,8 +5,13 @@ namespace velmo {
 PreferenceWatch::PreferenceWatch(const Preferences &preferences, MainQueue &queue)
     : m_preferences(preferences), m_queue(queue) {}
 
-void PreferenceWatch::watch(const QString &key) {
+void PreferenceWatch::follow(const QString &key, const QObject *context, std::function<void()> callback) {
     m_seen.try_emplace(key, m_preferences.value(key));
+    connect(this, &PreferenceWatch::changed, context,
+            [key, callback = std::move(callback)](const QString &changedKey) {
+                if (changedKey == key)
+                    callback();
+            });
 }
 
 void PreferenceWatch::noteWrite() {

@@ -15,11 +15,7 @@ namespace velmo {
 void followOtherProcesses(const SharedPreferences &shared) {
     PreferenceWatch &watch = shared.watch;
     HistoryStore &history = shared.history;
-    watch.watch(HistoryStore::storageKey);
-    QObject::connect(&watch, &PreferenceWatch::changed, &history, [&history](const QString &key) {
-        if (key == HistoryStore::storageKey)
-            history.refresh();
-    });
+    watch.follow(HistoryStore::storageKey, &history, [&history] { history.refresh(); });
     // A change that changes nothing makes the file, and the folder to watch, where there is none.
     shared.preferences.change(keys::deviceId, [](const auto &stored) { return stored; });
     const QFileInfo file(shared.path);

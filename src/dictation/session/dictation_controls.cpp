@@ -64,9 +64,8 @@ void DictationControls::heedLock() {
 }
 
 void DictationControls::followTriggerKey() {
-    m_with.preferenceWatch.watch(keys::triggerKey);
-    connect(&m_with.preferenceWatch, &PreferenceWatch::changed, this,
-            [this] { m_with.hotkeyListener.triggerKeyChanged(); });
+    m_with.preferenceWatch.follow(keys::triggerKey, this,
+                                  [this] { m_with.hotkeyListener.triggerKeyChanged(); });
 }
 
 // What is asked for

@@ -23,14 +23,8 @@ QVariant WordRows::data(const QModelIndex &index, int role) const {
 }
 
 DictionaryView::DictionaryView(const ListPage &page) : m_page(page) {
-    m_page.watch.watch(keys::dictionary);
-    m_page.watch.watch(keys::learnedWords);
-    connect(&m_page.watch, &PreferenceWatch::changed, this, [this](const QString &key) {
-        if (key == keys::dictionary)
-            loadWords();
-        else if (key == keys::learnedWords)
-            loadLearnedWords();
-    });
+    m_page.watch.follow(keys::dictionary, this, [this] { loadWords(); });
+    m_page.watch.follow(keys::learnedWords, this, [this] { loadLearnedWords(); });
     loadWords();
     loadLearnedWords();
 }

@@ -28,11 +28,7 @@ FloatingBar::FloatingBar(const Collaborators &collaborators) : m_with(collaborat
     connect(&manager, &RecordingManager::errorMessageChanged, this, &FloatingBar::takeError);
     connect(&m_with.levelMeter, &AudioLevelProvider::dotLevelsChanged, this, &FloatingBar::dotLevelsChanged);
     connect(&m_with.textInserter, &TextInserter::noticeChanged, this, &FloatingBar::messageChanged);
-    m_with.watch.watch(keys::triggerKey);
-    connect(&m_with.watch, &PreferenceWatch::changed, this, [this](const QString &key) {
-        if (key == keys::triggerKey)
-            Q_EMIT triggerKeyNameChanged();
-    });
+    m_with.watch.follow(keys::triggerKey, this, [this] { Q_EMIT triggerKeyNameChanged(); });
 }
 
 bool FloatingBar::isIdle() const {

@@ -42,9 +42,8 @@ QList<HistoryRow> rowsOf(const HistoryDay &day, const Calendar &calendar) {
 } // namespace
 
 HomeView::HomeView(const Collaborators &collaborators) : m_with(collaborators) {
-    m_with.watch.watch(keys::heroCardDismissed);
-    m_with.watch.watch(keys::triggerKey);
-    connect(&m_with.watch, &PreferenceWatch::changed, this, &HomeView::notePreference);
+    m_with.watch.follow(keys::heroCardDismissed, this, [this] { loadHeroCard(); });
+    m_with.watch.follow(keys::triggerKey, this, [this] { loadTriggerKey(); });
     connect(&m_with.historyStore, &HistoryStore::entriesChanged, this, &HomeView::refresh);
     loadHeroCard();
     loadTriggerKey();
@@ -95,13 +94,6 @@ void HomeView::refresh() {
     loadHistory();
     loadStatistics();
     waitForTomorrow();
-}
-
-void HomeView::notePreference(const QString &key) {
-    if (key == keys::heroCardDismissed)
-        loadHeroCard();
-    else if (key == keys::triggerKey)
-        loadTriggerKey();
 }
 
 void HomeView::loadHeroCard() {

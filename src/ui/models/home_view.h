@@ -88,7 +88,6 @@ Q_SIGNALS:
     void historyChanged();
 
 private:
-    void notePreference(const QString &key);
     void loadHeroCard();
     void showHeroCard(bool isShown);
     void loadTriggerKey();

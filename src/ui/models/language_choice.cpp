@@ -26,9 +26,8 @@ QStringList setIn(const QString &stored) {
 
 LanguageChoice::LanguageChoice(Preferences &preferences, PreferenceWatch &watch)
     : m_preferences(preferences) {
-    watch.watch(keys::primaryLanguage);
-    watch.watch(keys::selectedLanguages);
-    connect(&watch, &PreferenceWatch::changed, this, &LanguageChoice::load);
+    for (const QLatin1StringView key : {keys::primaryLanguage, keys::selectedLanguages})
+        watch.follow(key, this, [this] { load(); });
     load();
 }
 

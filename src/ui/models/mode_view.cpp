@@ -63,8 +63,7 @@ QVariant ModeCards::data(const QModelIndex &index, int role) const {
 ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer)
     : m_preferences(preferences), m_undoOffer(undoOffer), m_settings(preferences) {
     for (const QLatin1StringView key : {keys::selectedMode, keys::smartFormatting, keys::customModes})
-        watch.watch(key);
-    connect(&watch, &PreferenceWatch::changed, this, &ModeView::load);
+        watch.follow(key, this, [this] { load(); });
     load();
 }
 

@@ -31,9 +31,8 @@ SettingsView::SettingsView(const Collaborators &collaborators)
     connect(&m_choice, &LanguageChoice::selectedLanguagesChanged, this, &SettingsView::loadLanguages);
     connect(&m_with.listener, &HotkeyListener::isUsingFnHotkeyChanged, this, &SettingsView::loadPermissions);
     connect(&m_with.triggerKey, &TriggerKeyCapture::keyNameChanged, this, &SettingsView::loadPermissions);
-    m_with.watch.watch(keys::ruleScope);
-    m_with.watch.watch(keys::deviceId);
-    connect(&m_with.watch, &PreferenceWatch::changed, this, &SettingsView::load);
+    for (const QLatin1StringView key : {keys::ruleScope, keys::deviceId})
+        m_with.watch.follow(key, this, [this] { load(); });
     load();
     loadLanguages();
     loadPermissions();

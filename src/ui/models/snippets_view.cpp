@@ -45,11 +45,7 @@ QVariant SnippetRows::data(const QModelIndex &index, int role) const {
 }
 
 SnippetsView::SnippetsView(const ListPage &page) : m_page(page) {
-    m_page.watch.watch(storageKey);
-    connect(&m_page.watch, &PreferenceWatch::changed, this, [this](const QString &key) {
-        if (key == storageKey)
-            load();
-    });
+    m_page.watch.follow(storageKey, this, [this] { load(); });
     load();
 }
 

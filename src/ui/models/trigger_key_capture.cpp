@@ -9,8 +9,7 @@
 namespace velmo {
 
 TriggerKeyCapture::TriggerKeyCapture(const Collaborators &collaborators) : m_with(collaborators) {
-    m_with.watch.watch(keys::triggerKey);
-    connect(&m_with.watch, &PreferenceWatch::changed, this, &TriggerKeyCapture::load);
+    m_with.watch.follow(keys::triggerKey, this, [this] { load(); });
     load();
 }
 
