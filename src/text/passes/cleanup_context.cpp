@@ -2,12 +2,10 @@
 
 #include "base/case_mapping.h"
 #include "store/languages.h"
-#include "store/preference_keys.h"
+#include "store/rule_scope.h"
 #include "text/tables/language_sets.h"
 
 #include <algorithm>
-
-using namespace Qt::StringLiterals;
 
 namespace velmo {
 
@@ -31,7 +29,7 @@ QStringList spokenAmong(const QStringList &selected, const QString &spoken) {
 /// The rules of every selected language apply, unless the person wants only those of the language spoken.
 QStringList ruleLanguages(const Preferences &preferences, const std::optional<QString> &detected) {
     const QStringList selected = languageCodes(selectedLanguagesText(preferences));
-    if (!detected || preferences.string(keys::ruleScope) != u"spoken"_s)
+    if (!detected || ruleScope(preferences) != RuleScope::Spoken)
         return selected;
     const QStringList spoken = spokenAmong(selected, *detected);
     return spoken.isEmpty() ? selected : spoken;

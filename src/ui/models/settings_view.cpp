@@ -8,6 +8,7 @@
 #include "platform/system_settings.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
+#include "store/rule_scope.h"
 #include "ui/models/platform_texts.h"
 
 #include <algorithm>
@@ -15,13 +16,6 @@
 using namespace Qt::StringLiterals;
 
 namespace velmo {
-
-namespace {
-
-const QString kSpokenScope = u"spoken"_s;
-const QString kSelectedScope = u"selected"_s;
-
-} // namespace
 
 SettingsView::SettingsView(const Collaborators &collaborators)
     : m_with(collaborators),
@@ -71,13 +65,13 @@ void SettingsView::loadLanguages() {
 }
 
 void SettingsView::setFollowsSpokenLanguage(bool follows) {
-    m_with.preferences.set(keys::ruleScope, follows ? kSpokenScope : kSelectedScope);
+    setRuleScope(m_with.preferences, follows ? RuleScope::Spoken : RuleScope::Selected);
     load();
 }
 
 /// What is stored and shown as it stands.
 void SettingsView::load() {
-    const bool follows = m_with.preferences.string(keys::ruleScope) == kSpokenScope;
+    const bool follows = ruleScope(m_with.preferences) == RuleScope::Spoken;
     if (std::exchange(m_followsSpokenLanguage, follows) != follows)
         Q_EMIT followsSpokenLanguageChanged();
     const QString id = m_with.preferences.string(keys::deviceId).value_or(QString());
