@@ -12,6 +12,7 @@
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
 #include "ui/models/trigger_key_capture.h"
+#include "ui/models/trigger_key_name.h"
 
 #include <map>
 #include <set>
@@ -76,7 +77,8 @@ struct FakeDesktop {
     FakeMicrophone microphone;
     FakeSystemSettings systemSettings;
     FakeLoginItem loginItem;
-    TriggerKeyCapture triggerKey{{preferences, watch, listener, keys}};
+    TriggerKeyName triggerKeyName{preferences, watch};
+    TriggerKeyCapture triggerKey{{preferences, triggerKeyName, listener, keys}};
 };
 
 } // namespace velmo::testing

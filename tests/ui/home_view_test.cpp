@@ -7,6 +7,7 @@
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
+#include "ui/models/trigger_key_name.h"
 #include "ui/models/undo_offer.h"
 
 #include <gmock/gmock.h>
@@ -41,14 +42,16 @@ protected:
     testing::ManualMainQueue queue;
     MemoryPreferences preferences;
     PreferenceWatch watch{preferences, queue};
+    TriggerKeyName triggerKeyName{preferences, watch};
     HistoryStore store{preferences, queue};
     Calendar calendar{{u"en_US"_s, u"UTC"_s}};
     UndoOffer undo{queue};
     bool loggedIn = false;
     std::optional<qint64> serverTotalWords = 1500;
     QStringList copied;
-    HomeView view{{queue, preferences, watch, store, calendar, *this, [this] { return serverTotalWords; },
-                   [this](const QString &text) { copied.append(text); }, undo}};
+    HomeView view{{queue, preferences, watch, triggerKeyName, store, calendar, *this,
+                   [this] { return serverTotalWords; }, [this](const QString &text) { copied.append(text); },
+                   undo}};
 };
 
 TEST_F(HomeViewTest, HeadsTheHistoryByDaysThatMoveOnAtMidnight) {
@@ -124,8 +127,8 @@ TEST_F(HomeViewTest, KeepsTheIntroductionClosedAndNamesTheKeyThatIsChosen) {
     EXPECT_EQ(view.emptyText(), u"Hold Menu or double-tap Menu to start dictating"_s);
 
     preferences.set(keys::heroCardDismissed, false);
-    const HomeView keyless{{queue, preferences, watch, store, calendar, *this, [] { return std::nullopt; },
-                            [](const QString &) {}, undo, false}};
+    const HomeView keyless{{queue, preferences, watch, triggerKeyName, store, calendar, *this,
+                            [] { return std::nullopt; }, [](const QString &) {}, undo, false}};
     EXPECT_FALSE(keyless.isHeroCardShown());
     EXPECT_TRUE(keyless.emptyText().contains(u"Bind the command velmo toggle to a key"_s));
 }

@@ -92,8 +92,8 @@ Scene overlay(const QString &state, const Ground &ground, const Play &play, bool
                 RecordingOverlayController controller({stage.engine(), queue, desktop, desktop});
                 DictationStage dictation(&controller);
                 controller.show(std::make_unique<FloatingBar>(
-                    FloatingBar::Collaborators{dictation.queue, dictation.preferences, dictation.watch,
-                                               dictation.manager, dictation.levelMeter, dictation.inserter}));
+                    FloatingBar::Collaborators{dictation.queue, dictation.triggerKeyName, dictation.manager,
+                                               dictation.levelMeter, dictation.inserter}));
                 FloatingView &panel = *controller.overlayPanel();
                 panel.setColor(ground.color);
                 play(dictation);
@@ -112,8 +112,8 @@ Scene popover(const QString &state, const Play &play) {
                 DictationStage dictation;
                 PopoverWindow popover({stage.engine(), dictation.queue, desktop, desktop}, [&dictation] {
                     return std::make_unique<MenuBarView>(
-                        MenuBarView::Collaborators{dictation.queue, dictation.preferences, dictation.manager,
-                                                   dictation.history, dictation.listener,
+                        MenuBarView::Collaborators{dictation.queue, dictation.triggerKeyName,
+                                                   dictation.manager, dictation.history, dictation.listener,
                                                    dictation.permission},
                         MenuBarView::Ways{}, Region{u"en_US"_s, u"UTC"_s});
                 });

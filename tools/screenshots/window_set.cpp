@@ -108,7 +108,7 @@ Date PictureClock::now() const {
 WindowSet::WindowSet(QQmlEngine &engine, Contents contents, const QString &triggerKey, OtherPages pages)
     : m_contents(contents),
       m_historyStore(filled(m_preferences, contents, triggerKey), m_clock),
-      m_home({m_clock, m_preferences, m_watch, m_historyStore, m_calendar, *this,
+      m_home({m_clock, m_preferences, m_watch, m_triggerKeyName, m_historyStore, m_calendar, *this,
               [this]() -> std::optional<qint64> {
                   return m_contents == Contents::Empty ? std::optional<qint64>() : 12300;
               },

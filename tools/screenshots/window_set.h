@@ -12,6 +12,7 @@
 #include "ui/models/home_view.h"
 #include "ui/models/main_window_view.h"
 #include "ui/models/snippets_view.h"
+#include "ui/models/trigger_key_name.h"
 #include "ui/models/undo_offer.h"
 #include "ui/window/main_window_controller.h"
 
@@ -63,6 +64,7 @@ private:
     PreferenceWatch m_watch{m_preferences, m_clock};
     Contents m_contents;
     HistoryStore m_historyStore;
+    TriggerKeyName m_triggerKeyName{m_preferences, m_watch};
     Calendar m_calendar{{QStringLiteral("en_US"), QStringLiteral("UTC")}};
     Collation m_collation{QStringLiteral("nb_NO")};
     UndoOffer m_undoOffer{m_clock};

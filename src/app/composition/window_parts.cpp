@@ -42,9 +42,10 @@ void copyToClipboard(const QString &text) {
 
 /// The main window over its pages' states, and those over the stores.
 struct WindowParts::MainWindow {
-    MainWindow(const Collaborators &with, TriggerKeyCapture &triggerKey, LoginItem &loginItem)
+    MainWindow(const Collaborators &with, const TriggerKeyName &triggerKeyName, TriggerKeyCapture &triggerKey,
+               LoginItem &loginItem)
         : undoOffer(with.core.mainQueue()),
-          home({with.core.mainQueue(), with.core.preferences(), with.core.preferenceWatch(),
+          home({with.core.mainQueue(), with.core.preferences(), with.core.preferenceWatch(), triggerKeyName,
                 with.core.historyStore(), calendar, with.core.authManager(),
                 [&sync = with.core.syncManager()] { return sync.serverTotalWords(); }, copyToClipboard,
                 undoOffer, with.display.permission->isTrusted()}),
@@ -92,8 +93,9 @@ WindowParts::WindowParts(const Collaborators &collaborators, Ways ways)
     : m_with(collaborators),
       m_ways(std::move(ways)),
       m_isDesktopDark(StatusItem::isDesktopDark()), // before our own colours take over
-      m_triggerKey({m_with.core.preferences(), m_with.core.preferenceWatch(), m_with.hotkeyListener,
-                    *m_with.display.keys}),
+      m_triggerKeyName(m_with.core.preferences(), m_with.core.preferenceWatch()),
+      m_triggerKey(
+          {m_with.core.preferences(), m_triggerKeyName, m_with.hotkeyListener, *m_with.display.keys}),
       m_loginItem(autostartFolder(), QCoreApplication::applicationFilePath()),
       m_popover({m_with.engine, m_with.core.mainQueue(), *m_with.display.floating, *m_with.display.mouse},
                 [this] { return makeMenuBarView(); }) {
@@ -119,22 +121,22 @@ void WindowParts::showStatusItem(std::function<void()> pressed) {
 
 std::unique_ptr<MenuBarView> WindowParts::makeMenuBarView() {
     return std::make_unique<MenuBarView>(
-        MenuBarView::Collaborators{m_with.core.mainQueue(), m_with.core.preferences(),
-                                   m_with.recordingManager, m_with.core.historyStore(), m_with.hotkeyListener,
+        MenuBarView::Collaborators{m_with.core.mainQueue(), m_triggerKeyName, m_with.recordingManager,
+                                   m_with.core.historyStore(), m_with.hotkeyListener,
                                    *m_with.display.permission},
         MenuBarView::Ways{m_ways.openMainWindow, m_ways.quit, m_ways.showPermission, copyToClipboard},
         Region::ofSession());
 }
 
 void WindowParts::showOverlay() {
-    m_with.overlay.show(std::make_unique<FloatingBar>(FloatingBar::Collaborators{
-        m_with.core.mainQueue(), m_with.core.preferences(), m_with.core.preferenceWatch(),
-        m_with.recordingManager, m_with.levelMeter, m_with.textInserter}));
+    m_with.overlay.show(std::make_unique<FloatingBar>(
+        FloatingBar::Collaborators{m_with.core.mainQueue(), m_triggerKeyName, m_with.recordingManager,
+                                   m_with.levelMeter, m_with.textInserter}));
 }
 
 void WindowParts::showMainWindow() {
     if (!m_mainWindow)
-        m_mainWindow = std::make_unique<MainWindow>(m_with, m_triggerKey, m_loginItem);
+        m_mainWindow = std::make_unique<MainWindow>(m_with, m_triggerKeyName, m_triggerKey, m_loginItem);
     m_mainWindow->home.refresh();
     m_mainWindow->window.show();
 }

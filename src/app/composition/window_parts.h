@@ -4,6 +4,7 @@
 #include "app/desktop/user_interface.h"
 #include "platform/linux/xdg/autostart_entry.h"
 #include "ui/models/trigger_key_capture.h"
+#include "ui/models/trigger_key_name.h"
 #include "ui/popover/popover_window.h"
 
 namespace velmo {
@@ -65,7 +66,8 @@ private:
     Collaborators m_with;
     Ways m_ways;
     bool m_isDesktopDark;
-    TriggerKeyCapture m_triggerKey; ///< Chosen in onboarding and on the settings page.
+    TriggerKeyName m_triggerKeyName; ///< For every text that names the key.
+    TriggerKeyCapture m_triggerKey;  ///< Chosen in onboarding and on the settings page.
     AutostartEntry m_loginItem;
     PopoverWindow m_popover;
     std::unique_ptr<StatusItem> m_statusItem;

@@ -3,12 +3,9 @@
 #include "base/case_mapping.h"
 #include "base/characters.h"
 #include "dictation/capture/audio_level_provider.h"
-#include "dictation/gestures/trigger_key.h"
 #include "dictation/insertion/text_inserter.h"
 #include "dictation/session/recording_manager.h"
-#include "store/preference_keys.h"
-#include "store/preference_watch.h"
-#include "ui/models/platform_texts.h"
+#include "ui/models/trigger_key_name.h"
 
 using namespace std::chrono_literals;
 
@@ -28,7 +25,7 @@ FloatingBar::FloatingBar(const Collaborators &collaborators) : m_with(collaborat
     connect(&manager, &RecordingManager::errorMessageChanged, this, &FloatingBar::takeError);
     connect(&m_with.levelMeter, &AudioLevelProvider::dotLevelsChanged, this, &FloatingBar::dotLevelsChanged);
     connect(&m_with.textInserter, &TextInserter::noticeChanged, this, &FloatingBar::messageChanged);
-    m_with.watch.follow(keys::triggerKey, this, [this] { Q_EMIT triggerKeyNameChanged(); });
+    connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &FloatingBar::triggerKeyNameChanged);
 }
 
 bool FloatingBar::isIdle() const {
@@ -48,7 +45,7 @@ const QList<double> &FloatingBar::dotLevels() const {
 }
 
 QString FloatingBar::triggerKeyName() const {
-    return platform_texts::withTriggerKey(u"Fn", triggerKeyLabel(triggerKey(m_with.preferences)));
+    return m_with.triggerKeyName.inText();
 }
 
 const QString &FloatingBar::message() const {

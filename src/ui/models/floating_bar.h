@@ -10,10 +10,9 @@
 namespace velmo {
 
 class AudioLevelProvider;
-class PreferenceWatch;
-class Preferences;
 class RecordingManager;
 class TextInserter;
+class TriggerKeyName;
 
 /// What the bar at the foot of the screen shows and does. Main thread.
 class FloatingBar final : public QObject {
@@ -30,8 +29,7 @@ public:
     /// What the bar follows; all of it outlives the bar.
     struct Collaborators {
         MainQueue &queue;
-        Preferences &preferences;
-        PreferenceWatch &watch;
+        const TriggerKeyName &triggerKeyName;
         RecordingManager &recordingManager;
         AudioLevelProvider &levelMeter;
         TextInserter &textInserter;

@@ -1,17 +1,16 @@
 #include "ui/models/home_view.h"
 
 #include "base/calendar.h"
-#include "dictation/gestures/trigger_key.h"
 #include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "ui/models/history_days.h"
 #include "ui/models/platform_texts.h"
+#include "ui/models/trigger_key_name.h"
 #include "ui/models/undo_offer.h"
 #include "ui/models/usage_statistics.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <utility>
 
@@ -43,10 +42,9 @@ QList<HistoryRow> rowsOf(const HistoryDay &day, const Calendar &calendar) {
 
 HomeView::HomeView(const Collaborators &collaborators) : m_with(collaborators) {
     m_with.watch.follow(keys::heroCardDismissed, this, [this] { loadHeroCard(); });
-    m_with.watch.follow(keys::triggerKey, this, [this] { loadTriggerKey(); });
+    connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &HomeView::triggerKeyChanged);
     connect(&m_with.historyStore, &HistoryStore::entriesChanged, this, &HomeView::refresh);
     loadHeroCard();
-    loadTriggerKey();
     refresh();
 }
 
@@ -57,19 +55,24 @@ void HomeView::dismissHeroCard() {
 
 QString HomeView::heroTitle() const {
     return tr("Hold %1 to dictate and let Velmo transcribe for you")
-        .arg(u"<b>%1</b>"_s.arg(m_keyLabel.toHtmlEscaped()));
+        .arg(u"<b>%1</b>"_s.arg(keyLabel().toHtmlEscaped()));
 }
 
 QString HomeView::heroText() const {
-    return platform_texts::withTriggerKey(tr("Press and hold Fn to dictate in any app. Velmo will handle "
-                                             "transcription and insert text at your cursor."),
-                                          m_keyLabel);
+    return tr("Press and hold %1 to dictate in any app. Velmo will handle transcription and insert text at "
+              "your "
+              "cursor.")
+        .arg(m_with.triggerKeyName.inText());
+}
+
+QString HomeView::keyLabel() const {
+    return m_with.triggerKeyName.label();
 }
 
 QString HomeView::emptyText() const {
     return m_with.canWatchKeys
-               ? platform_texts::withTriggerKey(tr("Hold Fn or double-tap Fn to start dictating"), m_keyLabel)
-               : platform_texts::toggleCommandNote().remove(QRegularExpression(u"<[^>]*>"_s));
+               ? tr("Hold %1 or double-tap %1 to start dictating").arg(m_with.triggerKeyName.inText())
+               : platform_texts::toggleCommandNote();
 }
 
 void HomeView::copy(const QString &entryId) {
@@ -104,13 +107,6 @@ void HomeView::showHeroCard(bool isShown) {
     if (isShown == std::exchange(m_isHeroCardShown, isShown))
         return;
     Q_EMIT heroCardChanged();
-}
-
-void HomeView::loadTriggerKey() {
-    const QString label = triggerKeyLabel(triggerKey(m_with.preferences));
-    if (label == std::exchange(m_keyLabel, label))
-        return;
-    Q_EMIT triggerKeyChanged();
 }
 
 void HomeView::loadHistory() {

@@ -12,6 +12,7 @@ class Calendar;
 class HistoryStore;
 class PreferenceWatch;
 class Preferences;
+class TriggerKeyName;
 class UndoOffer;
 
 /// A figure about the use of Velmo.
@@ -47,6 +48,7 @@ public:
         MainQueue &queue;
         Preferences &preferences;
         PreferenceWatch &watch;
+        const TriggerKeyName &triggerKeyName;
         HistoryStore &historyStore;
         const Calendar &calendar; ///< Of the person's region.
         const Account &account;
@@ -65,7 +67,7 @@ public:
     /// The key's name is bold, as styled text.
     [[nodiscard]] QString heroTitle() const;
     [[nodiscard]] QString heroText() const;
-    [[nodiscard]] const QString &keyLabel() const { return m_keyLabel; }
+    [[nodiscard]] QString keyLabel() const;
     [[nodiscard]] QString emptyText() const;
 
     [[nodiscard]] const QList<StatisticCard> &statistics() const { return m_statistics; }
@@ -90,14 +92,12 @@ Q_SIGNALS:
 private:
     void loadHeroCard();
     void showHeroCard(bool isShown);
-    void loadTriggerKey();
     void loadHistory();
     void loadStatistics();
     void waitForTomorrow();
 
     Collaborators m_with;
     bool m_isHeroCardShown = true;
-    QString m_keyLabel;
     QList<StatisticCard> m_statistics;
     HistoryRows m_history;
     MainQueue::Timer m_tomorrow;

@@ -1,11 +1,11 @@
 #include "ui/models/menu_bar_view.h"
 
 #include "dictation/gestures/hotkey_listener.h"
-#include "dictation/gestures/trigger_key.h"
 #include "dictation/session/recording_manager.h"
 #include "platform/accessibility_permission.h"
 #include "store/history_store.h"
 #include "ui/models/platform_texts.h"
+#include "ui/models/trigger_key_name.h"
 
 using namespace std::chrono_literals;
 
@@ -44,6 +44,7 @@ MenuBarView::MenuBarView(const Collaborators &collaborators, Ways ways, const Re
     connect(&manager, &RecordingManager::stateChanged, this, &MenuBarView::statusChanged);
     connect(&manager, &RecordingManager::errorMessageChanged, this, &MenuBarView::errorMessageChanged);
     connect(&m_with.hotkeyListener, &HotkeyListener::recordingModeChanged, this, &MenuBarView::statusChanged);
+    connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &MenuBarView::setupChanged);
     connect(this, &MenuBarView::setupChanged, this, &MenuBarView::statusChanged);
     connect(&m_with.historyStore, &HistoryStore::entriesChanged, this, &MenuBarView::loadEntries);
     refresh();
@@ -87,14 +88,15 @@ QString MenuBarView::title() const {
 }
 
 QString MenuBarView::subtitle() const {
+    const QString &key = m_with.triggerKeyName.inText();
     const bool isHeld = m_with.hotkeyListener.recordingMode() == RecordingMode::pushToTalk;
     switch (m_with.recordingManager.state()) {
     case State::idle:
         return idleSubtitle();
     case State::recording:
         if (isHeld)
-            return withTriggerKey(tr("Release Fn to stop"));
-        return m_hasFnHotkey ? withTriggerKey(tr("Tap Fn to stop")) : tr("Ctrl+Shift+A to stop");
+            return tr("Release %1 to stop").arg(key);
+        return m_hasFnHotkey ? tr("Tap %1 to stop").arg(key) : tr("Ctrl+Shift+A to stop");
     case State::transcribing:
         return tr("Processing your speech");
     }
@@ -102,7 +104,8 @@ QString MenuBarView::subtitle() const {
 }
 
 QString MenuBarView::idleSubtitle() const {
-    return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn")) : tr("Ctrl+Shift+A to record");
+    return m_hasFnHotkey ? tr("Hold %1 or double-tap %1").arg(m_with.triggerKeyName.inText())
+                         : tr("Ctrl+Shift+A to record");
 }
 
 const QString &MenuBarView::errorMessage() const {
@@ -110,18 +113,13 @@ const QString &MenuBarView::errorMessage() const {
 }
 
 QString MenuBarView::setupHint() const {
-    return m_hasAccessibility
-               ? platform_texts::missingTriggerKey(triggerKeyLabel(triggerKey(m_with.preferences)))
-               : platform_texts::setupHint();
+    return m_hasAccessibility ? platform_texts::missingTriggerKey(m_with.triggerKeyName.inText())
+                              : platform_texts::setupHint();
 }
 
 QString MenuBarView::emptyHint() const {
-    return m_hasFnHotkey ? withTriggerKey(tr("Hold Fn or double-tap Fn to dictate"))
+    return m_hasFnHotkey ? tr("Hold %1 or double-tap %1 to dictate").arg(m_with.triggerKeyName.inText())
                          : tr("Press Ctrl+Shift+A to dictate");
-}
-
-QString MenuBarView::withTriggerKey(const QString &text) const {
-    return platform_texts::withTriggerKey(text, triggerKeyLabel(triggerKey(m_with.preferences)));
 }
 
 // Recent texts

@@ -12,8 +12,8 @@ namespace velmo {
 class AccessibilityPermission;
 class HistoryStore;
 class HotkeyListener;
-class Preferences;
 class RecordingManager;
+class TriggerKeyName;
 
 /// One text of the history, as the popover lists it.
 struct RecentEntry {
@@ -57,7 +57,7 @@ public:
     /// Whom the popover's state works with; all of it outlives the state.
     struct Collaborators {
         MainQueue &queue;
-        const Preferences &preferences;
+        const TriggerKeyName &triggerKeyName;
         RecordingManager &recordingManager;
         HistoryStore &historyStore;
         HotkeyListener &hotkeyListener;
@@ -111,7 +111,6 @@ private:
     void refresh();
     void refreshPermission();
     void loadEntries();
-    [[nodiscard]] QString withTriggerKey(const QString &text) const;
 
     Collaborators m_with;
     Ways m_ways;

@@ -34,12 +34,12 @@ QString OnboardingView::waitingText() const {
     if (!m_hasAccessibility)
         return tr("Waiting for Accessibility permission...");
     if (!m_hasFnKey)
-        return named(tr("Configure the Fn key to continue..."));
+        return tr("Configure the %1 key to continue...").arg(m_with.triggerKey.keyName());
     return m_hasMicrophone ? QString() : tr("Grant microphone access to continue...");
 }
 
 QString OnboardingView::doneText() const {
-    return named(tr("Hold Fn to dictate, or double-tap Fn for hands-free mode."));
+    return tr("Hold %1 to dictate, or double-tap %1 for hands-free mode.").arg(m_with.triggerKey.keyName());
 }
 
 void OnboardingView::start() {
@@ -114,15 +114,16 @@ void OnboardingView::update() {
 }
 
 OnboardingStep OnboardingView::accessibilityStep() const {
-    OnboardingStep step = {.number = 1,
-                           .title = tr("Accessibility"),
-                           .description =
-                               named(tr("Lets Velmo detect the Fn key and type text into any app.")),
-                           .isDone = m_hasAccessibility,
-                           .isCurrent = !m_hasAccessibility};
+    OnboardingStep step = {
+        .number = 1,
+        .title = tr("Accessibility"),
+        .description =
+            tr("Lets Velmo detect the %1 key and type text into any app.").arg(m_with.triggerKey.keyName()),
+        .isDone = m_hasAccessibility,
+        .isCurrent = !m_hasAccessibility};
     if (!step.isCurrent)
         return step;
-    step.hint = platform_texts::toggleCommandNote();
+    step.hint = platform_texts::styledToggleCommandNote();
     if (m_with.systemSettings.canOpen(SystemSettings::Page::Keyboard)) {
         step.buttonText = platform_texts::openKeyboardSettings();
         step.buttonSymbol = u"arrow.up.forward"_s;
@@ -131,18 +132,18 @@ OnboardingStep OnboardingView::accessibilityStep() const {
 }
 
 OnboardingStep OnboardingView::keyStep() const {
+    const TriggerKeyCapture &key = m_with.triggerKey;
     OnboardingStep step = {
         .number = 2,
-        .title = named(tr("Fn Key Setup")),
-        .description =
-            named(tr("Set the Fn key to do nothing so Velmo can use it as your dictation trigger.")),
+        .title = tr("%1 Key Setup").arg(key.keyName()),
+        .description = tr("Set the %1 key to do nothing so Velmo can use it as your dictation trigger.")
+                           .arg(key.keyName()),
         .isDone = m_hasFnKey,
         .isCurrent = m_hasAccessibility && !m_hasFnKey};
     if (!step.isDone && !step.isCurrent)
         step.note = tr("This will be needed after step 1.");
     if (!step.isCurrent)
         return step;
-    const TriggerKeyCapture &key = m_with.triggerKey;
     if (key.isCapturing()) {
         step.buttonText = tr("Cancel");
         step.hint = key.refusal().isNull() ? key.instruction() : key.refusal();
@@ -167,10 +168,6 @@ OnboardingStep OnboardingView::microphoneStep() const {
     if (m_with.systemSettings.canOpen(SystemSettings::Page::Sound))
         step.buttonText = platform_texts::openSoundSettings();
     return step;
-}
-
-QString OnboardingView::named(const QString &text) const {
-    return platform_texts::withTriggerKey(text, m_with.triggerKey.keyName());
 }
 
 } // namespace velmo

@@ -71,8 +71,6 @@ private:
     [[nodiscard]] OnboardingStep accessibilityStep() const;
     [[nodiscard]] OnboardingStep keyStep() const;
     [[nodiscard]] OnboardingStep microphoneStep() const;
-    /// The text with the trigger key's name in it.
-    [[nodiscard]] QString named(const QString &text) const;
 
     Collaborators m_with;
     bool m_hasAccessibility = false;

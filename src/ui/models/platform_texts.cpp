@@ -8,54 +8,57 @@ namespace velmo::platform_texts {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("PlatformTexts", text);
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(PlatformTexts)
+};
+
+QString toggleNoteFor(const QString &command) {
+    return Texts::tr("Velmo cannot watch keys on this desktop. Bind the command %1 to a key in your "
+                     "desktop’s keyboard settings to dictate all the same.")
+        .arg(command);
 }
 
 } // namespace
 
-QString withTriggerKey(QStringView text, QStringView keyLabel) {
-    const QString label = keyLabel.toString().replace(u' ', QChar::Nbsp);
-    return text.toString().replace(u"Fn"_s, label);
-}
-
 QString setupHint() {
-    return translated("Log in to an X11 session, or bind 'velmo toggle' to a key in your desktop's settings");
+    return Texts::tr("Log in to an X11 session, or bind 'velmo toggle' to a key in your desktop's settings");
 }
 
 QString toggleCommandNote() {
-    return translated(
-        "Velmo cannot watch keys on this desktop. Bind the command <b>velmo toggle</b> to a key in your "
-        "desktop’s keyboard settings to dictate all the same.");
+    return toggleNoteFor(u"velmo toggle"_s);
 }
 
-QString missingTriggerKey(QStringView keyLabel) {
-    return withTriggerKey(translated("This keyboard has no Fn key. Choose another."), keyLabel);
+QString styledToggleCommandNote() {
+    return toggleNoteFor(u"<b>velmo toggle</b>"_s);
+}
+
+QString missingTriggerKey(const QString &keyName) {
+    return Texts::tr("This keyboard has no %1 key. Choose another.").arg(keyName);
 }
 
 QString openKeyboardSettings() {
-    return translated("Open Keyboard Settings");
+    return Texts::tr("Open Keyboard Settings");
 }
 
 QString chooseAnotherKey() {
-    return translated("Choose Another Key…");
+    return Texts::tr("Choose Another Key…");
 }
 
 QString openSoundSettings() {
-    return translated("Open Sound Settings");
+    return Texts::tr("Open Sound Settings");
 }
 
 QString microphoneHint() {
-    return translated("Connect a microphone, or choose one in your sound settings.");
+    return Texts::tr("Connect a microphone, or choose one in your sound settings.");
 }
 
 QString localSignInInvitation() {
-    return translated(
+    return Texts::tr(
         "Sign in to keep your dictionary, snippets and statistics with the Velmo service on this machine.");
 }
 
 QString localSignIn() {
-    return translated("Sign In");
+    return Texts::tr("Sign In");
 }
 
 } // namespace velmo::platform_texts

@@ -7,19 +7,16 @@ namespace velmo::platform_texts {
 /// The one table of what the interface must say otherwise on Linux. Everything else is the same on every desktop and
 /// stands where it is shown.
 
-/// The name of the trigger key where people read Fn elsewhere. Its blanks do not break, so a line never ends within it.
-///
-///   withTriggerKey(u"Hold Fn or double-tap Fn", u"Right Control")  "Hold Right Control or double-tap Right Control"
-[[nodiscard]] QString withTriggerKey(QStringView text, QStringView keyLabel);
-
 /// In the popover's set-up card.
 [[nodiscard]] QString setupHint();
 
-/// How to dictate where keys cannot be watched, with the command in bold (styled text).
+/// How to dictate where keys cannot be watched.
 [[nodiscard]] QString toggleCommandNote();
+/// The same as styled text, with the command in bold.
+[[nodiscard]] QString styledToggleCommandNote();
 
 /// Where the trigger key is not watched although keys can be.
-[[nodiscard]] QString missingTriggerKey(QStringView keyLabel);
+[[nodiscard]] QString missingTriggerKey(const QString &keyName);
 
 // Onboarding: there is no permission to grant, so a step that is not done says what the person can do.
 

@@ -86,7 +86,7 @@ bool SettingsView::canWatchKeys() const {
 }
 
 QString SettingsView::keysNote() const {
-    return canWatchKeys() ? QString() : platform_texts::toggleCommandNote();
+    return canWatchKeys() ? QString() : platform_texts::styledToggleCommandNote();
 }
 
 void SettingsView::openSettings(qsizetype permissionRow) {
@@ -95,28 +95,25 @@ void SettingsView::openSettings(qsizetype permissionRow) {
 }
 
 QList<PermissionRow> SettingsView::permissionsNow() const {
+    const QString &key = m_with.triggerKey.keyName();
     const bool mayUseKeys = canWatchKeys();
     const bool canFixKeys = !mayUseKeys && m_with.systemSettings.canOpen(SystemSettings::Page::Keyboard);
     const bool canFixSound = !m_hasMicrophone && m_with.systemSettings.canOpen(SystemSettings::Page::Sound);
     return {
         {Permission::Microphone, tr("Microphone"), tr("Required for voice recording"), m_hasMicrophone,
          canFixSound},
-        {Permission::Accessibility, tr("Accessibility"), named(tr("Required for Fn key and text insertion")),
-         mayUseKeys, canFixKeys},
-        {Permission::TriggerKey, named(tr("Fn Key")), triggerKeyStanding(), m_with.listener.isUsingFnHotkey(),
-         canFixKeys},
+        {Permission::Accessibility, tr("Accessibility"),
+         tr("Required for %1 key and text insertion").arg(key), mayUseKeys, canFixKeys},
+        {Permission::TriggerKey, tr("%1 Key").arg(key), triggerKeyStanding(),
+         m_with.listener.isUsingFnHotkey(), canFixKeys},
     };
 }
 
 QString SettingsView::triggerKeyStanding() const {
+    const QString &key = m_with.triggerKey.keyName();
     if (m_with.listener.isUsingFnHotkey())
-        return named(tr("Active — Fn key interception enabled"));
-    return canWatchKeys() ? platform_texts::missingTriggerKey(m_with.triggerKey.keyName())
-                          : tr("Requires Accessibility permission");
-}
-
-QString SettingsView::named(const QString &text) const {
-    return platform_texts::withTriggerKey(text, m_with.triggerKey.keyName());
+        return tr("Active — %1 key interception enabled").arg(key);
+    return canWatchKeys() ? platform_texts::missingTriggerKey(key) : tr("Requires Accessibility permission");
 }
 
 void SettingsView::loadPermissions() {

@@ -97,8 +97,6 @@ private:
     void lookForMicrophone();
     [[nodiscard]] QList<PermissionRow> permissionsNow() const;
     [[nodiscard]] QString triggerKeyStanding() const;
-    /// The text with the trigger key's name in it.
-    [[nodiscard]] QString named(const QString &text) const;
 
     Collaborators m_with;
     LanguageChoice m_choice;

@@ -4,19 +4,23 @@
 #include "dictation/gestures/trigger_key.h"
 #include "platform/keyboard_keys.h"
 #include "store/preference_keys.h"
-#include "store/preference_watch.h"
+#include "store/preferences.h"
+#include "ui/models/trigger_key_name.h"
 
 namespace velmo {
 
 TriggerKeyCapture::TriggerKeyCapture(const Collaborators &collaborators) : m_with(collaborators) {
-    m_with.watch.follow(keys::triggerKey, this, [this] { load(); });
-    load();
+    connect(&m_with.name, &TriggerKeyName::changed, this, &TriggerKeyCapture::keyNameChanged);
 }
 
 TriggerKeyCapture::~TriggerKeyCapture() = default;
 
+const QString &TriggerKeyCapture::keyName() const {
+    return m_with.name.inText();
+}
+
 QString TriggerKeyCapture::instruction() const {
-    return m_isCapturing ? tr("Press the key you want to dictate with. Esc keeps %1.").arg(m_keyName)
+    return m_isCapturing ? tr("Press the key you want to dictate with. Esc keeps %1.").arg(keyName())
                          : tr("Hold to talk, double-tap for hands-free");
 }
 
@@ -40,21 +44,13 @@ void TriggerKeyCapture::press(int key, quint32 scanCode) {
     if (!m_refusal.isNull())
         return;
     m_with.preferences.set(keys::triggerKey, pressed.name);
-    load();
+    m_with.name.refresh();
     end();
 }
 
 void TriggerKeyCapture::cancel() {
     if (m_isCapturing)
         end();
-}
-
-void TriggerKeyCapture::load() {
-    const QString name = triggerKeyLabel(triggerKey(m_with.preferences)).replace(u' ', QChar::Nbsp);
-    if (name == m_keyName)
-        return;
-    m_keyName = name;
-    Q_EMIT keyNameChanged();
 }
 
 void TriggerKeyCapture::end() {

@@ -8,8 +8,8 @@ namespace velmo {
 
 class HotkeyListener;
 class KeyboardKeys;
-class PreferenceWatch;
 class Preferences;
+class TriggerKeyName;
 
 /// The trigger key as the settings and onboarding show it, and how another is chosen: by pressing it. While it waits for
 /// the press the present trigger key does nothing, so it can be pressed too. Main thread.
@@ -24,7 +24,7 @@ public:
     /// Whom the capture works with; all of them outlive it.
     struct Collaborators {
         Preferences &preferences;
-        PreferenceWatch &watch;
+        TriggerKeyName &name;
         HotkeyListener &listener;
         const KeyboardKeys &keys;
     };
@@ -33,7 +33,7 @@ public:
     ~TriggerKeyCapture() override;
 
     /// Of the chosen key, for people; its words do not part at the end of a line.
-    [[nodiscard]] const QString &keyName() const { return m_keyName; }
+    [[nodiscard]] const QString &keyName() const;
     [[nodiscard]] bool isCapturing() const { return m_isCapturing; }
     /// Why the key pressed last cannot be chosen; null when there is nothing to say.
     [[nodiscard]] const QString &refusal() const { return m_refusal; }
@@ -54,12 +54,10 @@ Q_SIGNALS:
     void refusalChanged();
 
 private:
-    void load();
     void end();
     void setRefusal(const QString &sentence);
 
     Collaborators m_with;
-    QString m_keyName;
     bool m_isCapturing = false;
     QString m_refusal;
 };

@@ -12,6 +12,7 @@
 #include "store/memory_preferences.h"
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
+#include "ui/models/trigger_key_name.h"
 
 namespace velmo::testing {
 
@@ -39,6 +40,7 @@ struct DictationStage {
     ManualMainQueue queue;
     MemoryPreferences preferences;
     PreferenceWatch watch{preferences, queue};
+    TriggerKeyName triggerKeyName{preferences, watch};
     FakeMicrophonePermission microphone;
     FakeWorkspace workspace;
     FakeSounds sounds;

@@ -11,6 +11,7 @@
 #include "ui/models/home_view.h"
 #include "ui/models/main_window_view.h"
 #include "ui/models/snippets_view.h"
+#include "ui/models/trigger_key_name.h"
 #include "ui/window/flow_placement.h"
 
 #include <QQmlEngine>
@@ -44,7 +45,8 @@ protected:
     QStringList copied;
     bool hasTray = true;
     MainWindowView view{u"1.0.0"_s};
-    HomeView home{{queue, preferences, watch, history, calendar, *this,
+    TriggerKeyName triggerKeyName{preferences, watch};
+    HomeView home{{queue, preferences, watch, triggerKeyName, history, calendar, *this,
                    [] { return std::optional<qint64>(); },
                    [this](const QString &text) { copied.append(text); }, undoOffer}};
     DictionaryView dictionary{page};

@@ -28,7 +28,7 @@ class OverlayTest : public ::testing::Test {
 protected:
     OverlayTest() {
         auto made = std::make_unique<FloatingBar>(FloatingBar::Collaborators{
-            stage.queue, stage.preferences, stage.watch, stage.manager, stage.levelMeter, stage.inserter});
+            stage.queue, stage.triggerKeyName, stage.manager, stage.levelMeter, stage.inserter});
         bar = made.get();
         controller.show(std::move(made));
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&panel()));

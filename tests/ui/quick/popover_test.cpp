@@ -33,7 +33,7 @@ protected:
         ways.showPermission = [this] { permissionShown = true; };
         ways.copy = [this](const QString &text) { copied = text; };
         auto made = std::make_unique<MenuBarView>(
-            MenuBarView::Collaborators{stage.queue, stage.preferences, stage.manager, stage.history,
+            MenuBarView::Collaborators{stage.queue, stage.triggerKeyName, stage.manager, stage.history,
                                        stage.listener, stage.permission},
             std::move(ways), Region{u"en_US"_s, u"UTC"_s});
         content = made.get();

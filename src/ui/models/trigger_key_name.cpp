@@ -1,0 +1,24 @@
+#include "ui/models/trigger_key_name.h"
+
+#include "dictation/gestures/trigger_key.h"
+#include "store/preference_keys.h"
+#include "store/preference_watch.h"
+
+namespace velmo {
+
+TriggerKeyName::TriggerKeyName(const Preferences &preferences, PreferenceWatch &watch)
+    : m_preferences(preferences) {
+    watch.follow(keys::triggerKey, this, [this] { refresh(); });
+    refresh();
+}
+
+void TriggerKeyName::refresh() {
+    const QString label = triggerKeyLabel(triggerKey(m_preferences));
+    if (label == m_label)
+        return;
+    m_label = label;
+    m_inText = QString(label).replace(u' ', QChar::Nbsp);
+    Q_EMIT changed();
+}
+
+} // namespace velmo
