@@ -10,6 +10,12 @@ namespace velmo {
 class DictionaryViewTest : public testing::ListPageTest {
 protected:
     void store(const char *text) { preferences.set(keys::dictionary, QString::fromUtf8(text)); }
+    [[nodiscard]] static QStringList shown(DictionaryView &view) {
+        QStringList words;
+        for (const WordRow &row : view.filteredWords()->rows())
+            words.append(row.word);
+        return words;
+    }
     [[nodiscard]] QString stored() const { return preferences.string(keys::dictionary).value_or(QString()); }
 };
 
@@ -97,11 +103,11 @@ TEST_F(DictionaryViewTest, ChangesTheListAsItIsStoredNow) {
 TEST_F(DictionaryViewTest, FindsWithoutRegardToCaseAndSortsByCodePoints) {
     store(R"([{"word":"oslo"},{"word":"Åsgård"},{"word":"Oslo"},{"word":"bro"}])");
     DictionaryView view(page);
-    EXPECT_EQ(view.filteredWords()->rows(), QStringList({u"Oslo"_s, u"bro"_s, u"oslo"_s, u"Åsgård"_s}));
+    EXPECT_EQ(shown(view), QStringList({u"Oslo"_s, u"bro"_s, u"oslo"_s, u"Åsgård"_s}));
     testing::RowLog log(*view.filteredWords());
 
     view.setSearchText(u"OSL"_s);
-    EXPECT_EQ(view.filteredWords()->rows(), QStringList({u"Oslo"_s, u"oslo"_s}));
+    EXPECT_EQ(shown(view), QStringList({u"Oslo"_s, u"oslo"_s}));
     EXPECT_THAT(log.take(), ElementsAre(u"-1..1"_s, u"-2..2"_s));
     view.setSearchText(u" "_s);
     EXPECT_EQ(view.filteredWords()->rowCount(), 0);

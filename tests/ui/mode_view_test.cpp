@@ -13,7 +13,7 @@ namespace velmo {
 class ModeViewTest : public testing::ListPageTest {
 protected:
     /// The names of the cards, the chosen one in brackets.
-    [[nodiscard]] static QString cards(const ModeCards &modes) {
+    [[nodiscard]] static QString cards(const RowModel<ModeCard> &modes) {
         QStringList names;
         for (const ModeCard &mode : modes.rows())
             names.append(mode.isChosen ? u'[' + mode.name + u']' : mode.name);

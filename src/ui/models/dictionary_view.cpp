@@ -12,16 +12,6 @@
 
 namespace velmo {
 
-QHash<int, QByteArray> WordRows::roleNames() const {
-    return {{Qt::DisplayRole, "word"}};
-}
-
-QVariant WordRows::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || role != Qt::DisplayRole)
-        return {};
-    return rows().at(index.row());
-}
-
 DictionaryView::DictionaryView(const ListPage &page) : m_page(page) {
     m_page.watch.follow(keys::dictionary, this, [this] { loadWords(); });
     m_page.watch.follow(keys::learnedWords, this, [this] { loadLearnedWords(); });
@@ -107,10 +97,10 @@ void DictionaryView::loadLearnedWords() {
 
 void DictionaryView::filter() {
     CollationSearch search(m_page.collation, m_searchText);
-    QStringList found;
+    QList<WordRow> found;
     for (const QString &word : std::as_const(m_wordsInOrder)) {
         if (search.isPartOf(word))
-            found.append(word);
+            found.append({word});
     }
     m_filteredWords.setRows(found);
 }

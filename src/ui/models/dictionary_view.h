@@ -7,14 +7,16 @@
 
 namespace velmo {
 
-/// Words as rows of a view; the role "word".
-class WordRows final : public RowModel<QString, QString> {
-public:
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+/// A custom word as the list shows it.
+struct WordRow {
+    Q_GADGET
+    Q_PROPERTY(QString word MEMBER word)
 
-protected:
-    [[nodiscard]] QString keyOf(const QString &word) const override { return word; }
+public:
+    QString word;
+
+    [[nodiscard]] const QString &key() const { return word; }
+    bool operator==(const WordRow &) const = default;
 };
 
 /// The learned words of one language.
@@ -54,7 +56,7 @@ public:
     [[nodiscard]] QString emptyText() const;
 
     /// The words that contain the search text, in ascending order of their code points.
-    [[nodiscard]] WordRows *filteredWords() { return &m_filteredWords; }
+    [[nodiscard]] RowModel<WordRow> *filteredWords() { return &m_filteredWords; }
 
     /// The text of the input field.
     [[nodiscard]] const QString &newWord() const { return m_newWord; }
@@ -94,7 +96,7 @@ private:
     QString m_newWord;
     QString m_searchText;
     QList<LearnedWordGroup> m_learnedWords;
-    WordRows m_filteredWords;
+    RowModel<WordRow> m_filteredWords;
     Lifetime m_lifetime;
 };
 

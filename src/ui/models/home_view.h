@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/main_queue.h"
-#include "ui/models/history_rows.h"
+#include "ui/models/row_model.h"
 
 #include <optional>
 
@@ -14,6 +14,28 @@ class PreferenceWatch;
 class Preferences;
 class TriggerKeyName;
 class UndoOffer;
+
+/// A dictation in the history list, with its place among those of its day.
+struct HistoryRow {
+    Q_GADGET
+    Q_PROPERTY(QString entryId MEMBER id)
+    Q_PROPERTY(QString text MEMBER text)
+    Q_PROPERTY(QString time MEMBER time)
+    Q_PROPERTY(QString day MEMBER day)
+    Q_PROPERTY(bool isFirst MEMBER isFirst)
+    Q_PROPERTY(bool isLast MEMBER isLast)
+
+public:
+    QString id;
+    QString text;
+    QString time;        ///< "14:32".
+    QString day;         ///< "Today", "Yesterday" or the date.
+    bool isFirst = true; ///< Of its day: the list heads it with the day.
+    bool isLast = true;
+
+    [[nodiscard]] const QString &key() const { return id; }
+    bool operator==(const HistoryRow &) const = default;
+};
 
 /// A figure about the use of Velmo.
 struct StatisticCard {
@@ -73,7 +95,7 @@ public:
     [[nodiscard]] const QList<StatisticCard> &statistics() const { return m_statistics; }
 
     /// Latest first.
-    [[nodiscard]] HistoryRows *history() { return &m_history; }
+    [[nodiscard]] RowModel<HistoryRow> *history() { return &m_history; }
     [[nodiscard]] bool isHistoryEmpty() const { return m_history.rows().isEmpty(); }
 
     Q_INVOKABLE void copy(const QString &entryId);
@@ -99,7 +121,7 @@ private:
     Collaborators m_with;
     bool m_isHeroCardShown = true;
     QList<StatisticCard> m_statistics;
-    HistoryRows m_history;
+    RowModel<HistoryRow> m_history;
     MainQueue::Timer m_tomorrow;
 };
 

@@ -18,26 +18,6 @@ constexpr auto kRefreshInterval = 2000ms;
 
 } // namespace
 
-// Rows
-
-QHash<int, QByteArray> RecentEntries::roleNames() const {
-    return {{IdRole, "entryId"}, {TextRole, "text"}, {TimeAgoRole, "timeAgo"}};
-}
-
-QVariant RecentEntries::data(const QModelIndex &index, int role) const {
-    const RecentEntry &entry = rows()[index.row()];
-    switch (role) {
-    case IdRole:
-        return entry.id;
-    case TextRole:
-        return entry.text;
-    case TimeAgoRole:
-        return entry.timeAgo;
-    default:
-        return {};
-    }
-}
-
 MenuBarView::MenuBarView(const Collaborators &collaborators, Ways ways, const Region &region)
     : m_with(collaborators), m_ways(std::move(ways)), m_calendar(region) {
     const RecordingManager &manager = m_with.recordingManager;

@@ -17,23 +17,18 @@ class TriggerKeyName;
 
 /// One text of the history, as the popover lists it.
 struct RecentEntry {
+    Q_GADGET
+    Q_PROPERTY(QString entryId MEMBER id)
+    Q_PROPERTY(QString text MEMBER text)
+    Q_PROPERTY(QString timeAgo MEMBER timeAgo)
+
+public:
     QString id;
     QString text;
     QString timeAgo;
 
+    [[nodiscard]] const QString &key() const { return id; }
     bool operator==(const RecentEntry &) const = default;
-};
-
-/// The recent texts as rows of a view; the roles "entryId", "text" and "timeAgo".
-class RecentEntries final : public RowModel<RecentEntry, QString> {
-public:
-    enum Role { IdRole = Qt::UserRole, TextRole, TimeAgoRole };
-
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
-
-protected:
-    [[nodiscard]] QString keyOf(const RecentEntry &entry) const override { return entry.id; }
 };
 
 /// What the popover shows and does, for as long as it is open: whether dictation is ready and how to begin, what is still
@@ -89,7 +84,7 @@ public:
     [[nodiscard]] QString setupHint() const;
 
     /// All of the history, newest first.
-    [[nodiscard]] RecentEntries *recentEntries() { return &m_recentEntries; }
+    [[nodiscard]] RowModel<RecentEntry> *recentEntries() { return &m_recentEntries; }
     [[nodiscard]] qsizetype entryCount() const { return m_recentEntries.rows().size(); }
     /// How to get a first text.
     [[nodiscard]] QString emptyHint() const;
@@ -117,7 +112,7 @@ private:
     Calendar m_calendar;
     bool m_hasAccessibility = false;
     bool m_hasFnHotkey = false;
-    RecentEntries m_recentEntries;
+    RowModel<RecentEntry> m_recentEntries;
     MainQueue::Timer m_refreshTimer;
 };
 

@@ -32,34 +32,6 @@ ModeCard cardOf(const Mode &mode, bool isChosen) {
 
 } // namespace
 
-QHash<int, QByteArray> ModeCards::roleNames() const {
-    return {{IdRole, "modeId"},
-            {NameRole, "name"},
-            {SymbolRole, "symbol"},
-            {DescriptionRole, "description"},
-            {ChosenRole, "chosen"}};
-}
-
-QVariant ModeCards::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
-        return {};
-    const ModeCard &mode = rows().at(index.row());
-    switch (role) {
-    case IdRole:
-        return mode.id;
-    case NameRole:
-        return mode.name;
-    case SymbolRole:
-        return mode.symbol;
-    case DescriptionRole:
-        return mode.description;
-    case ChosenRole:
-        return mode.isChosen;
-    default:
-        return {};
-    }
-}
-
 ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer)
     : m_preferences(preferences), m_undoOffer(undoOffer), m_settings(preferences) {
     for (const QLatin1StringView key : {keys::selectedMode, keys::smartFormatting, keys::customModes})

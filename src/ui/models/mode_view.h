@@ -15,25 +15,22 @@ struct CustomMode;
 
 /// A mode as its card shows it.
 struct ModeCard {
+    Q_GADGET
+    Q_PROPERTY(QString modeId MEMBER id)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString description MEMBER description)
+    Q_PROPERTY(bool chosen MEMBER isChosen)
+
+public:
     QString id;
     QString name;
     QString symbol;
     QString description; ///< In one line; of a custom mode, its prompt.
-    bool isChosen;
+    bool isChosen = false;
 
+    [[nodiscard]] const QString &key() const { return id; }
     bool operator==(const ModeCard &) const = default;
-};
-
-/// Modes as cards of a view; the roles "modeId", "name", "symbol", "description" and "chosen".
-class ModeCards final : public RowModel<ModeCard, QString> {
-public:
-    enum Role { IdRole = Qt::UserRole, NameRole, SymbolRole, DescriptionRole, ChosenRole };
-
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
-
-protected:
-    [[nodiscard]] QString keyOf(const ModeCard &mode) const override { return mode.id; }
 };
 
 /// The mode page: which mode dictated text goes through, whether it is sent to a language model at all, and the modes a
@@ -56,8 +53,8 @@ public:
     void setSmartFormatting(bool isOn);
     [[nodiscard]] QString caption() const;
 
-    [[nodiscard]] ModeCards *builtInModes() { return &m_builtInModes; }
-    [[nodiscard]] ModeCards *customModes() { return &m_customModes; }
+    [[nodiscard]] RowModel<ModeCard> *builtInModes() { return &m_builtInModes; }
+    [[nodiscard]] RowModel<ModeCard> *customModes() { return &m_customModes; }
     [[nodiscard]] bool hasCustomModes() const { return !m_customModes.rows().isEmpty(); }
 
     /// The open sheet, or null.
@@ -92,8 +89,8 @@ private:
     UndoOffer &m_undoOffer;
     ModeSettings m_settings;
     bool m_smartFormatting = true;
-    ModeCards m_builtInModes;
-    ModeCards m_customModes;
+    RowModel<ModeCard> m_builtInModes;
+    RowModel<ModeCard> m_customModes;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_sheet;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_closedSheet; ///< Can still be seen while it fades.
     Lifetime m_lifetime;

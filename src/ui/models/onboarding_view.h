@@ -2,7 +2,7 @@
 
 #include "base/lifetime.h"
 #include "base/main_queue.h"
-#include "ui/models/onboarding_step.h"
+#include "ui/models/row_model.h"
 #include "ui/models/trigger_key_capture.h"
 
 namespace velmo {
@@ -11,6 +11,34 @@ class AccessibilityPermission;
 class MicrophonePermission;
 class MicrophonePresence;
 class SystemSettings;
+
+/// A step of the set-up as it is shown.
+struct OnboardingStep {
+    Q_GADGET
+    Q_PROPERTY(int number MEMBER number)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString description MEMBER description)
+    Q_PROPERTY(bool done MEMBER isDone)
+    Q_PROPERTY(bool current MEMBER isCurrent)
+    Q_PROPERTY(QString buttonText MEMBER buttonText)
+    Q_PROPERTY(QString buttonSymbol MEMBER buttonSymbol)
+    Q_PROPERTY(QString hint MEMBER hint)
+    Q_PROPERTY(QString note MEMBER note)
+
+public:
+    int number = 0;
+    QString title = {};
+    QString description = {};
+    bool isDone = false;
+    bool isCurrent = false;  ///< The first that is not done: it alone has a button and a hint.
+    QString buttonText = {}; ///< Null where there is nothing to press.
+    QString buttonSymbol = {};
+    QString hint = {}; ///< Styled text.
+    QString note = {}; ///< While an earlier step is not done.
+
+    [[nodiscard]] int key() const { return number; }
+    bool operator==(const OnboardingStep &) const = default;
+};
 
 /// The set-up: three things Velmo needs of the desktop, one step after the other. It looks once a second while it is
 /// shown, goes on by itself when a step is done, and ends two seconds after the last one. Main thread.
@@ -37,7 +65,7 @@ public:
 
     explicit OnboardingView(const Collaborators &collaborators);
 
-    [[nodiscard]] OnboardingSteps *steps() { return &m_steps; }
+    [[nodiscard]] RowModel<OnboardingStep> *steps() { return &m_steps; }
     [[nodiscard]] bool isAllDone() const { return m_hasAccessibility && m_hasFnKey && m_hasMicrophone; }
     /// Keys cannot be watched in this session, and nothing done here changes that: the person may go on without.
     [[nodiscard]] bool isKeyless() const { return !m_hasAccessibility; }
@@ -78,7 +106,7 @@ private:
     bool m_hasMicrophone = false;
     bool m_isMicrophonePresent = true; ///< As long as nothing else is known.
     bool m_micRequested = false;
-    OnboardingSteps m_steps;
+    RowModel<OnboardingStep> m_steps;
     MainQueue::Timer m_timer;
     MainQueue::Timer m_completion;
     Lifetime m_lifetime;

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "ui/models/language_choice.h"
-#include "ui/models/language_rows.h"
-#include "ui/models/permission_rows.h"
+#include "ui/models/row_model.h"
 #include "ui/models/trigger_key_capture.h"
 
 namespace velmo {
@@ -12,6 +11,47 @@ class LoginItem;
 class MicrophonePermission;
 class MicrophonePresence;
 class SystemSettings;
+
+/// A language on offer, and what is chosen of it.
+struct LanguageRow {
+    Q_GADGET
+    Q_PROPERTY(QString code MEMBER code)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(bool selected MEMBER isSelected)
+    Q_PROPERTY(bool primary MEMBER isPrimary)
+
+public:
+    QString code;
+    QString name;
+    bool isSelected = false;
+    bool isPrimary = false;
+
+    [[nodiscard]] const QString &key() const { return code; }
+    bool operator==(const LanguageRow &) const = default;
+};
+
+/// What Velmo needs to work.
+enum class Permission { Microphone, Accessibility, TriggerKey };
+
+/// Whether Velmo has what it needs.
+struct PermissionRow {
+    Q_GADGET
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
+    Q_PROPERTY(bool granted MEMBER isGranted)
+    Q_PROPERTY(bool canOpenSettings MEMBER canOpenSettings)
+
+public:
+    Permission permission = Permission::Microphone;
+    QString title;
+    QString subtitle;
+    bool isGranted = false;
+    bool canOpenSettings =
+        false; ///< Not granted, and the desktop has a page where the person can change that.
+
+    [[nodiscard]] Permission key() const { return permission; }
+    bool operator==(const PermissionRow &) const = default;
+};
 
 /// The settings page: languages, the reach of the cleanup rules, the trigger key, start at login, what Velmo needs of the
 /// desktop, and what it is. Every change is stored when it is made. Main thread.
@@ -49,7 +89,7 @@ public:
 
     explicit SettingsView(const Collaborators &collaborators);
 
-    [[nodiscard]] LanguageRows *languages() { return &m_languages; }
+    [[nodiscard]] RowModel<LanguageRow> *languages() { return &m_languages; }
     [[nodiscard]] QStringList languageNames() const;
     /// The row of the primary language; -1 when it is not on offer.
     [[nodiscard]] qsizetype primaryLanguage() const;
@@ -66,7 +106,7 @@ public:
     /// How to dictate where keys cannot be watched, as styled text; empty where they can.
     [[nodiscard]] QString keysNote() const;
 
-    [[nodiscard]] PermissionRows *permissions() { return &m_permissions; }
+    [[nodiscard]] RowModel<PermissionRow> *permissions() { return &m_permissions; }
     Q_INVOKABLE void openSettings(qsizetype permissionRow);
 
     [[nodiscard]] bool startsAtLogin() const { return m_startsAtLogin; }
@@ -100,10 +140,10 @@ private:
 
     Collaborators m_with;
     LanguageChoice m_choice;
-    LanguageRows m_languages;
+    RowModel<LanguageRow> m_languages;
     bool m_followsSpokenLanguage = false;
     bool m_hasMicrophone = false;
-    PermissionRows m_permissions;
+    RowModel<PermissionRow> m_permissions;
     bool m_startsAtLogin = false;
     QString m_startsAtLoginError;
     QString m_deviceId;

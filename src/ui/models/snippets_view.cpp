@@ -18,30 +18,10 @@ namespace {
 /// As much as the widest row can show.
 constexpr qsizetype kPreviewLength = 400;
 
-QString inOneLine(const QString &text) {
-    return text.left(kPreviewLength).replace(u'\n', u" ⏎ "_s);
-}
-
 } // namespace
 
-QHash<int, QByteArray> SnippetRows::roleNames() const {
-    return {{TriggerRole, "trigger"}, {ExpansionRole, "expansion"}, {PreviewRole, "preview"}};
-}
-
-QVariant SnippetRows::data(const QModelIndex &index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
-        return {};
-    const SnippetEntry &snippet = rows().at(index.row());
-    switch (role) {
-    case TriggerRole:
-        return snippet.trigger;
-    case ExpansionRole:
-        return snippet.expansion;
-    case PreviewRole:
-        return inOneLine(snippet.expansion);
-    default:
-        return {};
-    }
+QString SnippetRow::preview() const {
+    return snippet.expansion.left(kPreviewLength).replace(u'\n', u" ⏎ "_s);
 }
 
 SnippetsView::SnippetsView(const ListPage &page) : m_page(page) {
@@ -73,12 +53,12 @@ void SnippetsView::openAddSheet() {
 
 void SnippetsView::openEditSheet(qsizetype row) {
     if (row >= 0 && row < m_filteredSnippets.rows().size())
-        openSheet(m_filteredSnippets.rows()[row]);
+        openSheet(m_filteredSnippets.rows()[row].snippet);
 }
 
 void SnippetsView::removeRow(qsizetype row) {
     if (row >= 0 && row < m_filteredSnippets.rows().size())
-        remove(SnippetEntry(m_filteredSnippets.rows()[row]));
+        remove(SnippetEntry(m_filteredSnippets.rows()[row].snippet));
 }
 
 void SnippetsView::add(const QString &trigger, const QString &expansion) {
@@ -127,10 +107,10 @@ void SnippetsView::load() {
 
 void SnippetsView::filter() {
     CollationSearch search(m_page.collation, m_searchText);
-    QList<SnippetEntry> found;
+    QList<SnippetRow> found;
     for (const SnippetEntry &snippet : std::as_const(m_snippetsInOrder)) {
         if (search.isPartOf(snippet.trigger) || search.isPartOf(snippet.expansion))
-            found.append(snippet);
+            found.append({snippet});
     }
     m_filteredSnippets.setRows(found);
 }

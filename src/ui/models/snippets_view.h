@@ -12,20 +12,21 @@
 
 namespace velmo {
 
-/// Snippets as rows of a view; the roles "trigger", "expansion" and "preview", the expansion in one line
-/// with its line breaks as signs. A row is known by its texts: a synchronisation
-/// renews the identifiers of all of them.
-class SnippetRows final : public RowModel<SnippetEntry, std::pair<QString, QString>> {
+/// A snippet in the list. It is known by its texts: a synchronisation renews the identifiers of all of them.
+struct SnippetRow {
+    Q_GADGET
+    Q_PROPERTY(QString trigger READ trigger)
+    Q_PROPERTY(QString preview READ preview)
+
 public:
-    enum Role { TriggerRole = Qt::UserRole, ExpansionRole, PreviewRole };
+    SnippetEntry snippet;
 
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] const QString &trigger() const { return snippet.trigger; }
+    /// The expansion in one line, with its line breaks as signs.
+    [[nodiscard]] QString preview() const;
 
-protected:
-    [[nodiscard]] std::pair<QString, QString> keyOf(const SnippetEntry &snippet) const override {
-        return {snippet.trigger, snippet.expansion};
-    }
+    [[nodiscard]] std::pair<QString, QString> key() const { return {snippet.trigger, snippet.expansion}; }
+    bool operator==(const SnippetRow &) const = default;
 };
 
 /// The snippets page: a list that can be searched, added to, edited and removed from, and the sheet in which a snippet
@@ -54,7 +55,7 @@ public:
 
     /// The snippets whose trigger or expansion contains the search text, by their triggers in the order of the locale;
     /// those of equal triggers in stored order.
-    [[nodiscard]] SnippetRows *filteredSnippets() { return &m_filteredSnippets; }
+    [[nodiscard]] RowModel<SnippetRow> *filteredSnippets() { return &m_filteredSnippets; }
 
     [[nodiscard]] const QString &searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
@@ -101,7 +102,7 @@ private:
     QString m_searchText;
     std::optional<SnippetEntry> m_editingSnippet;
     std::unique_ptr<SnippetEditorSheet, DeleteLater> m_sheet;
-    SnippetRows m_filteredSnippets;
+    RowModel<SnippetRow> m_filteredSnippets;
     Lifetime m_lifetime;
 };
 
