@@ -152,7 +152,6 @@ TEST_F(SnippetsViewTest, SavesFromTheSheetUnlessTheTriggerIsTaken) {
             view.openAddSheet();
         SnippetEditorSheet *sheet = view.sheet();
         EXPECT_EQ(sheet->title(), row.edited ? u"Edit Snippet"_s : u"Add Snippet"_s) << row.name;
-        EXPECT_EQ(view.showAddSheet(), !row.edited) << row.name;
         sheet->setTrigger(row.trigger);
         sheet->setExpansion(row.expansion);
         sheet->save();

@@ -62,8 +62,6 @@ public:
 
     /// The open sheet, or null.
     [[nodiscard]] SnippetEditorSheet *sheet() const { return m_sheet.get(); }
-    [[nodiscard]] bool showAddSheet() const { return m_sheet && !m_editingSnippet; }
-    [[nodiscard]] const std::optional<SnippetEntry> &editingSnippet() const { return m_editingSnippet; }
 
     Q_INVOKABLE void openAddSheet();
     /// Opens the sheet for the snippet in that row of the filtered list.
@@ -100,7 +98,7 @@ private:
     QList<SnippetEntry> m_snippets;
     QList<SnippetEntry> m_snippetsInOrder;
     QString m_searchText;
-    std::optional<SnippetEntry> m_editingSnippet;
+    std::optional<SnippetEntry> m_editingSnippet; ///< None while one is added.
     std::unique_ptr<SnippetEditorSheet, DeleteLater> m_sheet;
     RowModel<SnippetRow> m_filteredSnippets;
     Lifetime m_lifetime;

@@ -24,7 +24,7 @@ void UndoOffer::undo() {
     const Deletion last = std::move(m_deletions.back());
     m_deletions.pop_back();
     if (m_deletions.empty()) {
-        dismiss();
+        withdraw();
     } else {
         m_text = m_deletions.back().text;
         startTimer(duration);
@@ -33,9 +33,7 @@ void UndoOffer::undo() {
     last.undo();
 }
 
-void UndoOffer::dismiss() {
-    if (!isOffered())
-        return;
+void UndoOffer::withdraw() {
     m_timer.reset();
     m_deletions.clear();
     Q_EMIT changed();
@@ -47,7 +45,7 @@ void UndoOffer::hold(bool held) {
 }
 
 void UndoOffer::startTimer(std::chrono::milliseconds duration) {
-    m_timer = m_queue.after(duration, [this] { dismiss(); });
+    m_timer = m_queue.after(duration, [this] { withdraw(); });
 }
 
 } // namespace velmo

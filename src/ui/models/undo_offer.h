@@ -30,8 +30,6 @@ public:
 
     /// Brings back what was deleted last; nothing when nothing is offered any more.
     Q_INVOKABLE void undo();
-    /// The person does not want anything back.
-    Q_INVOKABLE void dismiss();
     /// Lets the offer stand while the person has the pointer or the keyboard on it; from the end of that, it stands
     /// its full time again.
     Q_INVOKABLE void hold(bool held);
@@ -46,6 +44,7 @@ private:
     };
 
     void startTimer(std::chrono::milliseconds duration);
+    void withdraw();
 
     MainQueue &m_queue;
     MainQueue::Timer m_timer; ///< Runs exactly while something is offered.
