@@ -83,16 +83,4 @@ TEST_F(OnboardingViewTest, GoesFromNothingToDone) {
     EXPECT_EQ(completions, 1);
 }
 
-TEST_F(OnboardingViewTest, WaitsForDoneWhenNothingWasMissing) {
-    desktop.listener.setupFnKey();
-    view.start();
-    desktop.queue.advance(10s);
-    EXPECT_EQ(steps().join(u' '), u"done done done"_s);
-    EXPECT_EQ(completions, 0);
-    view.done();
-    EXPECT_EQ(completions, 1);
-    view.stop();
-    EXPECT_EQ(desktop.queue.pendingTimers(), 0U);
-}
-
 } // namespace velmo

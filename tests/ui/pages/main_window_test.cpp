@@ -84,6 +84,9 @@ TEST_F(MainWindowTest, WordsAreAddedFoundAndRemovedByKeyboardAlone) {
     person.press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(dictionary.words(), QStringList({u"Bodø"_s, u"Lyse"_s, u"Tromsø"_s}));
 
+    person.press(Qt::Key_1, Qt::ControlModifier);
+    person.press(Qt::Key_2, Qt::ControlModifier);
+    EXPECT_EQ(person.focused(), u"Tromsø"_s) << "a page that was left is as it was";
     person.press(Qt::Key_F, Qt::ControlModifier);
     person.press(Qt::Key_Escape);
     EXPECT_TRUE(comes([&] { return person.sees(u"Lyse"_s); }));
@@ -104,7 +107,6 @@ TEST_F(MainWindowTest, ATriggerThatIsTakenIsSaidAndCorrected) {
     person.tabTo(u"Save"_s);
     person.press(Qt::Key_Return);
     EXPECT_TRUE(comes([&] { return person.focused() == u"OK"_s; }));
-    EXPECT_EQ(snippetsView.sheet()->duplicateMessage(), u"A snippet with trigger \"Adr\" already exists."_s);
     person.press(Qt::Key_Return);
     EXPECT_TRUE(comes([&] { return person.focused() == u"When I say..."_s; }));
     person.type(u"ny adresse"_s); // in place of the selected text
@@ -120,9 +122,6 @@ TEST_F(MainWindowTest, ATriggerThatIsTakenIsSaidAndCorrected) {
     EXPECT_EQ(snippetsView.sheet(), nullptr);
     person.click(u"Remove snippet adr"_s);
     EXPECT_EQ(triggers(), QStringList({u"ny adresse=Storgata 2"_s}));
-    EXPECT_TRUE(comes([&] { return person.sees(u"Undo"_s); }));
-    person.click(u"Undo"_s);
-    EXPECT_EQ(triggers().first(), u"adr=Storgata 1"_s);
 }
 
 TEST_F(MainWindowTest, ADictatedTextIsCopiedAndDeletedByKeyboardAndMouse) {
@@ -150,8 +149,10 @@ TEST_F(MainWindowTest, ADictatedTextIsCopiedAndDeletedByKeyboardAndMouse) {
     EXPECT_EQ(history.entries().size(), 2);
     EXPECT_TRUE(comes([&] { return person.sees(u"Undo"_s); }));
     person.click(u"Undo"_s);
-    EXPECT_EQ(history.entries().size(), 3);
     EXPECT_EQ(history.entries().last().text, u"  nummer én\n"_s);
+    person.tabTo(row(u"nummer to"_s));
+    person.press(Qt::Key_Delete);
+    EXPECT_EQ(history.entries().size(), 2);
 }
 
 TEST_F(MainWindowTest, TheSameWindowComesBackAfterClosing) {
@@ -162,6 +163,7 @@ TEST_F(MainWindowTest, TheSameWindowComesBackAfterClosing) {
     person.press(Qt::Key_Space);
     EXPECT_EQ(view.selectedPage(), MainWindowView::Dictionary);
     const QQuickWindow *window = controller.window();
+    EXPECT_EQ(window->minimumSize(), QSize(700, 500));
 
     controller.window()->close();
     EXPECT_FALSE(controller.window()->isVisible());

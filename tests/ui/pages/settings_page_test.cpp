@@ -48,6 +48,7 @@ TEST_F(SettingsPageTest, ChangesLanguagesByKeyboardAlone) {
 
 TEST_F(SettingsPageTest, CapturesAKeyThatIsPressed) {
     desktop.listener.setupFnKey();
+    EXPECT_FALSE(person.sees(u"Open Settings"_s)) << "nothing is missing";
     person.tabTo(u"Change…"_s);
     person.press(Qt::Key_Return);
     EXPECT_TRUE(person.sees(u"Press a key…"_s));

@@ -1,4 +1,5 @@
 #include "dictation/session/dictation_stage.h"
+#include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/controls/interface_setup.h"
 #include "ui/floating/floating_view.h"
@@ -70,10 +71,11 @@ protected:
 
 TEST_F(OverlayTest, CarriesAWholeDictationByMouse) {
     EXPECT_EQ(inputSizes(), u"72x24"_s);
+    stage.workspace.name = u"éditeur"_s;
     click(handle());
     EXPECT_EQ(stage.manager.state(), State::recording);
     EXPECT_EQ(inputSizes(), u"360x44"_s);
-    EXPECT_EQ(bar->initial(), u"W"_s); // of "Writer"
+    EXPECT_EQ(bar->initial(), u"É"_s);
 
     stage.queue.advance(1s);
     ASSERT_TRUE(clickLeadsTo(State::transcribing, barAt(kStop)));

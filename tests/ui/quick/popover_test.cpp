@@ -1,4 +1,5 @@
 #include "dictation/session/dictation_stage.h"
+#include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/menu_bar_view.h"
@@ -52,6 +53,14 @@ protected:
         const QQuickItem *item = popover.view()->activeFocusItem();
         return item && QString::fromLatin1(item->metaObject()->className()).startsWith(u"RecentRow");
     }
+    [[nodiscard]] bool isLive() { return testing::accessibleNames(*popover.view()).contains(u"LIVE"_s); }
+    [[nodiscard]] QColor stateColor() {
+        for (const QQuickItem *item : popover.view()->rootObject()->findChildren<QQuickItem *>()) {
+            if (const QVariant color = item->property("stateColor"); color.isValid())
+                return color.value<QColor>();
+        }
+        return {};
+    }
     [[nodiscard]] QStringList texts() const {
         QStringList texts;
         for (const Entry &entry : stage.history.entries())
@@ -72,19 +81,24 @@ protected:
 };
 
 TEST_F(PopoverTest, TellsTheStateAndHowToGoOn) {
+    QAccessible::setActive(true);
     open();
     const auto status = [this] {
         QString text = content->title() + u" / "_s + content->subtitle();
         return text.replace(QChar::Nbsp, u' ');
     };
     EXPECT_EQ(status(), u"Ready / Hold Right Control or double-tap Right Control"_s);
+    EXPECT_FALSE(isLive());
     stage.listener.fnDown(stage.queue.uptime());
     stage.queue.advance(1s);
     EXPECT_EQ(status(), u"Listening... / Release Right Control to stop"_s);
+    EXPECT_TRUE(isLive());
+    EXPECT_GT(stateColor().red(), stateColor().blue());
     EXPECT_FALSE(desktop.keyboardIsOut) << "the text goes where the keyboard was";
     stage.listener.fnUp(stage.queue.uptime());
     stage.queue.runPosted();
     EXPECT_EQ(status(), u"Transcribing... / Processing your speech"_s);
+    EXPECT_GT(stateColor().blue(), stateColor().red());
     popover.toggle({});
     open();
     EXPECT_FALSE(desktop.keyboardIsOut);
@@ -116,8 +130,12 @@ TEST_F(PopoverTest, FollowsThePermissionWithinTwoSeconds) {
     EXPECT_FALSE(content->isSetupRequired());
     EXPECT_TRUE(content->subtitle().startsWith(u"Hold"_s));
     stage.permission.trusted = false;
+    stage.listener.stopListening();
     stage.queue.advance(2s);
     EXPECT_TRUE(content->isSetupRequired());
+    stage.manager.startRecording();
+    stage.queue.runPosted();
+    EXPECT_EQ(content->subtitle(), u"Ctrl+Shift+A to stop"_s);
 }
 
 TEST_F(PopoverTest, CopiesAndDeletesByKeyboard) {
