@@ -1,10 +1,7 @@
 #include "localservice/account_service.h"
 
-#include "localservice/account/account_endpoints.h"
-#include "localservice/account/authorize_endpoints.h"
-#include "localservice/sync/dictionary_endpoints.h"
-#include "localservice/sync/snippet_endpoints.h"
-#include "localservice/sync/statistics_endpoints.h"
+#include "localservice/account/endpoints.h"
+#include "localservice/sync/endpoints.h"
 
 namespace velmo::localservice {
 

@@ -1,4 +1,4 @@
-#include "localservice/account/authorize_endpoints.h"
+#include "localservice/account/endpoints.h"
 
 #include "base/json.h"
 #include "localservice/account/person.h"

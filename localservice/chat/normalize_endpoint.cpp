@@ -1,4 +1,4 @@
-#include "localservice/chat/normalize_endpoint.h"
+#include "localservice/chat/endpoints.h"
 
 #include "localservice/chat/rewrite_endpoint.h"
 

@@ -1,4 +1,4 @@
-#include "localservice/speech/health_endpoint.h"
+#include "localservice/speech/endpoints.h"
 
 using namespace Qt::StringLiterals;
 

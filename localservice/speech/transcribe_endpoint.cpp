@@ -1,4 +1,4 @@
-#include "localservice/speech/transcribe_endpoint.h"
+#include "localservice/speech/endpoints.h"
 
 #include <array>
 

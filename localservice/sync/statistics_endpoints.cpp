@@ -1,4 +1,4 @@
-#include "localservice/sync/statistics_endpoints.h"
+#include "localservice/sync/endpoints.h"
 
 #include "localservice/account/session_endpoint.h"
 #include "localservice/http/json_request.h"

@@ -1,15 +1,7 @@
 #include "text/local_pipeline.h"
 
 #include "base/characters.h"
-#include "text/passes/capitals.h"
-#include "text/passes/fillers.h"
-#include "text/passes/line_breaks.h"
-#include "text/passes/norwegian_words.h"
-#include "text/passes/repeated_words.h"
-#include "text/passes/spacing.h"
-#include "text/passes/spoken_emoji.h"
-#include "text/passes/spoken_punctuation.h"
-#include "text/passes/transcript.h"
+#include "text/passes/passes.h"
 #include "text/vocabulary/apply_dictionary.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,4 @@
-#include "text/passes/capitals.h"
+#include "text/passes/passes.h"
 
 #include "base/case_mapping.h"
 #include "base/characters.h"

@@ -1,4 +1,4 @@
-#include "text/passes/fillers.h"
+#include "text/passes/passes.h"
 
 #include "base/characters.h"
 #include "text/passes/phrase.h"

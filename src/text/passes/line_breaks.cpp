@@ -1,6 +1,7 @@
 #include "text/passes/line_breaks.h"
 
 #include "base/characters.h"
+#include "text/passes/passes.h"
 
 #include <algorithm>
 

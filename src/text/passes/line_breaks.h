@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/passes/cleanup_context.h"
+#include <QString>
 
 /// Line breaks that were spoken ("new line") survive; those of the transcript are white space like any other.
 /// To tell them apart, the transcript's become line feeds before spoken ones are written as U+2028 (line) and
@@ -17,12 +17,5 @@ inline constexpr QChar kParagraphBreak = u'\u2029';
 /// The expression with its white space (`\s`) kept from spoken breaks, so that a pass which squeezes or
 /// crosses white space leaves them alone.
 [[nodiscard]] QString withinLine(QStringView expression);
-
-/// U+2028 and U+2029 of the transcript become line feeds.
-[[nodiscard]] QString foldTranscriptBreaks(const QString &text, const CleanupContext &context);
-
-/// Trims the text and writes its spoken breaks: one line feed for a line, two for a paragraph, never more
-/// than two in a row.
-[[nodiscard]] QString writeSpokenBreaks(const QString &text, const CleanupContext &context);
 
 } // namespace velmo

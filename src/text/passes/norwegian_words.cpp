@@ -2,6 +2,7 @@
 
 #include "base/case_mapping.h"
 #include "base/characters.h"
+#include "text/passes/passes.h"
 #include "text/passes/phrase.h"
 #include "text/tables/language_sets.h"
 #include "text/tables/nynorsk_words.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "text/passes/cleanup_context.h"
+#include <QString>
 
 namespace velmo {
 
@@ -12,9 +12,6 @@ namespace velmo {
 /// line or after a mark: "no, det er bra" → "nå, det er bra". Only for people whose primary language is
 /// Bokmål.
 [[nodiscard]] QString fixNorwegianWords(const QString &text, const QString &primaryLanguage);
-
-/// `fixNorwegianWords` where Norwegian may have been spoken and the text looks it.
-[[nodiscard]] QString fixNorwegian(const QString &text, const CleanupContext &context);
 
 /// Whether the primary language is Bokmål.
 [[nodiscard]] bool isBokmal(const QString &primaryLanguage);

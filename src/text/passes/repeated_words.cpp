@@ -1,4 +1,4 @@
-#include "text/passes/repeated_words.h"
+#include "text/passes/passes.h"
 
 #include "base/pattern.h"
 #include "text/passes/line_breaks.h"

@@ -1,4 +1,4 @@
-#include "text/passes/spoken_punctuation.h"
+#include "text/passes/passes.h"
 
 #include "text/passes/line_breaks.h"
 #include "text/passes/phrase.h"

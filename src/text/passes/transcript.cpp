@@ -1,4 +1,4 @@
-#include "text/passes/transcript.h"
+#include "text/passes/passes.h"
 
 #include "base/characters.h"
 #include "text/passes/hallucination_filter.h"

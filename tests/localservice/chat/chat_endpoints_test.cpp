@@ -1,5 +1,4 @@
-#include "localservice/chat/normalize_endpoint.h"
-#include "localservice/chat/process_endpoint.h"
+#include "localservice/chat/endpoints.h"
 
 #include "base/json.h"
 #include "localservice/http/running_server.h"

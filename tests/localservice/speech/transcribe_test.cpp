@@ -1,7 +1,6 @@
-#include "localservice/speech/transcribe_endpoint.h"
+#include "localservice/speech/endpoints.h"
 
 #include "localservice/http/running_server.h"
-#include "localservice/speech/health_endpoint.h"
 #include "localservice/speech/pocketsphinx_engine.h"
 #include "localservice/speech/spoken.h"
 #include "localservice/speech/upload_form.h"

@@ -9,4 +9,9 @@ namespace velmo::localservice {
 /// still loading. The pool must outlive the endpoint.
 [[nodiscard]] Endpoint healthEndpoint(const EnginePool &engines);
 
+/// POST /api/transcribe: a recording, in the exact form Velmo uploads it, becomes {"text",
+/// "detectedLanguage"}. A request of another form is answered with 400 and the piece at fault. The pool must
+/// outlive the endpoint.
+[[nodiscard]] Endpoint transcribeEndpoint(EnginePool &engines);
+
 } // namespace velmo::localservice

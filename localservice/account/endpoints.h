@@ -4,6 +4,14 @@
 
 namespace velmo::localservice {
 
+/// POST /api/auth/apple: {"identityToken", "fullName"?: {"givenName"?, "familyName"?}} becomes {"token", "user"}: a
+/// session of the account that the token stands for. 401 when the token is unknown, used already or too old. The
+/// accounts must outlive the endpoint.
+[[nodiscard]] Endpoint tokenExchangeEndpoint(Accounts &accounts);
+
+/// POST /api/auth/me: {"user"}, who is signed in. The database must outlive the endpoint.
+[[nodiscard]] Endpoint accountEndpoint(AccountDatabase &database);
+
 // The sign-in page: it plays the identity provider for this machine, over loopback alone. Whoever can open it can sign in
 // as anybody, as a person who sits at this machine can anyway. The accounts must outlive the endpoints.
 
