@@ -13,6 +13,10 @@ public:
     MemoryPreferences() = default;
     explicit MemoryPreferences(std::map<QString, PreferenceValue> values) : m_values(std::move(values)) {}
 
+    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
+    read(const QString &key) const override {
+        return value(key);
+    }
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
     [[nodiscard]] std::map<QString, PreferenceValue> all() const override;
     bool change(const QString &key, const Change &change) override;

@@ -69,13 +69,19 @@ SqlitePreferences::~SqlitePreferences() {
     m_reader.reset();
 }
 
+Result<std::optional<PreferenceValue>, PreferencesFailure> SqlitePreferences::read(const QString &key) const {
+    return readTable([&](const PreferenceTable &table) { return table.value(key); }, Fallback::None)
+        .map_error([](SqliteCode code) { return PreferencesFailure{describe(code)}; });
+}
+
 std::optional<PreferenceValue> SqlitePreferences::value(const QString &key) const {
-    return read<std::optional<PreferenceValue>>(
-        [&](const PreferenceTable &table) { return table.value(key); });
+    return readTable([&](const PreferenceTable &table) { return table.value(key); }, Fallback::FileAlone)
+        .value_or(std::nullopt);
 }
 
 std::map<QString, PreferenceValue> SqlitePreferences::all() const {
-    return read<std::map<QString, PreferenceValue>>([](const PreferenceTable &table) { return table.all(); });
+    return readTable([](const PreferenceTable &table) { return table.all(); }, Fallback::FileAlone)
+        .value_or(std::map<QString, PreferenceValue>());
 }
 
 bool SqlitePreferences::change(const QString &key, const Change &change) {
@@ -95,25 +101,32 @@ bool SqlitePreferences::change(const QString &key, const Change &change) {
     return code == SQLITE_OK;
 }
 
-template <class Answer, class Query>
-Answer SqlitePreferences::read(const Query &query) const {
+void SqlitePreferences::ensureFile() {
+    const std::lock_guard lock(m_writeMutex);
+    if (const SqliteCode code = repairing([&] { return openWriter(); }); code != SQLITE_OK)
+        log(LogTag::Prefs, u"Could not make the preferences' file: "_s + describe(code));
+}
+
+/// Answers what the query does; nothing where there is no file.
+template <class Query>
+std::invoke_result_t<Query, const PreferenceTable &> SqlitePreferences::readTable(const Query &query,
+                                                                                  Fallback fallback) const {
     const std::lock_guard lock(m_readMutex);
-    Answer answer;
+    std::invoke_result_t<Query, const PreferenceTable &> answer;
     const SqliteCode code = repairing([&] {
-        SqliteCode code = openReader();
+        SqliteCode code = openReader(fallback);
         if (code != SQLITE_OK || !m_reader)
             return code;
-        auto found = query(*m_reader);
-        if (found)
-            answer = std::move(*found);
-        else
-            code = found.error();
+        answer = query(*m_reader);
+        code = answer ? SQLITE_OK : answer.error();
         // An immutable connection would never see a change, so it serves once.
         if (code != SQLITE_OK || m_reader->connection().access() == Access::Immutable)
             m_reader.reset();
         return code;
     });
     reportReading(code);
+    if (code != SQLITE_OK)
+        answer = failed(code);
     return answer;
 }
 
@@ -126,12 +139,12 @@ SqliteCode SqlitePreferences::repairing(const Attempt &attempt) const {
     return code;
 }
 
-SqliteCode SqlitePreferences::openReader() const {
+SqliteCode SqlitePreferences::openReader(Fallback fallback) const {
     if (m_reader && !m_reader->connection().fileHasMoved())
         return SQLITE_OK;
     m_reader.reset();
     auto table = openTable(m_file, Access::ReadWrite, m_patience);
-    if (!table && lacksIndex(table.error()))
+    if (!table && fallback == Fallback::FileAlone && lacksIndex(table.error()))
         table = openTable(m_file, Access::Immutable, m_patience);
     if (!table)
         return table.error();

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <mutex>
+#include <type_traits>
 
 namespace velmo {
 
@@ -28,6 +29,9 @@ public:
     explicit SqlitePreferences(const QString &path, std::chrono::milliseconds patience = kPatience);
     ~SqlitePreferences() override;
 
+    /// As `Preferences::read`. Fails too where the file can be read without its log alone, which may hold newer values.
+    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
+    read(const QString &key) const override;
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override;
     [[nodiscard]] std::map<QString, PreferenceValue> all() const override;
 
@@ -35,14 +39,20 @@ public:
     /// turn out damaged in the middle.
     bool change(const QString &key, const Change &change) override;
 
+    void ensureFile() override;
+
 private:
     using Table = std::unique_ptr<PreferenceTable>;
 
-    template <class Answer, class Query>
-    [[nodiscard]] Answer read(const Query &query) const;
+    /// What serves where the file cannot be read together with its log.
+    enum class Fallback { None, FileAlone };
+
+    template <class Query>
+    [[nodiscard]] std::invoke_result_t<Query, const PreferenceTable &> readTable(const Query &query,
+                                                                                 Fallback fallback) const;
     template <class Attempt>
     [[nodiscard]] SqliteCode repairing(const Attempt &attempt) const;
-    [[nodiscard]] SqliteCode openReader() const;
+    [[nodiscard]] SqliteCode openReader(Fallback fallback) const;
     [[nodiscard]] SqliteCode openWriter();
     void reportReading(SqliteCode code) const;
 

@@ -21,6 +21,10 @@ namespace {
 /// A domain whose disk can fill up.
 class FillingPreferences final : public Preferences {
 public:
+    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
+    read(const QString &key) const override {
+        return m_stored.read(key);
+    }
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override {
         return m_stored.value(key);
     }

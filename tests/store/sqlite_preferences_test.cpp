@@ -137,8 +137,10 @@ TEST_F(SqlitePreferencesTest, BeginsTheFileAtTheFirstChangeForItsOwnerAlone) {
     const mode_t before = ::umask(0);
     {
         SqlitePreferences preferences(file());
-        EXPECT_EQ(preferences.string(kKey), std::nullopt);
+        EXPECT_EQ(preferences.read(kKey), std::nullopt);
         EXPECT_FALSE(QFile::exists(file()));
+        preferences.ensureFile();
+        EXPECT_TRUE(QFile::exists(file()));
         preferences.set(kKey, u"x"_s);
         EXPECT_EQ(preferences.string(kKey), u"x"_s);
         EXPECT_EQ(modeOf(QFileInfo(file()).path()), 0700U);

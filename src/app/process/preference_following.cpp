@@ -3,7 +3,6 @@
 #include "base/log.h"
 #include "platform/folder_watch.h"
 #include "store/history_store.h"
-#include "store/preference_keys.h"
 #include "store/preference_watch.h"
 
 #include <QFileInfo>
@@ -16,8 +15,7 @@ void followOtherProcesses(const SharedPreferences &shared) {
     PreferenceWatch &watch = shared.watch;
     HistoryStore &history = shared.history;
     watch.follow(HistoryStore::storageKey, &history, [&history] { history.refresh(); });
-    // A change that changes nothing makes the file, and the folder to watch, where there is none.
-    shared.preferences.change(keys::deviceId, [](const auto &stored) { return stored; });
+    shared.preferences.ensureFile(); // and the folder to watch
     const QFileInfo file(shared.path);
     if (!shared.folder.watch(file.path(), file.fileName(), [&watch] { watch.noteWrite(); }))
         log(LogTag::Prefs, u"Changes of other processes cannot be noticed"_s);

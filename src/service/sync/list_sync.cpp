@@ -162,16 +162,11 @@ void ListSync::pushList() {
                     });
 }
 
-/// The list for a push; nothing when the preferences cannot be read. A plain read would take that for an empty list,
-/// and the service would delete everything.
-std::optional<QString> ListSync::storedList() {
-    QString list;
-    const bool isRead =
-        m_preferences.change(m_list->key(), [&](const std::optional<PreferenceValue> &stored) {
-            list = textOf(stored);
-            return stored;
-        });
-    return isRead ? std::optional(list) : std::nullopt;
+/// The list for a push; nothing when the preferences cannot be read. Taken for an empty list, that would make the
+/// service delete everything.
+std::optional<QString> ListSync::storedList() const {
+    const auto stored = m_preferences.read(m_list->key());
+    return stored ? std::optional(textOf(*stored)) : std::nullopt;
 }
 
 void ListSync::logCount(const QString &line, qsizetype count) {

@@ -67,7 +67,7 @@ private:
     void mergeList(const Pull &pull, const QJsonObject &reply);
     void pushMerged(const QString &token, const QString &stored);
     void pushList();
-    [[nodiscard]] std::optional<QString> storedList();
+    [[nodiscard]] std::optional<QString> storedList() const;
     void logCount(const QString &line, qsizetype count);
 
     std::unique_ptr<SyncedList> m_list;

@@ -28,9 +28,15 @@ QString sync_(const QString &line) {
     return u"🔄 [Sync] "_s + line;
 }
 
-/// A preference domain whose changes can be made to fail, as a full disk does.
+/// A preference domain that can be made to fail, as a broken disk does.
 class FailingPreferences final : public Preferences {
 public:
+    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
+    read(const QString &key) const override {
+        if (fails)
+            return failed(PreferencesFailure{u"disk I/O error"_s});
+        return m_values.read(key);
+    }
     [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override {
         return fails ? std::nullopt : m_values.value(key);
     }
