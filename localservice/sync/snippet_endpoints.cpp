@@ -4,6 +4,7 @@
 #include "localservice/http/json_request.h"
 #include "localservice/sync/known_keys.h"
 #include "localservice/sync/sync_limits.h"
+#include "store/snippet_form.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,24 +14,16 @@ namespace {
 
 constexpr QLatin1StringView kList("snippets");
 
-struct Snippet {
-    QString id;
-    QString trigger;
-    QString expansion;
-
-    [[nodiscard]] QString key() const { return trigger.toLower(); }
-};
-
 struct Member {
-    const char *name;
-    QString Snippet::*field;
+    QLatin1StringView name;
+    QString SnippetEntry::*field;
     qsizetype longest;
 };
 
 constexpr Member kMembers[] = {
-    {"id", &Snippet::id, kLongestTrigger},
-    {"trigger", &Snippet::trigger, kLongestTrigger},
-    {"expansion", &Snippet::expansion, kLongestExpansion},
+    {snippet_members::id, &SnippetEntry::id, kLongestTrigger},
+    {snippet_members::trigger, &SnippetEntry::trigger, kLongestTrigger},
+    {snippet_members::expansion, &SnippetEntry::expansion, kLongestExpansion},
 };
 
 Result<QJsonObject, Refusal> pull(SqlRun &sql, const Session &session, const Request &) {
@@ -41,20 +34,19 @@ Result<QJsonObject, Refusal> pull(SqlRun &sql, const Session &session, const Req
             QJsonObject snippet;
             int column = 0;
             for (const Member &member : kMembers)
-                snippet.insert(QLatin1StringView(member.name), textIn(row, column++));
+                snippet.insert(member.name, textIn(row, column++));
             snippets.append(snippet);
         },
         "SELECT id, trigger, expansion FROM snippet WHERE account = ?1 ORDER BY trigger", session.account);
     return QJsonObject{{kList, snippets}};
 }
 
-Result<Snippet, Refusal> snippetAt(const QJsonArray &array, qsizetype index) {
+Result<SnippetEntry, Refusal> snippetAt(const QJsonArray &array, qsizetype index) {
     const QJsonObject object = array.at(index).toObject();
-    Snippet snippet;
+    SnippetEntry snippet;
     for (const Member &member : kMembers) {
-        const QLatin1StringView memberName(member.name);
-        const QString name = u"snippets[%1].%2"_s.arg(QString::number(index), memberName);
-        const auto text = textWithin(object.value(memberName), name, member.longest);
+        const QString name = u"snippets[%1].%2"_s.arg(QString::number(index), member.name);
+        const auto text = textWithin(object.value(member.name), name, member.longest);
         if (!text)
             return failed(text.error());
         snippet.*member.field = *text;
@@ -62,11 +54,11 @@ Result<Snippet, Refusal> snippetAt(const QJsonArray &array, qsizetype index) {
     return snippet;
 }
 
-Result<QList<Snippet>, Refusal> pushedSnippets(const Request &request) {
+Result<QList<SnippetEntry>, Refusal> pushedSnippets(const Request &request) {
     const auto array = arrayMember(request, kList);
     if (!array)
         return failed(array.error());
-    QList<Snippet> snippets;
+    QList<SnippetEntry> snippets;
     for (qsizetype index = 0; index < array->size(); ++index) {
         const auto snippet = snippetAt(*array, index);
         if (!snippet)
@@ -76,24 +68,24 @@ Result<QList<Snippet>, Refusal> pushedSnippets(const Request &request) {
     return snippets;
 }
 
-void store(SqlRun &sql, const Session &session, const QList<Snippet> &snippets) {
+void store(SqlRun &sql, const Session &session, const QList<SnippetEntry> &snippets) {
     const QByteArray account = utf8(session.account);
-    sql.runForEach(
-        snippets,
-        "INSERT OR REPLACE INTO snippet (account, key, id, trigger, expansion)"
-        " VALUES (?1, ?2, ?3, ?4, ?5)",
-        [&account](SqliteStatement::Use &use, const Snippet &snippet) {
-            int parameter = 0;
-            use.bindText(++parameter, account);
-            for (const QString &text : {snippet.key(), snippet.id, snippet.trigger, snippet.expansion})
-                use.bindText(++parameter, utf8(text));
-        });
+    sql.runForEach(snippets,
+                   "INSERT OR REPLACE INTO snippet (account, key, id, trigger, expansion)"
+                   " VALUES (?1, ?2, ?3, ?4, ?5)",
+                   [&account](SqliteStatement::Use &use, const SnippetEntry &snippet) {
+                       int parameter = 0;
+                       use.bindText(++parameter, account);
+                       for (const QString &text :
+                            {snippetKey(snippet.trigger), snippet.id, snippet.trigger, snippet.expansion})
+                           use.bindText(++parameter, utf8(text));
+                   });
 }
 
-void merge(SqlRun &sql, const Session &session, const QList<Snippet> &snippets) {
+void merge(SqlRun &sql, const Session &session, const QList<SnippetEntry> &snippets) {
     QStringList keys;
-    for (const Snippet &snippet : snippets)
-        keys.append(snippet.key());
+    for (const SnippetEntry &snippet : snippets)
+        keys.append(snippetKey(snippet.trigger));
     takePushed(sql, keys);
     sql.run("DELETE FROM snippet WHERE account = ?1 AND key NOT IN (SELECT key FROM pushed)"
             " AND key IN (SELECT key FROM known WHERE session = ?2 AND list = 'snippets')",

@@ -1,6 +1,5 @@
 #include "store/snippet_list.h"
 
-#include "base/json.h"
 #include "base/uuid.h"
 #include "store/preference_keys.h"
 
@@ -10,13 +9,9 @@ namespace velmo {
 
 namespace {
 
-constexpr QLatin1StringView kId{"id"};
-constexpr QLatin1StringView kTrigger{"trigger"};
-constexpr QLatin1StringView kExpansion{"expansion"};
-
 QList<SnippetEntry> snippetsIn(const std::optional<PreferenceValue> &stored) {
     const auto *text = stored ? std::get_if<QString>(&*stored) : nullptr;
-    return text ? parseSnippets(*text) : QList<SnippetEntry>();
+    return text ? parseSoundSnippets(*text) : QList<SnippetEntry>();
 }
 
 /// Tells the entries of a list that are meant by a snippet read from an earlier one.
@@ -40,33 +35,8 @@ private:
 
 } // namespace
 
-QList<SnippetEntry> parseSnippets(const QString &stored) {
-    const auto objects = json::arrayOfObjects(stored.toUtf8());
-    if (!objects)
-        return {};
-    QList<SnippetEntry> snippets;
-    for (const QJsonValueConstRef element : *objects) {
-        const QJsonObject object = element.toObject();
-        auto id = json::string(object, kId);
-        auto trigger = json::string(object, kTrigger);
-        auto expansion = json::string(object, kExpansion);
-        if (!id || !trigger || !expansion)
-            return {};
-        snippets.append({std::move(*id), std::move(*trigger), std::move(*expansion)});
-    }
-    return snippets;
-}
-
-QString serialiseSnippets(const QList<SnippetEntry> &snippets) {
-    QJsonArray objects;
-    for (const SnippetEntry &snippet : snippets)
-        objects.append(
-            QJsonObject{{kId, snippet.id}, {kTrigger, snippet.trigger}, {kExpansion, snippet.expansion}});
-    return QString::fromUtf8(json::compact(objects));
-}
-
 QList<SnippetEntry> snippets(const Preferences &preferences) {
-    return parseSnippets(preferences.string(keys::snippets).value_or(QString()));
+    return parseSoundSnippets(preferences.string(keys::snippets).value_or(QString()));
 }
 
 void addSnippet(Preferences &preferences, const QString &trigger, const QString &expansion) {

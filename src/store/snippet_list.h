@@ -1,21 +1,12 @@
 #pragma once
 
 #include "store/preferences.h"
-#include "store/snippet_entries.h"
-
-#include <QList>
+#include "store/snippet_form.h"
 
 /// The list of snippets as a person keeps it.
 namespace velmo {
 
-/// The snippets of a list in its stored form, in list order. A text that is no array of objects with a string "id",
-/// "trigger" and "expansion" each holds none.
-[[nodiscard]] QList<SnippetEntry> parseSnippets(const QString &stored);
-
-/// The stored form of a list.
-[[nodiscard]] QString serialiseSnippets(const QList<SnippetEntry> &snippets);
-
-/// The stored list.
+/// The stored list; none when a record of it is at fault.
 [[nodiscard]] QList<SnippetEntry> snippets(const Preferences &preferences);
 
 /// Puts a snippet with a fresh identifier at the end of the stored list.

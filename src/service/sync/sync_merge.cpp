@@ -1,9 +1,9 @@
 #include "service/sync/sync_merge.h"
 
-#include "base/case_mapping.h"
 #include "base/characters.h"
 #include "base/json.h"
 #include "base/uuid.h"
+#include "store/snippet_form.h"
 
 #include <QHash>
 #include <algorithm>
@@ -12,47 +12,42 @@ namespace velmo {
 
 namespace {
 
-constexpr QLatin1StringView kId{"id"};
-constexpr QLatin1StringView kTrigger{"trigger"};
-constexpr QLatin1StringView kExpansion{"expansion"};
-
-struct Snippet {
-    QString trigger;
-    QString expansion;
-};
-
-/// One snippet for each trigger in lower case.
+/// One snippet for each key.
 class SnippetMap {
 public:
-    void addLocal(const QJsonObject &object) {
-        const auto trigger = json::string(object, kTrigger);
+    void addLocal(const QJsonObject &record) {
+        const auto trigger = json::string(record, snippet_members::trigger);
         if (trigger)
-            m_snippets.insert(lowerCased(*trigger),
-                              {*trigger, json::string(object, kExpansion).value_or(QString())});
+            m_snippets.insert(
+                snippetKey(*trigger),
+                {{}, *trigger, json::string(record, snippet_members::expansion).value_or(QString())});
     }
 
-    void addFromServer(const QJsonObject &object, const QSet<QString> &removedMeanwhile) {
-        const auto trigger = json::string(object, kTrigger);
-        const auto expansion = json::string(object, kExpansion);
+    void addFromServer(const QJsonObject &record, const QSet<QString> &removedMeanwhile) {
+        const auto trigger = json::string(record, snippet_members::trigger);
+        const auto expansion = json::string(record, snippet_members::expansion);
         if (!trigger || !expansion)
             return;
-        const QString key = lowerCased(*trigger);
+        const QString key = snippetKey(*trigger);
         if (!m_snippets.contains(key) && !removedMeanwhile.contains(key))
-            m_snippets.insert(key, {*trigger, *expansion});
+            m_snippets.insert(key, {{}, *trigger, *expansion});
     }
 
-    [[nodiscard]] QList<Snippet> inOrder() const {
+    /// In the order of their triggers, each with a fresh identifier.
+    [[nodiscard]] QList<SnippetEntry> inOrder() const {
         QStringList triggers;
-        for (const Snippet &snippet : m_snippets)
+        for (const SnippetEntry &snippet : m_snippets)
             triggers.append(snippet.trigger);
-        QList<Snippet> snippets;
-        for (const QString &trigger : velmo::inOrder(triggers))
-            snippets.append(m_snippets.value(lowerCased(trigger)));
+        QList<SnippetEntry> snippets;
+        for (const QString &trigger : velmo::inOrder(triggers)) {
+            snippets.append(m_snippets.value(snippetKey(trigger)));
+            snippets.last().id = newUpperUuid();
+        }
         return snippets;
     }
 
 private:
-    QHash<QString, Snippet> m_snippets;
+    QHash<QString, SnippetEntry> m_snippets;
 };
 
 } // namespace
@@ -75,9 +70,8 @@ QJsonArray mergeSnippets(const QJsonArray &local, const QJsonArray &server,
     for (const QJsonValueConstRef element : server)
         map.addFromServer(element.toObject(), removedMeanwhile);
     QJsonArray merged;
-    for (const Snippet &snippet : map.inOrder())
-        merged.append(
-            QJsonObject{{kId, newUpperUuid()}, {kTrigger, snippet.trigger}, {kExpansion, snippet.expansion}});
+    for (const SnippetEntry &snippet : map.inOrder())
+        merged.append(toJson(snippet));
     return merged;
 }
 

@@ -18,11 +18,11 @@ struct DictionaryMerge {
                                               const QSet<QString> &deleted,
                                               const QSet<QString> &removedMeanwhile);
 
-/// The snippets of either side, one for each trigger whatever its case: the last of this machine, else the first of
+/// The snippets of either side, one for each `snippetKey`: the last of this machine, else the first of
 /// the account. Not those of the account whose trigger was removed on this machine while they were on their way.
 /// @param local objects; one without a string "trigger" is left out, a missing "expansion" is an empty one.
 /// @param server objects; one without both strings is left out.
-/// @param removedMeanwhile triggers in lower case.
+/// @param removedMeanwhile keys.
 /// @return objects of "id" (fresh), "trigger" and "expansion", in ascending order of their triggers.
 [[nodiscard]] QJsonArray mergeSnippets(const QJsonArray &local, const QJsonArray &server,
                                        const QSet<QString> &removedMeanwhile);

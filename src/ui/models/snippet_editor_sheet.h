@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/snippet_entries.h"
+#include "store/snippet_form.h"
 
 #include <QObject>
 #include <QStringList>

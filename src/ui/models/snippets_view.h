@@ -2,7 +2,7 @@
 
 #include "base/lifetime.h"
 #include "store/preference_keys.h"
-#include "store/snippet_entries.h"
+#include "store/snippet_form.h"
 #include "ui/models/list_page.h"
 #include "ui/models/row_model.h"
 #include "ui/models/snippet_editor_sheet.h"

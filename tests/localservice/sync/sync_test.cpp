@@ -88,9 +88,9 @@ TEST(SnippetSync, JudgesADeviceByWhatItKnows) {
     const auto pull = [&service](const std::string &token) {
         return service.send("GET", "/api/sync/snippets", token)->body;
     };
-    const std::string brb = R"({"expansion":"be right back","id":"1","trigger":"Brb"})";
+    const std::string brb = R"({"expansion":"be right back","id":"1","trigger":"Brb ΟΔΟΣ"})";
     const std::string omw = R"({"expansion":"on my\nway 🚗","id":"2","trigger":"omw"})";
-    const std::string other = R"({"expansion":"back soon","id":"3","trigger":"bRB"})";
+    const std::string other = R"({"expansion":"back soon","id":"3","trigger":"bRB οδος"})";
 
     push(first, omw + ',' + brb);
     EXPECT_EQ(pull(first), "{\"snippets\":[" + brb + ',' + omw + "]}");

@@ -76,9 +76,9 @@ TEST(SyncMerge, BringsTheWordsOfBothSidesTogether) {
 
 TEST(SyncMerge, KeepsOneSnippetForATriggerAndPrefersItsOwn) {
     const Row rows[] = {
-        {"the same trigger in another case", uR"([{"id":"1","trigger":"Brb","expansion":"mine"}])"_s,
-         uR"({"snippets":[{"trigger":"brb","expansion":"theirs"},{"trigger":"adr","expansion":"x","y":1}]})"_s,
-         u"Brb=mine adr=x"_s, u"1 local + 2 server → 2 total"_s},
+        {"the same trigger in another case", uR"([{"id":"1","trigger":"Brb ΟΔΟΣ","expansion":"mine"}])"_s,
+         uR"({"snippets":[{"trigger":"brb οδος","expansion":"theirs"},{"trigger":"adr","expansion":"x","y":1}]})"_s,
+         u"Brb ΟΔΟΣ=mine adr=x"_s, u"1 local + 2 server → 2 total"_s},
         {"the last of its own, the first of theirs",
          uR"([{"trigger":"a","expansion":"1"},{"trigger":"A","expansion":"2"},{"trigger":"c"}])"_s,
          uR"({"snippets":[{"trigger":"b","expansion":"3"},{"trigger":"B","expansion":"4"}]})"_s,
