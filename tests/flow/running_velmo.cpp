@@ -1,6 +1,7 @@
 #include "flow/running_velmo.h"
 
-#include <csignal>
+#include "support/child_process.h"
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -66,7 +67,7 @@ void RunningVelmo::command(const QString &name) {
 }
 
 void RunningVelmo::signal(int number) const {
-    ::kill(static_cast<pid_t>(m_process->processId()), number);
+    sendSignal(m_process->processId(), number);
 }
 
 void RunningVelmo::kill() {

@@ -1,4 +1,5 @@
 #include "flow/desk_test.h"
+#include "support/child_process.h"
 #include "support/wave_file.h"
 
 #include <algorithm>

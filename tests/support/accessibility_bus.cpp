@@ -1,5 +1,6 @@
 #include "support/accessibility_bus.h"
 
+#include "support/child_process.h"
 #include "support/wait_until.h"
 
 #include <QDBusArgument>

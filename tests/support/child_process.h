@@ -2,10 +2,17 @@
 
 #include "base/interface.h"
 
+#include <QProcess>
 #include <functional>
 #include <sys/types.h>
 
 namespace velmo::testing {
+
+/// Has a program that is not started yet killed should the test end before it.
+void endWithParent(QProcess &program);
+
+/// kill(2). SIGSTOP is over when this returns: kill(2) itself comes back while the process still runs and answers.
+void sendSignal(qint64 process, int number);
 
 /// A process beside the test. Make it before the test starts threads of its own.
 class ChildProcess : private Unmovable {

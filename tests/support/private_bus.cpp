@@ -1,13 +1,12 @@
 #include "support/private_bus.h"
 
+#include "support/child_process.h"
 #include "support/wait_until.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QFile>
-#include <csignal>
 #include <stdexcept>
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -24,10 +23,6 @@ QByteArray configuration(const QString &folder) {
 }
 
 } // namespace
-
-void endWithParent(QProcess &process) {
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
-}
 
 PrivateBus::PrivateBus() : m_addressBefore(qgetenv(kVariable)) {
     const QString path = m_folder.filePath(u"bus.conf"_s);

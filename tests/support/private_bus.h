@@ -7,9 +7,6 @@
 
 namespace velmo::testing {
 
-/// Has a process that is not started yet killed should the test end before it.
-void endWithParent(QProcess &process);
-
 /// A session bus of a test's own, where nothing is started by itself. While it lives it is the process's session bus.
 class PrivateBus : private Unmovable {
 public:

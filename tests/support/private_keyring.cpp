@@ -1,5 +1,7 @@
 #include "support/private_keyring.h"
 
+#include "support/child_process.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -39,7 +41,7 @@ void PrivateKeyring::lock() {
 }
 
 void PrivateKeyring::stop() {
-    ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP);
+    sendSignal(m_daemon.processId(), SIGSTOP);
 }
 
 QString PrivateKeyring::secretTool(const QStringList &arguments) {

@@ -1,11 +1,10 @@
 #include "support/pulse_server.h"
 
+#include "support/child_process.h"
 #include "support/wait_until.h"
 
 #include <QFile>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,7 +17,7 @@ constexpr int kProcessLimit = 60000; // milliseconds
 const QString kSound = u"sound"_s; // as the server calls it
 
 void startInBackground(QProcess &process, const QString &program, const QStringList &arguments) {
-    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    endWithParent(process);
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(program, arguments);
@@ -95,7 +94,7 @@ void PulseServer::play() {
 }
 
 void PulseServer::signal(int number) {
-    ::kill(static_cast<pid_t>(m_server.processId()), number);
+    sendSignal(m_server.processId(), number);
 }
 
 QByteArray PulseServer::pactl(const QStringList &arguments) {

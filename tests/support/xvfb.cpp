@@ -1,8 +1,8 @@
 #include "support/xvfb.h"
 
-#include <csignal>
+#include "support/child_process.h"
+
 #include <gtest/gtest.h>
-#include <sys/prctl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +31,7 @@ QProcessEnvironment environmentFor(const QString &display) {
 
 DisplayProgram::DisplayProgram(const QString &display, const QString &program, const QStringList &arguments) {
     m_process.setProcessEnvironment(environmentFor(display));
-    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    endWithParent(m_process);
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(program, arguments);
     if (!m_process.waitForStarted(kProcessLimit))
@@ -55,7 +55,7 @@ QByteArray DisplayProgram::outputUntilEnd() {
 }
 
 void DisplayProgram::signal(int number) const {
-    ::kill(static_cast<pid_t>(m_process.processId()), number);
+    sendSignal(m_process.processId(), number);
 }
 
 Xvfb::Xvfb(const QStringList &moreArguments) : m_server({}, u"Xvfb"_s, kServerArguments + moreArguments) {

@@ -1,7 +1,6 @@
 #include "app/command_line/velmo_program.h"
 
-#include <csignal>
-#include <sys/prctl.h>
+#include "support/child_process.h"
 
 using namespace Qt::StringLiterals;
 
@@ -50,7 +49,7 @@ Run VelmoProgram::run(const QStringList &arguments, const QByteArray &input) con
 std::unique_ptr<QProcess> VelmoProgram::start(const QStringList &arguments) const {
     auto process = std::make_unique<QProcess>();
     process->setProcessEnvironment(m_environment);
-    process->setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    endWithParent(*process);
     process->start(QStringLiteral(VELMO_PROGRAM), arguments);
     return process;
 }

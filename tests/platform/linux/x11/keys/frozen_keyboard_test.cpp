@@ -37,10 +37,7 @@ protected:
             << "the keyboard is frozen";
     }
 
-    void stopProgram() {
-        program->signal(SIGSTOP);
-        ASSERT_TRUE(waitUntil([this] { return stateOf(program->process().processId()).contains(") T "); }));
-    }
+    void stopProgram() { program->signal(SIGSTOP); }
     void continueProgram() { program->signal(SIGCONT); }
 
     /// Waits for the program to say it, after what it has said before.
