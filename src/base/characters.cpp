@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 #include <unicode/ubrk.h>
+#include <unicode/uchar.h>
 #include <unicode/ustring.h>
 #include <unicode/utext.h>
 #include <vector>
@@ -36,13 +37,6 @@ bool hasOnlySingleUnits(QStringView text) {
 
 bool isBlank(QChar character) {
     return character == u'\t' || character.category() == QChar::Separator_Space;
-}
-
-bool isWhiteSpace(QChar character) {
-    const char16_t unit = character.unicode();
-    const auto category = character.category();
-    return isBlank(character) || (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 ||
-           category == QChar::Separator_Line || category == QChar::Separator_Paragraph;
 }
 
 template <class Predicate>
@@ -92,8 +86,23 @@ QStringView firstCharacters(QStringView text, qsizetype count) {
     return text.first(end);
 }
 
+bool isWhiteSpace(char32_t codePoint) {
+    return u_isUWhiteSpace(static_cast<UChar32>(codePoint));
+}
+
+bool isAlphabetic(char32_t codePoint) {
+    return u_isUAlphabetic(static_cast<UChar32>(codePoint));
+}
+
+bool isLetterOrNumber(QStringView character) {
+    const bool isPair = character.front().isHighSurrogate() && character.size() > 1;
+    const char32_t codePoint =
+        isPair ? QChar::surrogateToUcs4(character[0], character[1]) : character.front().unicode();
+    return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & (U_GC_L_MASK | U_GC_N_MASK)) != 0;
+}
+
 QStringView trimmed(QStringView text) {
-    return trimmedOf(text, isWhiteSpace);
+    return trimmedOf(text, [](QChar unit) { return isWhiteSpace(unit.unicode()); });
 }
 
 QStringView trimmedOfBlanks(QStringView text) {

@@ -19,8 +19,17 @@ namespace velmo {
 /// The first `count` characters, or the whole text when it has fewer. Costs no more than the part it returns.
 [[nodiscard]] QStringView firstCharacters(QStringView text, qsizetype count);
 
-/// Without white space and line breaks at both ends: the Unicode separators (Z*), tab, U+000A to U+000D and
-/// U+0085.
+/// Unicode's White_Space: the separators (Z*), tab, U+000A to U+000D and U+0085.
+[[nodiscard]] bool isWhiteSpace(char32_t codePoint);
+
+/// Unicode's Alphabetic: letters, and marks and numbers that are written like letters ("Ⅻ").
+[[nodiscard]] bool isAlphabetic(char32_t codePoint);
+
+/// Whether a character begins with a letter or a number (general categories L* and N*). What joins on to it, an accent
+/// or the key around a digit, does not change what it is.
+[[nodiscard]] bool isLetterOrNumber(QStringView character);
+
+/// Without white space at both ends.
 [[nodiscard]] QStringView trimmed(QStringView text);
 
 /// Without horizontal white space at both ends: the Unicode space separators (Zs) and tab; line breaks stay.

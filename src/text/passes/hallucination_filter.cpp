@@ -9,7 +9,6 @@
 #include <QStringList>
 #include <algorithm>
 #include <array>
-#include <unicode/uchar.h>
 
 using namespace Qt::StringLiterals;
 
@@ -64,12 +63,12 @@ QString withSpacesFor(const QString &text, bool (*isGap)(char32_t)) {
 
 /// Punctuation other than the comma is part of a word of the prompt.
 bool separatesPromptWords(char32_t codePoint) {
-    return codePoint == U',' || u_isUWhiteSpace(static_cast<UChar32>(codePoint));
+    return codePoint == U',' || isWhiteSpace(codePoint);
 }
 
 bool separatesTextWords(char32_t codePoint) {
     const bool isDigit = codePoint >= U'0' && codePoint <= U'9';
-    return !isDigit && !u_isUAlphabetic(static_cast<UChar32>(codePoint));
+    return !isDigit && !isAlphabetic(codePoint);
 }
 
 /// Composed first, so that the accent of a letter written as two code points does not cut its word.

@@ -6,7 +6,6 @@
 #include "text/vocabulary/vocabulary.h"
 
 #include <algorithm>
-#include <unicode/uchar.h>
 
 using namespace Qt::StringLiterals;
 
@@ -14,12 +13,12 @@ namespace velmo {
 
 namespace {
 
-bool isWhiteSpace(QChar unit) {
-    return u_isUWhiteSpace(unit.unicode());
+bool isGap(QChar unit) {
+    return isWhiteSpace(unit.unicode());
 }
 
-bool isNoWhiteSpace(QChar unit) {
-    return !isWhiteSpace(unit);
+bool isNoGap(QChar unit) {
+    return !isGap(unit);
 }
 
 /// The units at the beginning that fit, taken off the text.
@@ -28,14 +27,6 @@ QStringView takeWhile(QStringView &text, bool (*fits)(QChar unit)) {
     const QStringView taken = text.first(end - text.begin());
     text = text.sliced(taken.size());
     return taken;
-}
-
-/// What joins on to a letter or a number (an accent, the key around a digit) does not change what it is.
-bool isLetterOrNumber(QStringView character) {
-    const bool isPair = character.front().isHighSurrogate() && character.size() > 1;
-    const char32_t codePoint =
-        isPair ? QChar::surrogateToUcs4(character[0], character[1]) : character.front().unicode();
-    return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & (U_GC_L_MASK | U_GC_N_MASK)) != 0;
 }
 
 QStringView withoutTrailingMarks(QStringView token) {
@@ -66,10 +57,10 @@ QString applyDictionary(const QString &text, const Vocabulary &vocabulary) {
         return text;
     QString result;
     QStringView rest = text;
-    takeWhile(rest, isWhiteSpace);
+    takeWhile(rest, isGap);
     while (!rest.isEmpty()) {
-        result += corrected(takeWhile(rest, isNoWhiteSpace), vocabulary);
-        result += takeWhile(rest, isWhiteSpace);
+        result += corrected(takeWhile(rest, isNoGap), vocabulary);
+        result += takeWhile(rest, isGap);
     }
     return result.isEmpty() ? text : result;
 }
