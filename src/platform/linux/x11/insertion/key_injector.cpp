@@ -1,7 +1,6 @@
 #include "platform/linux/x11/insertion/key_injector.h"
 
-#include "platform/linux/x11/server/key_lookup.h"
-#include "platform/linux/x11/server/xkb.h"
+#include "platform/linux/x11/server/keyboard_extension.h"
 
 #include <algorithm>
 #include <array>
@@ -12,17 +11,12 @@ namespace velmo::x11 {
 
 namespace {
 
-// Key symbols, as in X.Org's keysymdef.h.
-constexpr xcb_keysym_t kControl = 0xffe3; // the left one
-constexpr xcb_keysym_t kShift = 0xffe1;   // the left one
-constexpr xcb_keysym_t kInsert = 0xff63;
-
 // In the order of pressing.
-constexpr std::array<xcb_keysym_t, 2> kControlV = {kControl, 'v'};
-constexpr std::array<xcb_keysym_t, 3> kControlShiftV = {kControl, kShift, 'v'};
-constexpr std::array<xcb_keysym_t, 2> kShiftInsert = {kShift, kInsert};
+constexpr std::array<xkb_keysym_t, 2> kControlV = {XKB_KEY_Control_L, XKB_KEY_v};
+constexpr std::array<xkb_keysym_t, 3> kControlShiftV = {XKB_KEY_Control_L, XKB_KEY_Shift_L, XKB_KEY_v};
+constexpr std::array<xkb_keysym_t, 2> kShiftInsert = {XKB_KEY_Shift_L, XKB_KEY_Insert};
 
-std::span<const xcb_keysym_t> symbolsOf(PasteShortcut shortcut) {
+std::span<const xkb_keysym_t> symbolsOf(PasteShortcut shortcut) {
     switch (shortcut) {
     case PasteShortcut::ControlV:
         return kControlV;
@@ -49,7 +43,7 @@ X11KeyInjector::X11KeyInjector(MainQueue &queue, Connection &connection, Loop &l
     : m_queue(queue),
       m_connection(connection),
       m_loop(loop),
-      m_canInject(mayInject && connection.has(xcb_test_id) && connection.has(xcb_xkb_id)) {}
+      m_canInject(mayInject && connection.has(xcb_test_id) && hasKeyboardExtension(connection)) {}
 
 void X11KeyInjector::press(PasteShortcut shortcut, std::function<void(bool)> done) {
     m_loop.post([this, shortcut, done = onMain(m_queue, std::move(done))] {
@@ -58,11 +52,14 @@ void X11KeyInjector::press(PasteShortcut shortcut, std::function<void(bool)> don
 }
 
 bool X11KeyInjector::pressNow(PasteShortcut shortcut) {
-    Keys keys = keysGiving(symbolsOf(shortcut), m_connection);
+    const auto keyboard = readKeyboard(m_connection);
+    if (!keyboard)
+        return false;
+    auto keys = keyboard->codesGiving(symbolsOf(shortcut));
     if (keys.empty())
         // A keyboard without the letter V, such as a Greek one alone; most programs also paste on these keys.
-        keys = keysGiving(kShiftInsert, m_connection);
-    return !keys.empty() && send(keys);
+        keys = keyboard->codesGiving(kShiftInsert);
+    return !keys.empty() && send({keys.begin(), keys.end()});
 }
 
 X11KeyInjector::Keys X11KeyInjector::heldModifiers() const {

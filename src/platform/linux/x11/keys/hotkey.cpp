@@ -1,7 +1,7 @@
 #include "platform/linux/x11/keys/hotkey.h"
 
 #include "base/log.h"
-#include "platform/linux/x11/server/xkb.h"
+#include "platform/linux/x11/server/keyboard_extension.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,16 +26,6 @@ uint16_t coreMask(KeyFlags flags) {
     return mask;
 }
 
-/// A held key shall repeat its press alone, not as a series of presses and releases.
-void askForPlainRepeats(Connection &connection) {
-    xcb_connection_t *xcb = connection.xcb();
-    const Owned<xcb_xkb_use_extension_reply_t> used(xcb_xkb_use_extension_reply(
-        xcb, xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr));
-    constexpr uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    const Owned<xcb_xkb_per_client_flags_reply_t> set(xcb_xkb_per_client_flags_reply(
-        xcb, xcb_xkb_per_client_flags(xcb, XCB_XKB_ID_USE_CORE_KBD, flag, flag, 0, 0, 0), nullptr));
-}
-
 /// One registered hot key. Everything happens in the watch's thread.
 class HotkeyGrab final : private DesktopWatch::Observer {
 public:
@@ -56,22 +46,13 @@ public:
 
     /// @return 0, or why the key cannot be had in every state of the locks.
     [[nodiscard]] GlobalHotkey::Status take() {
-        const auto code = m_watch.keyboard().codeWriting(m_hotkey.letter);
-        if (!code)
+        m_grabs = wantedGrabs();
+        if (m_grabs.empty())
             return kNoSuchKey;
-        std::vector<xcb_void_cookie_t> grabs;
-        for (const uint16_t locks : m_watch.keyboard().lockStates())
-            grabs.push_back(xcb_grab_key_checked(m_connection->xcb(), /*owner_events=*/0,
-                                                 m_connection->root(),
-                                                 static_cast<uint16_t>(coreMask(m_hotkey.modifiers) | locks),
-                                                 *code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
-        GlobalHotkey::Status status = 0;
-        for (const auto grab : grabs) {
-            const Owned<xcb_generic_error_t> error(xcb_request_check(m_connection->xcb(), grab));
-            if (error)
-                status = error->error_code;
-        }
-        return xcb_connection_has_error(m_connection->xcb()) ? kNoSuchKey : status;
+        const GlobalHotkey::Status status = grab();
+        if (status != 0)
+            m_grabs.clear();
+        return status;
     }
 
     std::function<void(GlobalHotkey::Status status)> onLost;
@@ -79,7 +60,46 @@ public:
 private:
     [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(m_connection->xcb()); }
 
+    /// A key with the modifiers that are held or locked, as a core mask.
+    struct Grab {
+        xcb_keycode_t code;
+        uint16_t modifiers;
+
+        bool operator==(const Grab &other) const = default;
+    };
+
+    /// One for every state of the locks; none when no key writes the letter.
+    [[nodiscard]] std::vector<Grab> wantedGrabs() const {
+        const auto code = m_watch.keyboard().codeWriting(m_hotkey.letter);
+        std::vector<Grab> grabs;
+        if (code) {
+            for (const uint16_t locks : m_watch.keyboard().lockStates())
+                grabs.push_back({static_cast<xcb_keycode_t>(*code),
+                                 static_cast<uint16_t>(coreMask(m_hotkey.modifiers) | locks)});
+        }
+        return grabs;
+    }
+
+    /// @return 0, or the error of one of the grabs.
+    [[nodiscard]] GlobalHotkey::Status grab() const {
+        xcb_connection_t *xcb = m_connection->xcb();
+        std::vector<xcb_void_cookie_t> requests;
+        for (const Grab &grab : m_grabs)
+            requests.push_back(xcb_grab_key_checked(xcb, /*owner_events=*/0, m_connection->root(),
+                                                    grab.modifiers, grab.code, XCB_GRAB_MODE_ASYNC,
+                                                    XCB_GRAB_MODE_ASYNC));
+        GlobalHotkey::Status status = 0;
+        for (const auto request : requests) {
+            const Owned<xcb_generic_error_t> error(xcb_request_check(xcb, request));
+            if (error)
+                status = error->error_code;
+        }
+        return xcb_connection_has_error(xcb) ? kNoSuchKey : status;
+    }
+
     void keyboardChanged() override {
+        if (wantedGrabs() == m_grabs)
+            return;
         xcb_ungrab_key(m_connection->xcb(), XCB_GRAB_ANY, m_connection->root(), XCB_MOD_MASK_ANY);
         if (const auto status = take(); status != 0)
             onLost(status);
@@ -106,6 +126,7 @@ private:
     std::unique_ptr<Connection> m_connection;
     Hotkey m_hotkey;
     std::function<void()> m_pressed;
+    std::vector<Grab> m_grabs; ///< Those that are in force.
     bool m_isDown = false;
     xcb_timestamp_t m_pressedAt = 0;
 };

@@ -1,14 +1,14 @@
 #include "platform/linux/x11/keys/keyboard_keys.h"
 
-#include <limits>
-
 namespace velmo::x11 {
 
 std::optional<PhysicalKey> Keys::keyAt(quint32 scanCode) const {
-    std::optional<PhysicalKey> key;
-    if (m_watch && scanCode <= std::numeric_limits<xcb_keycode_t>::max())
-        m_watch->run([&] { key = m_watch->keyboard().keyAt(static_cast<xcb_keycode_t>(scanCode)); });
-    return key;
+    PhysicalKey key;
+    if (m_watch)
+        m_watch->run([&] {
+            key = {m_watch->keyboard().nameOf(scanCode), m_watch->keyboard().symbolOf(scanCode)};
+        });
+    return key.name.isEmpty() ? std::nullopt : std::optional(key);
 }
 
 } // namespace velmo::x11

@@ -41,7 +41,7 @@ bool TriggerTap::begin(const QString &triggerKey, Handler handler) {
     if (!code || m_state)
         return false;
     m_key = triggerKey;
-    m_code = *code;
+    m_code = static_cast<xcb_keycode_t>(*code);
     m_state.emplace(std::move(handler));
     m_watch->add(this);
     takeKey();
@@ -90,7 +90,7 @@ KeyFlags TriggerTap::othersHeld() const {
     KeyFlags flags;
     for (std::size_t code = 0; code < held.size(); ++code) {
         if (held[code])
-            flags |= m_watch->keyboard().flagsOf(static_cast<xcb_keycode_t>(code));
+            flags |= m_watch->keyboard().flagsOf(static_cast<xkb_keycode_t>(code));
     }
     return flags;
 }
@@ -110,7 +110,7 @@ void TriggerTap::devicesChanged() {
 }
 
 void TriggerTap::keyboardChanged() {
-    const xcb_keycode_t code = m_watch->keyboard().codeOf(m_key).value_or(0);
+    const auto code = static_cast<xcb_keycode_t>(m_watch->keyboard().codeOf(m_key).value_or(0));
     if (code == m_code)
         return;
     m_state->released(uptime());

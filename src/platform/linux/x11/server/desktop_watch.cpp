@@ -1,6 +1,6 @@
 #include "platform/linux/x11/server/desktop_watch.h"
 
-#include "platform/linux/x11/server/xkb.h"
+#include "platform/linux/x11/server/keyboard_extension.h"
 
 #include <algorithm>
 #include <xcb/xfixes.h>
@@ -8,22 +8,6 @@
 namespace velmo::x11 {
 
 namespace {
-
-/// Begins to listen for other layouts and other names of keys.
-/// @return the kind of the events; 0, which is none, without the extension.
-int selectKeyboardChanges(Connection &connection) {
-    xcb_connection_t *xcb = connection.xcb();
-    const auto *extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
-    if (!extension || !extension->present)
-        return 0;
-    const Owned<xcb_xkb_use_extension_reply_t> used(xcb_xkb_use_extension_reply(
-        xcb, xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION), nullptr));
-    constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
-                                XCB_XKB_EVENT_TYPE_NAMES_NOTIFY;
-    constexpr uint16_t parts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
-    xcb_xkb_select_events(xcb, XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts, nullptr);
-    return extension->first_event;
-}
 
 /// A compositor owns this selection (Extended Window Manager Hints). The number is that of the screen; servers have had
 /// one alone since monitors can form one desktop.
@@ -73,7 +57,7 @@ DesktopWatch::DesktopWatch(std::unique_ptr<Connection> connection, const ServerC
       m_loop(*m_connection) {
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection->xcb(), m_connection->root(), XCB_CW_EVENT_MASK, &events);
-    m_keyboard = KeyboardMap::read(*m_connection);
+    m_keyboard = readKeyboard(*m_connection).value_or(xkb::Keyboard());
     followSettings();
     m_loop.addHandler([this](const xcb_generic_event_t &event) { handle(event); });
     m_loop.start();
@@ -169,14 +153,12 @@ void DesktopWatch::managerChanged(xcb_atom_t selection) {
 /// One change of layout is several events, and keys that a program injects are two changes, forth and back.
 void DesktopWatch::scheduleKeyboardRead() {
     if (!std::exchange(m_isKeyboardReadScheduled, true))
-        m_loop.post([this] { readKeyboard(); });
+        m_loop.post([this] { keyboardChanged(); });
 }
 
-void DesktopWatch::readKeyboard() {
+void DesktopWatch::keyboardChanged() {
     m_isKeyboardReadScheduled = false;
-    const auto previous = std::exchange(m_keyboard, KeyboardMap::read(*m_connection));
-    if (m_keyboard == previous)
-        return;
+    m_keyboard = readKeyboard(*m_connection).value_or(m_keyboard);
     for (Observer *observer : m_observers)
         observer->keyboardChanged();
 }

@@ -3,9 +3,9 @@
 #include "base/interface.h"
 #include "platform/linux/x11/server/connection.h"
 #include "platform/linux/x11/server/input_devices.h"
-#include "platform/linux/x11/server/keyboard_map.h"
 #include "platform/linux/x11/server/loop.h"
 #include "platform/linux/x11/server/server_clock.h"
+#include "platform/linux/xkb/keyboard.h"
 
 #include <vector>
 
@@ -21,7 +21,7 @@ public:
     class Observer : public Interface {
     public:
         virtual void inputMoved(const RawInput &) {}
-        virtual void keyboardChanged() {} ///< Another layout, or other names of keys.
+        virtual void keyboardChanged() {} ///< Perhaps: another layout, or other names of keys.
         virtual void devicesChanged() {}  ///< Keyboards or mice came or went.
         virtual void rootPropertyChanged(xcb_atom_t) {}
         virtual void compositorChanged() {} ///< It came or went.
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] Loop &loop() { return m_loop; }
     [[nodiscard]] Connection &connection() { return *m_connection; }
     [[nodiscard]] InputDevices &devices() { return m_devices; }
-    [[nodiscard]] const KeyboardMap &keyboard() const { return m_keyboard; }
+    [[nodiscard]] const xkb::Keyboard &keyboard() const { return m_keyboard; }
     [[nodiscard]] std::chrono::nanoseconds timeOf(const RawInput &input) const {
         return m_clock.toUptime(input.at, uptime());
     }
@@ -71,12 +71,12 @@ private:
     void followSettings();
     [[nodiscard]] xcb_window_t ownerOf(const char *selection);
     void scheduleKeyboardRead();
-    void readKeyboard();
+    void keyboardChanged();
 
     std::unique_ptr<Connection> m_connection;
     ServerClock m_clock;
     InputDevices m_devices;
-    KeyboardMap m_keyboard;
+    xkb::Keyboard m_keyboard;
     std::vector<Observer *> m_observers;
     int m_xkbEvent;     ///< The kind of all events of the XKB extension.
     int m_managerEvent; ///< The kind of event that tells of another compositor or manager of settings.
