@@ -1,44 +1,22 @@
 #include "platform/linux/x11/desktop/active_application.h"
 
+#include "platform/linux/x11/server/properties.h"
+
 #include <unistd.h>
 
 namespace velmo::x11 {
 
 namespace {
 
-/// Longest property read, in units of four bytes: names are short, titles are cut.
-constexpr uint32_t kLongest = 256;
+QString textOf(Connection &connection, xcb_window_t window, const char *property) {
+    return QString::fromUtf8(
+        bytesOf(connection, window, connection.atom(property), connection.atom("UTF8_STRING")));
+}
 
-class PropertyReader {
-public:
-    PropertyReader(Connection &connection, xcb_window_t window)
-        : m_connection(connection), m_window(window) {}
-
-    [[nodiscard]] QByteArray bytes(xcb_atom_t property, xcb_atom_t type) const {
-        const auto cookie =
-            xcb_get_property(m_connection.xcb(), /*delete=*/0, m_window, property, type, 0, kLongest);
-        const Owned<xcb_get_property_reply_t> reply(
-            xcb_get_property_reply(m_connection.xcb(), cookie, nullptr));
-        if (!reply || reply->type != type)
-            return {};
-        return {static_cast<const char *>(xcb_get_property_value(reply.get())),
-                xcb_get_property_value_length(reply.get())};
-    }
-    [[nodiscard]] QString text(const char *property) const {
-        return QString::fromUtf8(bytes(m_connection.atom(property), m_connection.atom("UTF8_STRING")));
-    }
-    [[nodiscard]] uint32_t number(const char *property, xcb_atom_t type) const {
-        const QByteArray value = bytes(m_connection.atom(property), type);
-        uint32_t number = 0;
-        if (value.size() >= static_cast<qsizetype>(sizeof number))
-            memcpy(&number, value.constData(), sizeof number);
-        return number;
-    }
-
-private:
-    Connection &m_connection;
-    xcb_window_t m_window;
-};
+uint32_t numberOf(Connection &connection, xcb_window_t window, const char *property, xcb_atom_t type) {
+    const auto numbers = numbersOf(connection, window, connection.atom(property), type);
+    return numbers.empty() ? 0 : numbers.front();
+}
 
 } // namespace
 
@@ -70,7 +48,7 @@ void ActiveApplication::rootPropertyChanged(xcb_atom_t property) {
 void ActiveApplication::readActiveWindow() {
     Connection &connection = m_watch->connection();
     const xcb_window_t window =
-        PropertyReader(connection, connection.root()).number("_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
+        numberOf(connection, connection.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW);
     if (window == XCB_WINDOW_NONE && hasOwnWindowKeyboard())
         return;
     if (std::exchange(m_window, window) == window)
@@ -95,16 +73,16 @@ bool ActiveApplication::hasOwnWindowKeyboard() {
 }
 
 WindowIdentity ActiveApplication::identify(xcb_window_t window) {
-    const PropertyReader read(m_watch->connection(), window);
+    Connection &connection = m_watch->connection();
+    const WindowClass windowClass = windowClassOf(connection, window);
     WindowIdentity identity;
-    identity.desktopId = read.text("_KDE_NET_WM_DESKTOP_FILE");
+    identity.desktopId = textOf(connection, window, "_KDE_NET_WM_DESKTOP_FILE");
     if (identity.desktopId.isEmpty())
-        identity.desktopId = read.text("_GTK_APPLICATION_ID");
-    const auto windowClass = read.bytes(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).split('\0');
-    identity.instance = QString::fromLatin1(windowClass.value(0));
-    identity.className = QString::fromLatin1(windowClass.value(1));
-    identity.title = read.text("_NET_WM_NAME");
-    identity.process = read.number("_NET_WM_PID", XCB_ATOM_CARDINAL);
+        identity.desktopId = textOf(connection, window, "_GTK_APPLICATION_ID");
+    identity.instance = windowClass.instance;
+    identity.className = windowClass.name;
+    identity.title = textOf(connection, window, "_NET_WM_NAME");
+    identity.process = numberOf(connection, window, "_NET_WM_PID", XCB_ATOM_CARDINAL);
     return identity;
 }
 

@@ -24,8 +24,9 @@ std::optional<QRect> frameOf(Connection &connection, xcb_window_t window) {
 QList<QRect> dockFrames(Connection &connection) {
     const uint32_t dock = connection.atom("_NET_WM_WINDOW_TYPE_DOCK");
     QList<QRect> frames;
-    for (const xcb_window_t window : numbers(connection, connection.root(), "_NET_CLIENT_LIST")) {
-        const auto types = numbers(connection, window, "_NET_WM_WINDOW_TYPE");
+    for (const xcb_window_t window :
+         numbersOf(connection, connection.root(), connection.atom("_NET_CLIENT_LIST"))) {
+        const auto types = numbersOf(connection, window, connection.atom("_NET_WM_WINDOW_TYPE"));
         if (std::find(types.begin(), types.end(), dock) == types.end())
             continue;
         if (const auto frame = frameOf(connection, window))

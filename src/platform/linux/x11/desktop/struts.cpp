@@ -26,9 +26,9 @@ QSize desktopSize(Connection &connection) {
 
 /// The older property knows bands along the whole edge alone.
 Strut strutOf(Connection &connection, xcb_window_t window, QSize desktop) {
-    auto values = numbers(connection, window, "_NET_WM_STRUT_PARTIAL");
+    auto values = numbersOf(connection, window, connection.atom("_NET_WM_STRUT_PARTIAL"));
     if (values.size() != std::tuple_size_v<Strut>)
-        values = numbers(connection, window, "_NET_WM_STRUT");
+        values = numbersOf(connection, window, connection.atom("_NET_WM_STRUT"));
     const int lowest = desktop.height() - 1;
     const int rightmost = desktop.width() - 1;
     Strut strut = {0, 0, 0, 0, 0, lowest, 0, lowest, 0, rightmost, 0, rightmost};
@@ -83,7 +83,8 @@ bool isOnThisScreen(QRect rest, QRect screen) {
 QRect freeOf(Connection &connection, QRect screen) {
     const QSize desktop = desktopSize(connection);
     QRect free = screen;
-    for (const xcb_window_t window : numbers(connection, connection.root(), "_NET_CLIENT_LIST")) {
+    for (const xcb_window_t window :
+         numbersOf(connection, connection.root(), connection.atom("_NET_CLIENT_LIST"))) {
         const Strut strut = strutOf(connection, window, desktop);
         for (const Edge edge : kEdges) {
             const QRect band = bandAlong(edge, strut, desktop);

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/insertion/focused_window.h"
 
-#include <QByteArrayList>
+#include "platform/linux/x11/server/properties.h"
 
 namespace velmo::x11 {
 
@@ -43,26 +43,12 @@ xcb_window_t X11FocusedWindow::windowUnderPointer() const {
 /// The focus may be on a part of the window; the class is on the whole.
 QString X11FocusedWindow::classOf(xcb_window_t window) const {
     while (window != XCB_WINDOW_NONE && window != m_connection.root()) {
-        const QString found = ownClassOf(window);
+        const QString found = windowClassOf(m_connection, window).name;
         if (!found.isEmpty())
             return found;
         window = parentOf(window);
     }
     return {};
-}
-
-/// WM_CLASS holds two names, each ended by NUL: of the instance and of the class (ICCCM 4.1.2.5).
-QString X11FocusedWindow::ownClassOf(xcb_window_t window) const {
-    constexpr uint32_t kLongest = 256; // units of four bytes
-    xcb_connection_t *xcb = m_connection.xcb();
-    const auto cookie =
-        xcb_get_property(xcb, /*delete=*/0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kLongest);
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
-    if (!reply)
-        return {};
-    const QByteArray names(static_cast<const char *>(xcb_get_property_value(reply.get())),
-                           xcb_get_property_value_length(reply.get()));
-    return QString::fromLatin1(names.split('\0').value(1));
 }
 
 xcb_window_t X11FocusedWindow::parentOf(xcb_window_t window) const {

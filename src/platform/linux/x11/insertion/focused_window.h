@@ -19,7 +19,6 @@ private:
     [[nodiscard]] xcb_window_t windowWithFocus() const;
     [[nodiscard]] xcb_window_t windowUnderPointer() const;
     [[nodiscard]] QString classOf(xcb_window_t window) const;
-    [[nodiscard]] QString ownClassOf(xcb_window_t window) const;
     [[nodiscard]] xcb_window_t parentOf(xcb_window_t window) const;
 
     MainQueue &m_queue;

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/insertion/selection_answers.h"
 
 #include "platform/linux/x11/insertion/selection_formats.h"
+#include "platform/linux/x11/server/properties.h"
 
 #include <algorithm>
 #include <array>
@@ -50,14 +51,11 @@ std::vector<uint32_t> SelectionAnswers::targetsOf(const SelectionOffer &offer) {
 
 /// MULTIPLE: the property holds pairs of a target and where it goes; those we cannot serve are struck out.
 bool SelectionAnswers::convertEach(Deliveries::Address to, const SelectionOffer &offer) {
-    constexpr uint32_t kMostPairs = 256;
-    const auto cookie = xcb_get_property(m_connection.xcb(), /*delete=*/0, to.window, to.property,
-                                         XCB_GET_PROPERTY_TYPE_ANY, 0, 2 * kMostPairs);
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection.xcb(), cookie, nullptr));
-    if (!reply || reply->format != 32)
+    constexpr std::size_t kMostPairs = 256;
+    auto pairs = numbersOf(m_connection, to.window, to.property);
+    if (pairs.empty())
         return false;
-    const auto *first = static_cast<const uint32_t *>(xcb_get_property_value(reply.get()));
-    std::vector<uint32_t> pairs(first, first + reply->value_len / 2 * 2);
+    pairs.resize(std::min(pairs.size() / 2, kMostPairs) * 2);
     const xcb_atom_t multiple = m_connection.atom("MULTIPLE");
     for (std::size_t i = 0; i < pairs.size(); i += 2) {
         const bool converted = pairs[i] != multiple && pairs[i + 1] != XCB_ATOM_NONE &&

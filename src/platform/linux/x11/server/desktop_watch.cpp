@@ -1,6 +1,7 @@
 #include "platform/linux/x11/server/desktop_watch.h"
 
 #include "platform/linux/x11/server/keyboard_extension.h"
+#include "platform/linux/x11/server/properties.h"
 
 #include <algorithm>
 #include <xcb/xfixes.h>
@@ -77,15 +78,9 @@ bool DesktopWatch::hasCompositor() {
 }
 
 QByteArray DesktopWatch::settings() {
-    constexpr uint32_t kLongest = 1U << 16; // units of four bytes
-    xcb_connection_t *xcb = m_connection->xcb();
-    const auto cookie = xcb_get_property(xcb, /*delete=*/0, m_settingsManager, m_connection->atom(kSettings),
-                                         m_connection->atom(kSettings), 0, kLongest);
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb, cookie, nullptr));
-    if (!reply)
-        return {};
-    return {static_cast<const char *>(xcb_get_property_value(reply.get())),
-            xcb_get_property_value_length(reply.get())};
+    constexpr uint32_t kLongest = 1U << 18;
+    const xcb_atom_t settings = m_connection->atom(kSettings);
+    return bytesOf(*m_connection, m_settingsManager, settings, settings, kLongest);
 }
 
 xcb_window_t DesktopWatch::ownerOf(const char *selection) {
