@@ -4,7 +4,7 @@
 #include "platform/linux/x11/server/connection.h"
 #include "platform/linux/x11/server/input_devices.h"
 #include "platform/linux/x11/server/loop.h"
-#include "platform/linux/x11/server/server_clock.h"
+#include "platform/linux/x11/server/server_time.h"
 #include "platform/linux/xkb/keyboard.h"
 
 #include <vector>

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/keys/trigger_state.h"
 
-#include "platform/linux/x11/server/server_clock.h"
+#include "platform/linux/x11/server/server_time.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
@@ -69,9 +69,9 @@ TEST_F(TriggerStateTest, EndsAPressBeforeItSaysThatTheTapIsDisabled) {
 
 struct ClockCase {
     const char *name;
-    ServerClock::Time server; ///< The same moment as `local`.
+    xcb_timestamp_t server; ///< The same moment as `local`.
     std::chrono::milliseconds local;
-    ServerClock::Time event;
+    xcb_timestamp_t event;
     std::chrono::milliseconds now;
     std::chrono::milliseconds expected;
 };
