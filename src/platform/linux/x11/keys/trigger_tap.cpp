@@ -180,7 +180,7 @@ void TriggerTap::closeGrab() {
 bool TriggerTap::startGuard() {
     if (m_guard)
         return true;
-    m_guard = KeyGuard::start(m_places.guardProgram, m_places.display);
+    m_guard = KeyGuardProcess::start(m_places.guardProgram, m_places.display);
     if (m_guard)
         m_watch->loop().addSource(m_guard->descriptor(), [this] { hearGuard(); });
     else
@@ -189,12 +189,12 @@ bool TriggerTap::startGuard() {
 }
 
 void TriggerTap::hearGuard() {
-    for (auto news = m_guard->next(); news != KeyGuard::News::None; news = m_guard->next()) {
-        if (news == KeyGuard::News::Gone) {
+    for (auto news = m_guard->next(); news != KeyGuardProcess::News::None; news = m_guard->next()) {
+        if (news == KeyGuardProcess::News::Gone) {
             guardGone();
             return;
         }
-        if (news == KeyGuard::News::Question) {
+        if (news == KeyGuardProcess::News::Question) {
             answerAllTheServerAsked();
             m_guard->answer();
         } else if (m_grab) {

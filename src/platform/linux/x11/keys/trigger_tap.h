@@ -2,7 +2,7 @@
 
 #include "base/main_queue.h"
 #include "platform/event_tap.h"
-#include "platform/linux/x11/keys/key_guard.h"
+#include "platform/linux/x11/keys/key_guard_process.h"
 #include "platform/linux/x11/keys/trigger_grab.h"
 #include "platform/linux/x11/keys/trigger_state.h"
 #include "platform/linux/x11/server/desktop_watch.h"
@@ -73,7 +73,7 @@ private:
     xcb_keycode_t m_code = 0; ///< 0 when this keyboard has no such key.
     std::optional<TriggerState> m_state;
     Loop::Timer m_poll;
-    std::unique_ptr<KeyGuard> m_guard;
+    std::unique_ptr<KeyGuardProcess> m_guard;
     std::unique_ptr<TriggerGrab> m_grab;
     Standing m_standing = Standing::Unknown;
 };

@@ -11,12 +11,13 @@ namespace velmo::x11 {
 
 /// The helper program that frees the keyboard when this process cannot (key_guard_main.cpp says why and how).
 /// It ends with this object and with this process. Nothing here waits for it.
-class KeyGuard : private Unmovable {
+class KeyGuardProcess : private Unmovable {
 public:
     /// Nothing when the program cannot be started.
-    [[nodiscard]] static std::unique_ptr<KeyGuard> start(const QString &program, const QString &display);
+    [[nodiscard]] static std::unique_ptr<KeyGuardProcess> start(const QString &program,
+                                                                const QString &display);
 
-    ~KeyGuard();
+    ~KeyGuardProcess();
 
     /// Readable when the guard has said something.
     [[nodiscard]] int descriptor() const { return m_socket; }
@@ -38,7 +39,7 @@ public:
     void answer() const { send({keyguard::Kind::Pong}); }
 
 private:
-    KeyGuard(int socket, pid_t process) : m_socket(socket), m_process(process) {}
+    KeyGuardProcess(int socket, pid_t process) : m_socket(socket), m_process(process) {}
     void send(const keyguard::Message &message) const;
 
     int m_socket;

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/keys/key_guard.h"
+#include "platform/linux/x11/keys/key_guard_process.h"
 
 #include <QFile>
 #include <array>
@@ -41,7 +41,7 @@ std::optional<pid_t> spawn(const QString &program, const QString &display, int s
 
 } // namespace
 
-std::unique_ptr<KeyGuard> KeyGuard::start(const QString &program, const QString &display) {
+std::unique_ptr<KeyGuardProcess> KeyGuardProcess::start(const QString &program, const QString &display) {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0)
         return nullptr;
@@ -51,21 +51,21 @@ std::unique_ptr<KeyGuard> KeyGuard::start(const QString &program, const QString 
         close(ends[0]);
         return nullptr;
     }
-    return std::unique_ptr<KeyGuard>(new KeyGuard(ends[0], *process));
+    return std::unique_ptr<KeyGuardProcess>(new KeyGuardProcess(ends[0], *process));
 }
 
-KeyGuard::~KeyGuard() {
+KeyGuardProcess::~KeyGuardProcess() {
     close(m_socket);
     kill(m_process, SIGKILL); // works on a stopped process too, so the wait is short
     while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR)
         ;
 }
 
-void KeyGuard::watch(uint32_t keycode, uint32_t resource) {
+void KeyGuardProcess::watch(uint32_t keycode, uint32_t resource) {
     send(Message{Kind::Watch, keycode, resource});
 }
 
-KeyGuard::News KeyGuard::next() {
+KeyGuardProcess::News KeyGuardProcess::next() {
     for (;;) {
         Message message{};
         const ssize_t size = recv(m_socket, &message, sizeof message, MSG_DONTWAIT);
@@ -80,7 +80,7 @@ KeyGuard::News KeyGuard::next() {
     }
 }
 
-void KeyGuard::send(const Message &message) const {
+void KeyGuardProcess::send(const Message &message) const {
     (void)::send(m_socket, &message, sizeof message, MSG_DONTWAIT | MSG_NOSIGNAL);
 }
 
