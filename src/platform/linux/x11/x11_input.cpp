@@ -22,10 +22,7 @@ namespace velmo {
 namespace {
 
 bool canInject(x11::DesktopWatch *watch) {
-    if (!watch)
-        return false;
-    const auto *extension = xcb_get_extension_data(watch->connection().xcb(), &xcb_test_id);
-    return extension && extension->present;
+    return watch && watch->connection().has(xcb_test_id);
 }
 
 } // namespace

@@ -21,12 +21,6 @@ std::unique_ptr<Connection> connect(const QString &display) {
     return std::move(*connection);
 }
 
-/// Everything asked for has happened when this returns.
-void settle(const Connection &connection) {
-    const Owned<xcb_get_input_focus_reply_t> answer(
-        xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
-}
-
 uint8_t deviceNamed(const Connection &connection, const char *name) {
     const Owned<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
         connection.xcb(), xcb_input_xi_query_device(connection.xcb(), XCB_INPUT_DEVICE_ALL), nullptr));
@@ -71,7 +65,7 @@ void Hands::chord(std::initializer_list<uint8_t> codes) {
 void Hands::click(QPoint at) {
     xcb_warp_pointer(m_connection->xcb(), XCB_NONE, m_connection->root(), 0, 0, 0, 0,
                      static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()));
-    settle(*m_connection);
+    m_connection->waitForServer();
     move(XCB_BUTTON_PRESS, 1, m_mouse);
     move(XCB_BUTTON_RELEASE, 1, m_mouse);
 }
@@ -88,7 +82,7 @@ void Hands::tapTwice(uint8_t code, std::chrono::milliseconds secondHeld) {
 
 void Hands::move(uint8_t kind, uint8_t detail, uint8_t device) {
     send(kind, detail, device);
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 /// @param device 0 for the XTEST devices.
@@ -111,7 +105,7 @@ void Hands::unplugKeyboard() {
     request.change.deviceid = m_keyboard;
     xcb_input_xi_change_hierarchy(m_connection->xcb(), 1,
                                   reinterpret_cast<const xcb_input_hierarchy_change_t *>(&request));
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 void Hands::plugKeyboardIn() {
@@ -124,7 +118,7 @@ void Hands::plugKeyboardIn() {
     request.change.master = masterKeyboard(*m_connection);
     xcb_input_xi_change_hierarchy(m_connection->xcb(), 1,
                                   reinterpret_cast<const xcb_input_hierarchy_change_t *>(&request));
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 OtherApplication::OtherApplication(const QString &display) : m_connection(connect(display)) {
@@ -134,9 +128,9 @@ OtherApplication::OtherApplication(const QString &display) : m_connection(connec
     xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, m_connection->root(), 0, 0, 50, 50, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     xcb_map_window(xcb, window);
-    settle(*m_connection); // without a window manager it is shown by now
+    m_connection->waitForServer(); // without a window manager it is shown by now
     xcb_set_input_focus(xcb, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 QStringList OtherApplication::seen() {
@@ -158,12 +152,12 @@ QStringList OtherApplication::seen() {
 void OtherApplication::grabKey(uint8_t code) {
     xcb_grab_key(m_connection->xcb(), 0, m_connection->root(), XCB_MOD_MASK_ANY, code, XCB_GRAB_MODE_ASYNC,
                  XCB_GRAB_MODE_ASYNC);
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 void OtherApplication::ungrabKey(uint8_t code) {
     xcb_ungrab_key(m_connection->xcb(), code, m_connection->root(), XCB_MOD_MASK_ANY);
-    settle(*m_connection);
+    m_connection->waitForServer();
 }
 
 void OtherApplication::grabKeyboard() {

@@ -48,7 +48,6 @@ public:
 private:
     void move(uint8_t kind, uint8_t detail, uint8_t device);
     void send(uint8_t kind, uint8_t detail, uint8_t device, std::chrono::milliseconds pause = {});
-    void findDevices();
 
     std::unique_ptr<x11::Connection> m_connection;
     uint8_t m_extensionEvent = 0;
@@ -70,8 +69,6 @@ public:
     void grabKeyboard();
 
 private:
-    void take();
-
     std::unique_ptr<x11::Connection> m_connection;
     QStringList m_seen;
 };

@@ -66,10 +66,7 @@ void ActiveApplication::readActiveWindow() {
 /// No window of a window manager's is active while one of ours borrows the keyboard, which it gives back to whom it
 /// belongs.
 bool ActiveApplication::hasOwnWindowKeyboard() {
-    xcb_connection_t *xcb = m_watch->connection().xcb();
-    const Owned<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
-    return reply && identify(reply->focus).process == static_cast<uint32_t>(getpid());
+    return identify(m_watch->connection().windowWithKeyboard()).process == getpid();
 }
 
 WindowIdentity ActiveApplication::identify(xcb_window_t window) {

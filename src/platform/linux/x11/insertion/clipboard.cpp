@@ -1,6 +1,7 @@
 #include "platform/linux/x11/insertion/clipboard.h"
 
 #include "platform/linux/x11/insertion/selection_formats.h"
+#include "platform/linux/x11/server/selections.h"
 
 #include <utility>
 #include <xcb/xfixes.h>
@@ -14,26 +15,13 @@ namespace {
 /// A program that pastes later than this after the keys is beyond help.
 constexpr auto kFormerTime = 30s;
 
-/// Asks to be told of every new owner of the selection. Returns the kind of the events that do.
-int watchOwners(const Connection &connection, xcb_window_t window, xcb_atom_t selection) {
-    xcb_connection_t *xcb = connection.xcb();
-    const auto version = xcb_xfixes_query_version(xcb, 5, 0); // without it the server refuses the rest
-    const Owned<xcb_xfixes_query_version_reply_t> known(
-        xcb_xfixes_query_version_reply(xcb, version, nullptr));
-    xcb_xfixes_select_selection_input(xcb, window, selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    return xcb_get_extension_data(xcb, &xcb_xfixes_id)->first_event + XCB_XFIXES_SELECTION_NOTIFY;
-}
-
 } // namespace
 
 X11Clipboard::X11Clipboard(const Parts &parts, const QByteArray &selection)
     : m_with(parts),
       m_selection(parts.connection.atom(selection)),
       m_window(parts.connection.createWindow(XCB_EVENT_MASK_NO_EVENT)),
-      m_newOwner(watchOwners(parts.connection, m_window, m_selection)),
+      m_newOwner(selectOwnerChanges(m_selection, parts.connection)),
       m_answers(parts.connection, parts.deliveries),
       m_manager(parts.connection, parts.loop, m_window) {}
 
@@ -118,10 +106,7 @@ void X11Clipboard::setOwner(xcb_window_t window, xcb_timestamp_t time) const {
 }
 
 bool X11Clipboard::isOwner() const {
-    const auto cookie = xcb_get_selection_owner(m_with.connection.xcb(), m_selection);
-    const Owned<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_with.connection.xcb(), cookie, nullptr));
-    return reply && reply->owner == m_window;
+    return ownerOf(m_selection, m_with.connection) == m_window;
 }
 
 void X11Clipboard::keepFormer() {

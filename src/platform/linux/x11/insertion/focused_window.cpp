@@ -16,14 +16,8 @@ std::optional<FocusedWindow> X11FocusedWindow::findNow() const {
 }
 
 xcb_window_t X11FocusedWindow::windowWithFocus() const {
-    xcb_connection_t *xcb = m_connection.xcb();
-    const Owned<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
-    if (!reply)
-        return XCB_WINDOW_NONE;
-    if (reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT)
-        return windowUnderPointer();
-    return reply->focus;
+    const xcb_window_t window = m_connection.windowWithKeyboard();
+    return window == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : window;
 }
 
 /// The innermost one; without a window manager keys go there.

@@ -1,5 +1,7 @@
 #include "platform/linux/x11/insertion/manager_request.h"
 
+#include "platform/linux/x11/server/selections.h"
+
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -13,7 +15,7 @@ ManagerRequest::ManagerRequest(Connection &connection, Loop &loop, xcb_window_t 
       m_manager(connection.atom("CLIPBOARD_MANAGER")) {}
 
 void ManagerRequest::send(const std::vector<uint32_t> &targets, xcb_timestamp_t time, Done done) {
-    if (!managerRuns()) {
+    if (ownerOf(m_manager, m_connection) == XCB_WINDOW_NONE) {
         done();
         return;
     }
@@ -25,13 +27,6 @@ void ManagerRequest::send(const std::vector<uint32_t> &targets, xcb_timestamp_t 
                         static_cast<uint32_t>(targets.size()), targets.data());
     xcb_convert_selection(m_connection.xcb(), m_owner, m_manager, m_connection.atom("SAVE_TARGETS"), property,
                           time);
-}
-
-bool ManagerRequest::managerRuns() const {
-    const auto cookie = xcb_get_selection_owner(m_connection.xcb(), m_manager);
-    const Owned<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_connection.xcb(), cookie, nullptr));
-    return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
 void ManagerRequest::handle(const xcb_generic_event_t &event) {

@@ -21,7 +21,6 @@ public:
     void handle(const xcb_generic_event_t &event);
 
 private:
-    [[nodiscard]] bool managerRuns() const;
     void finish();
 
     Connection &m_connection;

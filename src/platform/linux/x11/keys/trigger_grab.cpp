@@ -16,12 +16,6 @@ TriggerGrab::TriggerGrab(std::unique_ptr<Connection> connection)
     catchUp(); // the guard can name the window only once the server knows it
 }
 
-void TriggerGrab::catchUp() {
-    // Events that happened before are sent before the answer.
-    const Owned<xcb_get_input_focus_reply_t> answer(
-        xcb_get_input_focus_reply(m_connection->xcb(), xcb_get_input_focus(m_connection->xcb()), nullptr));
-}
-
 int TriggerGrab::descriptor() const {
     return xcb_get_file_descriptor(m_connection->xcb());
 }

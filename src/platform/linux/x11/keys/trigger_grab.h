@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::optional<Question> next();
 
     /// Waits for the server, which takes in what it has asked by now: ask `next` after it.
-    void catchUp();
+    void catchUp() { m_connection->waitForServer(); }
 
     /// The person sees nothing of it; the server asks again at the next event.
     void swallow(const Question &question) { allow(XCB_ALLOW_SYNC_KEYBOARD, question); }

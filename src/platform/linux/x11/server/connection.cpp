@@ -59,6 +59,12 @@ QByteArray Connection::nameOf(xcb_atom_t atom) {
     return *m_names.insert(atom, name);
 }
 
+xcb_window_t Connection::windowWithKeyboard() const {
+    const Owned<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_xcb, xcb_get_input_focus(m_xcb), nullptr));
+    return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 xcb_window_t Connection::createWindow(uint32_t eventMask) const {
     const xcb_window_t window = xcb_generate_id(m_xcb);
     xcb_create_window(m_xcb, XCB_COPY_FROM_PARENT, window, root(), -1, -1, 1, 1, 0,

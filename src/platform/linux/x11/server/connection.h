@@ -53,6 +53,13 @@ public:
     /// The name of a number; empty when there is none.
     [[nodiscard]] QByteArray nameOf(xcb_atom_t atom);
 
+    /// The window that has the keyboard; none, or XCB_INPUT_FOCUS_POINTER_ROOT for the one under the pointer.
+    [[nodiscard]] xcb_window_t windowWithKeyboard() const;
+
+    /// Waits until the server has done all that was asked of it. It sends events from before that first, so they are
+    /// there to be read.
+    void waitForServer() const { (void)windowWithKeyboard(); }
+
     /// A window that is never shown: an address for events and properties.
     [[nodiscard]] xcb_window_t createWindow(uint32_t eventMask) const;
 

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11/server/keyboard_extension.h"
 #include "platform/linux/x11/server/properties.h"
+#include "platform/linux/x11/server/selections.h"
 
 #include <algorithm>
 #include <xcb/xfixes.h>
@@ -19,20 +20,9 @@ constexpr const char *kSettingsManager = "_XSETTINGS_S0";
 constexpr const char *kSettings = "_XSETTINGS_SETTINGS";
 
 /// Begins to listen for compositors and managers of settings that come and go.
-/// @return the kind of the events; 0, which is none, without the extension.
 int selectManagerChanges(Connection &connection) {
-    xcb_connection_t *xcb = connection.xcb();
-    const auto *extension = xcb_get_extension_data(xcb, &xcb_xfixes_id);
-    if (!extension || !extension->present)
-        return 0;
-    const Owned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
-        xcb, xcb_xfixes_query_version(xcb, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION), nullptr));
-    for (const char *selection : {kCompositor, kSettingsManager})
-        xcb_xfixes_select_selection_input(xcb, connection.root(), connection.atom(selection),
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    return extension->first_event + XCB_XFIXES_SELECTION_NOTIFY;
+    (void)selectOwnerChanges(connection.atom(kCompositor), connection);
+    return selectOwnerChanges(connection.atom(kSettingsManager), connection);
 }
 
 } // namespace
@@ -74,7 +64,7 @@ void DesktopWatch::remove(Observer *observer) {
 }
 
 bool DesktopWatch::hasCompositor() {
-    return ownerOf(kCompositor) != XCB_WINDOW_NONE;
+    return ownerOf(m_connection->atom(kCompositor), *m_connection) != XCB_WINDOW_NONE;
 }
 
 QByteArray DesktopWatch::settings() {
@@ -83,15 +73,8 @@ QByteArray DesktopWatch::settings() {
     return bytesOf(*m_connection, m_settingsManager, settings, settings, kLongest);
 }
 
-xcb_window_t DesktopWatch::ownerOf(const char *selection) {
-    xcb_connection_t *xcb = m_connection->xcb();
-    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
-        xcb, xcb_get_selection_owner(xcb, m_connection->atom(selection)), nullptr));
-    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
-}
-
 void DesktopWatch::followSettings() {
-    m_settingsManager = ownerOf(kSettingsManager);
+    m_settingsManager = ownerOf(m_connection->atom(kSettingsManager), *m_connection);
     if (m_settingsManager == XCB_WINDOW_NONE)
         return;
     const uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -99,9 +82,7 @@ void DesktopWatch::followSettings() {
 }
 
 void DesktopWatch::catchUp() {
-    // Events that happened before are sent before the answer.
-    const Owned<xcb_get_input_focus_reply_t> answer(
-        xcb_get_input_focus_reply(m_connection->xcb(), xcb_get_input_focus(m_connection->xcb()), nullptr));
+    m_connection->waitForServer();
     m_loop.handleEvents();
 }
 

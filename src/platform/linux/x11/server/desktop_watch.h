@@ -69,7 +69,6 @@ private:
     void propertyChanged(xcb_window_t window, xcb_atom_t property);
     void managerChanged(xcb_atom_t selection);
     void followSettings();
-    [[nodiscard]] xcb_window_t ownerOf(const char *selection);
     void scheduleKeyboardRead();
     void keyboardChanged();
 
