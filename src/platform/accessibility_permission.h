@@ -2,8 +2,6 @@
 
 #include "base/interface.h"
 
-#include <QString>
-
 namespace velmo {
 
 /// Whether Velmo may watch and filter the keyboard and type into other applications. On Linux there is no
@@ -12,9 +10,6 @@ class AccessibilityPermission : public Interface {
 public:
     /// Main thread; returns at once, so it can be asked again and again.
     [[nodiscard]] virtual bool isTrusted() const = 0;
-
-    /// Why not, and how to go on, as a sentence for the person; null when trusted.
-    [[nodiscard]] virtual QString reason() const = 0;
 };
 
 } // namespace velmo

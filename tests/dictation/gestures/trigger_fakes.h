@@ -52,9 +52,6 @@ struct FakeGlobalHotkey final : GlobalHotkey {
 struct FakeAccessibilityPermission final : AccessibilityPermission {
     bool trusted = true;
     [[nodiscard]] bool isTrusted() const override { return trusted; }
-    [[nodiscard]] QString reason() const override {
-        return trusted ? QString() : QStringLiteral("Not here.");
-    }
 };
 
 } // namespace velmo::testing

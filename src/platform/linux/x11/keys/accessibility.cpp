@@ -1,7 +1,5 @@
 #include "platform/linux/x11/keys/accessibility.h"
 
-#include <QCoreApplication>
-
 using namespace Qt::StringLiterals;
 
 namespace velmo::x11 {
@@ -19,20 +17,7 @@ bool isWaylandSession(const QProcessEnvironment &environment) {
 
 } // namespace
 
-Accessibility::Accessibility(bool canObserve, bool canInject, const QProcessEnvironment &environment) {
-    if (isWaylandSession(environment))
-        m_reason = QCoreApplication::translate(
-            "Accessibility",
-            "A Wayland session shows keys to the focused window alone. To dictate, bind the command "
-            "\"velmo toggle\" to a key in the desktop's keyboard settings.");
-    else if (!canObserve)
-        m_reason = QCoreApplication::translate(
-            "Accessibility",
-            "There is no X display that reports keys. To dictate, run the command \"velmo toggle\".");
-    else if (!canInject)
-        m_reason = QCoreApplication::translate(
-            "Accessibility",
-            "The X display does not let Velmo type into other applications (no XTEST extension).");
-}
+Accessibility::Accessibility(bool canObserve, bool canInject, const QProcessEnvironment &environment)
+    : m_isTrusted(canObserve && canInject && !isWaylandSession(environment)) {}
 
 } // namespace velmo::x11

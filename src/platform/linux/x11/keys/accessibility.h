@@ -14,11 +14,10 @@ public:
     /// @param canInject whether it lets one program press keys in another (XTEST).
     Accessibility(bool canObserve, bool canInject, const QProcessEnvironment &environment);
 
-    [[nodiscard]] bool isTrusted() const override { return m_reason.isNull(); }
-    [[nodiscard]] QString reason() const override { return m_reason; }
+    [[nodiscard]] bool isTrusted() const override { return m_isTrusted; }
 
 private:
-    QString m_reason;
+    bool m_isTrusted;
 };
 
 } // namespace velmo::x11
