@@ -170,6 +170,10 @@ struct Loss {
     void (*cause)(PulseServer &server);
 };
 
+void PrintTo(const Loss &loss, std::ostream *out) {
+    *out << loss.name;
+}
+
 class PulseMicrophoneLossTest : public PulseMicrophoneTest, public ::testing::WithParamInterface<Loss> {};
 
 TEST_P(PulseMicrophoneLossTest, EndsTheRecordingWithWhatWasHeard) {

@@ -75,6 +75,10 @@ struct ClockCase {
     std::chrono::milliseconds now;
     std::chrono::milliseconds expected;
 };
+void PrintTo(const ClockCase &row, std::ostream *out) {
+    *out << row.name;
+}
+
 class ServerClocks : public ::testing::TestWithParam<ClockCase> {};
 
 TEST_P(ServerClocks, PlaceEventsOnOurs) {

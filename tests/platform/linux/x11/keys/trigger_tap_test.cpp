@@ -217,6 +217,10 @@ struct NoGuard {
     const char *name;
     const char *program;
 };
+void PrintTo(const NoGuard &guard, std::ostream *out) {
+    *out << guard.name;
+}
+
 class TriggerTapWithoutGuard : public TriggerTapTest, public ::testing::WithParamInterface<NoGuard> {};
 
 TEST_P(TriggerTapWithoutGuard, OnlyObserves) {
