@@ -2,7 +2,6 @@
 
 #include "dictation/gestures/hotkey_listener.h"
 #include "dictation/gestures/trigger_fakes.h"
-#include "platform/keyboard_keys.h"
 #include "platform/login_item.h"
 #include "platform/microphone_permission.h"
 #include "platform/microphone_presence.h"
@@ -14,22 +13,9 @@
 #include "ui/models/trigger_key_capture.h"
 #include "ui/models/trigger_key_name.h"
 
-#include <map>
 #include <set>
 
 namespace velmo::testing {
-
-/// Scan codes as an X server gives them: 38 is "a", 105 Right Control, 108 AltGr, 127 Pause.
-struct FakeKeyboardKeys final : KeyboardKeys {
-    std::map<quint32, PhysicalKey> keys = {{38, {QStringLiteral("AC01"), 'a'}},
-                                           {105, {QStringLiteral("RCTL"), 0xffe4}},
-                                           {108, {QStringLiteral("RALT"), 0xfe03}},
-                                           {127, {QStringLiteral("PAUS"), 0xff13}}};
-    [[nodiscard]] std::optional<PhysicalKey> keyAt(quint32 scanCode) const override {
-        const auto key = keys.find(scanCode);
-        return key == keys.end() ? std::nullopt : std::optional(key->second);
-    }
-};
 
 struct FakeMicrophone final : MicrophonePermission, MicrophonePresence {
     Status permission = Status::Granted;
@@ -72,12 +58,12 @@ struct FakeDesktop {
     FakeAccessibilityPermission accessibility;
     FakeEventTap tap;
     FakeGlobalHotkey hotkey;
-    HotkeyListener listener{{queue, preferences, accessibility, tap, hotkey}};
     FakeKeyboardKeys keys;
+    HotkeyListener listener{{queue, preferences, accessibility, tap, hotkey, keys}};
     FakeMicrophone microphone;
     FakeSystemSettings systemSettings;
     FakeLoginItem loginItem;
-    TriggerKeyName triggerKeyName{preferences, watch};
+    TriggerKeyName triggerKeyName{preferences, watch, keys};
     TriggerKeyCapture triggerKey{{preferences, triggerKeyName, listener, keys}};
 };
 

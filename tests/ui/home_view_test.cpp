@@ -1,6 +1,7 @@
 #include "ui/models/home_view.h"
 
 #include "base/calendar.h"
+#include "dictation/gestures/trigger_fakes.h"
 #include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
 #include "store/memory_preferences.h"
@@ -42,7 +43,8 @@ protected:
     testing::ManualMainQueue queue;
     MemoryPreferences preferences;
     PreferenceWatch watch{preferences, queue};
-    TriggerKeyName triggerKeyName{preferences, watch};
+    testing::FakeKeyboardKeys keys;
+    TriggerKeyName triggerKeyName{preferences, watch, keys};
     HistoryStore store{preferences, queue};
     Calendar calendar{{u"en_US"_s, u"UTC"_s}};
     UndoOffer undo{queue};

@@ -1,4 +1,3 @@
-#include "dictation/session/dictation_stage.h"
 #include "platform/floating_windows.h"
 #include "platform/global_mouse_monitor.h"
 #include "stage.h"
@@ -7,6 +6,7 @@
 #include "ui/models/menu_bar_view.h"
 #include "ui/overlay/recording_overlay_controller.h"
 #include "ui/popover/popover_window.h"
+#include "ui/shown_dictation.h"
 
 #include <QCoreApplication>
 #include <QMouseEvent>
@@ -19,6 +19,7 @@ namespace velmo::screenshots {
 namespace {
 
 using testing::DictationStage;
+using testing::ShownDictation;
 
 /// A desktop that leaves floating windows alone.
 struct StillDesktop final : FloatingWindows, GlobalMouseMonitor {
@@ -90,7 +91,7 @@ Scene overlay(const QString &state, const Ground &ground, const Play &play, bool
                 StillDesktop desktop(hasCompositor);
                 testing::ManualMainQueue queue;
                 RecordingOverlayController controller({stage.engine(), queue, desktop, desktop});
-                DictationStage dictation(&controller);
+                ShownDictation dictation(&controller);
                 controller.show(std::make_unique<FloatingBar>(
                     FloatingBar::Collaborators{dictation.queue, dictation.triggerKeyName, dictation.manager,
                                                dictation.levelMeter, dictation.inserter}));
@@ -109,7 +110,7 @@ Scene popover(const QString &state, const Play &play) {
     const QString name = u"popover-"_s + state;
     return {name, [=](Stage &stage) {
                 StillDesktop desktop(true);
-                DictationStage dictation;
+                ShownDictation dictation;
                 PopoverWindow popover({stage.engine(), dictation.queue, desktop, desktop}, [&dictation] {
                     return std::make_unique<MenuBarView>(
                         MenuBarView::Collaborators{dictation.queue, dictation.triggerKeyName,

@@ -3,6 +3,7 @@
 #include "base/calendar.h"
 #include "base/collation.h"
 #include "base/qt_main_queue.h"
+#include "dictation/gestures/trigger_fakes.h"
 #include "service/sync/list_pushes.h"
 #include "service/wire/session_interfaces.h"
 #include "store/history_store.h"
@@ -64,7 +65,8 @@ private:
     PreferenceWatch m_watch{m_preferences, m_clock};
     Contents m_contents;
     HistoryStore m_historyStore;
-    TriggerKeyName m_triggerKeyName{m_preferences, m_watch};
+    testing::FakeKeyboardKeys m_keys;
+    TriggerKeyName m_triggerKeyName{m_preferences, m_watch, m_keys};
     Calendar m_calendar{{QStringLiteral("en_US"), QStringLiteral("UTC")}};
     Collation m_collation{QStringLiteral("nb_NO")};
     UndoOffer m_undoOffer{m_clock};

@@ -93,7 +93,7 @@ WindowParts::WindowParts(const Collaborators &collaborators, Ways ways)
     : m_with(collaborators),
       m_ways(std::move(ways)),
       m_isDesktopDark(StatusItem::isDesktopDark()), // before our own colours take over
-      m_triggerKeyName(m_with.core.preferences(), m_with.core.preferenceWatch()),
+      m_triggerKeyName(m_with.core.preferences(), m_with.core.preferenceWatch(), *m_with.display.keys),
       m_triggerKey(
           {m_with.core.preferences(), m_triggerKeyName, m_with.hotkeyListener, *m_with.display.keys}),
       m_loginItem(autostartFolder(), QCoreApplication::applicationFilePath()),

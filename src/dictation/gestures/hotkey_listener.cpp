@@ -46,7 +46,7 @@ void HotkeyListener::setupFnKey() {
         log(LogTag::Hotkey, u"No Accessibility permission yet — Fn key unavailable"_s);
         return;
     }
-    m_watchedKey = triggerKey(m_with.preferences);
+    m_watchedKey = triggerKey(m_with.preferences, m_with.keys);
     auto interceptor = std::make_unique<FnKeyInterceptor>(m_with.tap, m_with.queue, m_watchedKey);
     interceptor->onFnDown = m_lifetime.guard([this](std::chrono::nanoseconds time) { fnDown(time); });
     interceptor->onFnUp = m_lifetime.guard([this](std::chrono::nanoseconds time) { fnUp(time); });
@@ -63,7 +63,7 @@ void HotkeyListener::setupFnKey() {
 }
 
 void HotkeyListener::triggerKeyChanged() {
-    if (!m_fnInterceptor || m_watchedKey == triggerKey(m_with.preferences))
+    if (!m_fnInterceptor || m_watchedKey == triggerKey(m_with.preferences, m_with.keys))
         return;
     m_fnInterceptor.reset();
     setupFnKey();

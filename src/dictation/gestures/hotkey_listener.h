@@ -14,6 +14,7 @@ namespace velmo {
 class AccessibilityPermission;
 class EventTap;
 class FnKeyInterceptor;
+class KeyboardKeys;
 class Preferences;
 
 /// Turns presses of the trigger key into the two gestures. Holding the key records for as long as it is held
@@ -35,6 +36,7 @@ public:
         AccessibilityPermission &permission;
         EventTap &tap;
         GlobalHotkey &hotkey;
+        const KeyboardKeys &keys;
     };
 
     explicit HotkeyListener(const Collaborators &collaborators);

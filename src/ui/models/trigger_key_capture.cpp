@@ -1,7 +1,6 @@
 #include "ui/models/trigger_key_capture.h"
 
 #include "dictation/gestures/hotkey_listener.h"
-#include "dictation/gestures/trigger_key.h"
 #include "platform/keyboard_keys.h"
 #include "store/preference_keys.h"
 #include "store/preferences.h"
@@ -39,8 +38,8 @@ void TriggerKeyCapture::press(int key, quint32 scanCode) {
         cancel();
         return;
     }
-    const PhysicalKey pressed = m_with.keys.keyAt(scanCode).value_or(PhysicalKey{QString(), 0});
-    setRefusal(refusalOfTriggerKey(pressed.name, pressed.symbol));
+    const PhysicalKey pressed = m_with.keys.keyAt(scanCode);
+    setRefusal(pressed.refusal);
     if (!m_refusal.isNull())
         return;
     m_with.preferences.set(keys::triggerKey, pressed.name);

@@ -4,6 +4,7 @@
 
 namespace velmo {
 
+class KeyboardKeys;
 class PreferenceWatch;
 class Preferences;
 
@@ -12,8 +13,8 @@ class TriggerKeyName final : public QObject {
     Q_OBJECT
 
 public:
-    /// Both outlive the name.
-    TriggerKeyName(const Preferences &preferences, PreferenceWatch &watch);
+    /// All outlive the name.
+    TriggerKeyName(const Preferences &preferences, PreferenceWatch &watch, const KeyboardKeys &keyboard);
 
     /// "Right Control"
     [[nodiscard]] const QString &label() const { return m_label; }
@@ -28,6 +29,7 @@ Q_SIGNALS:
 
 private:
     const Preferences &m_preferences;
+    const KeyboardKeys &m_keyboard;
     QString m_label;
     QString m_inText;
 };

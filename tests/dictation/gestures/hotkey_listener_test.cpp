@@ -73,9 +73,10 @@ protected:
     testing::FakeAccessibilityPermission permission;
     testing::FakeEventTap tap;
     testing::FakeGlobalHotkey hotkey;
+    testing::FakeKeyboardKeys keys;
     QStringList calls;
     bool isLocked = false;
-    HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
+    HotkeyListener listener{{queue, preferences, permission, tap, hotkey, keys}};
 };
 
 struct Gesture {

@@ -12,7 +12,6 @@
 #include "store/memory_preferences.h"
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
-#include "ui/models/trigger_key_name.h"
 
 namespace velmo::testing {
 
@@ -40,7 +39,6 @@ struct DictationStage {
     ManualMainQueue queue;
     MemoryPreferences preferences;
     PreferenceWatch watch{preferences, queue};
-    TriggerKeyName triggerKeyName{preferences, watch};
     FakeMicrophonePermission microphone;
     FakeWorkspace workspace;
     FakeSounds sounds;
@@ -61,7 +59,8 @@ struct DictationStage {
     FakeAccessibilityPermission permission;
     FakeEventTap tap;
     FakeGlobalHotkey hotkey;
-    HotkeyListener listener{{queue, preferences, permission, tap, hotkey}};
+    FakeKeyboardKeys keyboardKeys;
+    HotkeyListener listener{{queue, preferences, permission, tap, hotkey, keyboardKeys}};
     RecordingManager manager;
     DictationControls controls;
 };

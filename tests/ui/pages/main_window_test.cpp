@@ -1,6 +1,7 @@
 #include "ui/window/main_window_controller.h"
 
 #include "base/calendar.h"
+#include "dictation/gestures/trigger_fakes.h"
 #include "store/history_store.h"
 #include "store/snippet_list.h"
 #include "support/person.h"
@@ -45,7 +46,8 @@ protected:
     QStringList copied;
     bool hasTray = true;
     MainWindowView view{u"1.0.0"_s};
-    TriggerKeyName triggerKeyName{preferences, watch};
+    testing::FakeKeyboardKeys keys;
+    TriggerKeyName triggerKeyName{preferences, watch, keys};
     HomeView home{{queue, preferences, watch, triggerKeyName, history, calendar, *this,
                    [] { return std::optional<qint64>(); },
                    [this](const QString &text) { copied.append(text); }, undoOffer}};

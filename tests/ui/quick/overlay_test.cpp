@@ -1,4 +1,3 @@
-#include "dictation/session/dictation_stage.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/controls/interface_setup.h"
@@ -7,6 +6,7 @@
 #include "ui/overlay/recording_overlay_controller.h"
 #include "ui/quick/accessible_tree.h"
 #include "ui/quick/floating_fakes.h"
+#include "ui/shown_dictation.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -65,7 +65,7 @@ protected:
     QQmlEngine engine;
     testing::ManualMainQueue panelQueue;
     RecordingOverlayController controller{{engine, panelQueue, desktop, mouse}};
-    testing::DictationStage stage{&controller};
+    testing::ShownDictation stage{&controller};
     FloatingBar *bar = nullptr;
 };
 

@@ -1,4 +1,3 @@
-#include "dictation/session/dictation_stage.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/floating/floating_view.h"
@@ -6,6 +5,7 @@
 #include "ui/popover/popover_window.h"
 #include "ui/quick/accessible_tree.h"
 #include "ui/quick/floating_fakes.h"
+#include "ui/shown_dictation.h"
 
 #include <QCursor>
 #include <QQmlEngine>
@@ -68,7 +68,7 @@ protected:
         return texts;
     }
 
-    testing::DictationStage stage;
+    testing::ShownDictation stage;
     testing::FakeFloatingWindows desktop;
     testing::FakeMouseMonitor mouse;
     QQmlEngine engine;

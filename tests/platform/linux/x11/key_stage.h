@@ -21,6 +21,7 @@ constexpr uint8_t letterC = 54;
 constexpr uint8_t capsLock = 66;
 constexpr uint8_t numLock = 77;
 constexpr uint8_t rightControl = 105;
+constexpr uint8_t rightAlt = 108;
 } // namespace key
 
 /// Moves keys and buttons. As a person it does so at the server's own keyboard and mouse, so that the display

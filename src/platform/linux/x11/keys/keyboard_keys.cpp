@@ -2,13 +2,15 @@
 
 namespace velmo::x11 {
 
-std::optional<PhysicalKey> Keys::keyAt(quint32 scanCode) const {
-    PhysicalKey key;
+PhysicalKey Keys::keyAt(quint32 scanCode) const {
+    QString name;
+    xkb_keysym_t symbol = XKB_KEY_NoSymbol;
     if (m_watch)
         m_watch->run([&] {
-            key = {m_watch->keyboard().nameOf(scanCode), m_watch->keyboard().symbolOf(scanCode)};
+            name = m_watch->keyboard().nameOf(scanCode);
+            symbol = m_watch->keyboard().symbolOf(scanCode);
         });
-    return key.name.isEmpty() ? std::nullopt : std::optional(key);
+    return {name, xkb::refusalOfTriggerKey(name, symbol)};
 }
 
 } // namespace velmo::x11
