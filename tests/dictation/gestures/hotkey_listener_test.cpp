@@ -1,5 +1,6 @@
 #include "dictation/gestures/hotkey_listener.h"
 
+#include "dictation/gestures/checked_tap.h"
 #include "dictation/gestures/trigger_fakes.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
@@ -72,11 +73,12 @@ protected:
     MemoryPreferences preferences;
     testing::FakeAccessibilityPermission permission;
     testing::FakeEventTap tap;
+    testing::CheckedTap checkedTap{tap};
     testing::FakeGlobalHotkey hotkey;
     testing::FakeKeyboardKeys keys;
     QStringList calls;
     bool isLocked = false;
-    HotkeyListener listener{{queue, preferences, permission, tap, hotkey, keys}};
+    HotkeyListener listener{{queue, preferences, permission, checkedTap, hotkey, keys}};
 };
 
 struct Gesture {

@@ -1,3 +1,4 @@
+#include "dictation/gestures/checked_tap.h"
 #include "dictation/gestures/fn_key_interceptor.h"
 #include "platform/linux/x11/key_stage.h"
 #include "platform/linux/x11/x11_input.h"
@@ -24,7 +25,8 @@ protected:
 
     void startTap(const QString &guardProgram = QStringLiteral(VELMO_KEY_GUARD)) {
         input = makeX11Input(queue, {server.display(), guardProgram});
-        interceptor = std::make_unique<FnKeyInterceptor>(*input.tap, queue, u"RCTL"_s);
+        tap = std::make_unique<testing::CheckedTap>(*input.tap);
+        interceptor = std::make_unique<FnKeyInterceptor>(*tap, queue, u"RCTL"_s);
         interceptor->onFnDown = [this](std::chrono::nanoseconds) { calls.append(u"down"_s); };
         interceptor->onFnUp = [this](std::chrono::nanoseconds) { calls.append(u"up"_s); };
         interceptor->onCombinationUsed = [this] { calls.append(u"combination"_s); };
@@ -84,6 +86,7 @@ protected:
     testing::ManualMainQueue queue;
     QStringList calls;
     X11Input input;
+    std::unique_ptr<testing::CheckedTap> tap;
     std::unique_ptr<FnKeyInterceptor> interceptor;
 };
 
