@@ -72,6 +72,13 @@ TEST_F(HotkeyTest, FollowsTheLayout) {
     testing::OtherApplication application(server.display());
     hands.chord({key::leftControl, key::leftShift, key::letterA}); // writes "Q" now
     EXPECT_TRUE(waitFor([&] { return application.seen().contains(u"shiftcontrol+38"); }));
+
+    server.start(u"setxkbmap"_s, {u"gr"_s})->outputUntilEnd(); // which writes no "a"
+    presses = 0;
+    EXPECT_TRUE(waitFor([&] {
+        hands.chord({key::leftControl, key::leftShift, key::letterA});
+        return presses > 0;
+    }));
 }
 
 TEST_F(HotkeyTest, IsRefusedWhenAnotherApplicationHasTheKeyAndGivenBackWhenDropped) {

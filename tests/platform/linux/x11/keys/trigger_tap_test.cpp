@@ -216,6 +216,19 @@ TEST_F(TriggerTapTest, GivesTheKeyBack) {
     EXPECT_TRUE(application.seen().contains(u"+105"));
 }
 
+TEST_F(TriggerTapTest, FollowsTheKeyWhenKeysAreNumberedAnew) {
+    constexpr uint8_t kRightControl = 109;
+    startHidingTap();
+    hands.press(key::rightControl);
+    expectCalls(u"down"_s);
+    server.start(u"setxkbmap"_s, {u"us"_s, u"-keycodes"_s, u"xfree86"_s})->outputUntilEnd();
+    expectCalls(u"down up"_s);
+    hands.release(key::rightControl);
+    forget();
+    hands.tap(kRightControl);
+    expectCalls(u"down up"_s);
+}
+
 struct NoGuard {
     const char *name;
     const char *program;
