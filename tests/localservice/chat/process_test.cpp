@@ -94,7 +94,8 @@ TEST(Program, SaysThatItsPortIsTaken) {
     const int port = first.waitUntilReady();
     Program second({u"--port"_s, QString::number(port)});
     EXPECT_EQ(second.exitStatus(), 1);
-    EXPECT_TRUE(second.errors().contains(QByteArray::number(port)));
+    const QByteArray errors = second.errors();
+    EXPECT_TRUE(errors.contains(QByteArray::number(port)) && errors.contains("--port")) << errors.constData();
     first.signal(SIGINT);
     EXPECT_EQ(first.exitStatus(), 0);
 }

@@ -188,12 +188,4 @@ TEST(Server, TurnsAnExceptionIntoARefusal) {
     EXPECT_FALSE(errorOf(*reply).isEmpty());
 }
 
-TEST(Server, DoesNotShareAPort) {
-    const RunningServer first({});
-    Server second;
-    const auto port = second.bind(u"127.0.0.1"_s, first.port());
-    ASSERT_FALSE(port);
-    EXPECT_TRUE(port.error().contains(u"--port")) << port.error().toStdString();
-}
-
 } // namespace velmo::localservice

@@ -1,6 +1,7 @@
 #include "service/account/auth_manager.h"
 
 #include "service/account/account_fixture.h"
+#include "service/account/token_exchange.h"
 #include "store/preference_keys.h"
 
 #include <QUrl>
@@ -143,53 +144,59 @@ TEST_F(AuthManagerTest, SendsWhatIsToldOfTheName) {
     }
 }
 
-TEST_F(AuthManagerTest, TellsWhyASignInFailed) {
+TEST_F(AuthManagerTest, TellsThatASignInFailedUntilTheNextOne) {
+    server.answer(kExchange, 500, "");
+    startAttempt();
+    callback(u"velmo://auth?id_token=id"_s);
+    EXPECT_EQ(auth->authError(), u"Sign-in failed (server error 500). Please try again."_s);
+    EXPECT_TRUE(log.contains(auth_(u"Token exchange failed: HTTP 500"_s)));
+    EXPECT_FALSE(auth->isLoading());
+    EXPECT_FALSE(auth->isLoggedIn());
+    EXPECT_THAT(keychain.items, IsEmpty());
+    startAttempt();
+    EXPECT_TRUE(auth->authError().isNull());
+}
+
+TEST(TokenExchange, SaysWhyThereIsNoSession) {
+    using Failure = TransportFailure::Kind;
     struct Row {
         const char *name;
-        testing::Reaction reaction;
+        HttpOutcome outcome;
         QString logLine;
         QString message;
     };
+    const auto failure = [](Failure kind) { return failed(TransportFailure{kind, u"It rains."_s}); };
+    const auto answer = [](const QByteArray &body) { return HttpReply{200, body}; };
+    const QString rains = u"Token exchange failed: It rains."_s;
+    const QString none = u"Token exchange failed: no response"_s;
+    const QString noResponse = u"Sign-in failed — no response from server."_s;
+    const QString unparsed = u"Failed to parse auth response: "_s;
     const QString unreadable = u"Sign-in failed — couldn't read server response."_s;
+    const QString odd = u"Unexpected response format"_s;
     const QString unexpected = u"Sign-in failed — unexpected server response."_s;
     const Row rows[] = {
-        {"an error", reply(500, ""), u"Token exchange failed: HTTP 500"_s,
-         u"Sign-in failed (server error 500). Please try again."_s},
-        {"another success", reply(201, kSession), u"Token exchange failed: HTTP 201"_s,
+        {"not reached", failure(Failure::Network), rains, u"Sign-in failed: It rains."_s},
+        {"late", failure(Failure::TimedOut), rains, u"Server took too long to respond. Please try again."_s},
+        {"no HTTP", failure(Failure::InvalidReply), none, noResponse},
+        {"another success", HttpReply{201, kSession}, u"Token exchange failed: HTTP 201"_s,
          u"Sign-in failed (server error 201). Please try again."_s},
-        {"no body", reply(200, ""), u"Token exchange failed: no response"_s,
-         u"Sign-in failed — no response from server."_s},
-        {"no HTTP",
-         {"hello\r\n\r\n", testing::Reaction::Then::Close},
-         u"Token exchange failed: no response"_s,
-         u"Sign-in failed — no response from server."_s},
-        {"no JSON", reply(200, "{\"token\":"), u"Failed to parse auth response: "_s, unreadable},
-        {"an array", reply(200, "[]"), u"Unexpected response format"_s, unexpected},
-        {"no token", reply(200, R"({"user":{"id":"u"}})"), u"Unexpected response format"_s, unexpected},
-        {"a token of another kind", reply(200, R"({"token":1,"user":{"id":"u"}})"),
-         u"Unexpected response format"_s, unexpected},
-        {"a user of another kind", reply(200, R"({"token":"t","user":"u"})"), u"Unexpected response format"_s,
-         unexpected},
-        {"a user without id", reply(200, R"({"token":"t","user":{"email":"e"}})"),
-         u"Failed to parse auth response: "_s, unreadable},
-        {"an e-mail of another kind", reply(200, R"({"token":"t","user":{"id":"u","email":1}})"),
-         u"Failed to parse auth response: "_s, unreadable},
+        {"no body", answer(""), none, noResponse},
+        {"no JSON", answer("{\"token\":"), unparsed, unreadable},
+        {"an array", answer("[]"), odd, unexpected},
+        {"no token", answer(R"({"user":{"id":"u"}})"), odd, unexpected},
+        {"a token of another kind", answer(R"({"token":1,"user":{"id":"u"}})"), odd, unexpected},
+        {"a user of another kind", answer(R"({"token":"t","user":"u"})"), odd, unexpected},
+        {"a user without id", answer(R"({"token":"t","user":{"email":"e"}})"), unparsed, unreadable},
+        {"an e-mail of another kind", answer(R"({"token":"t","user":{"id":"u","email":1}})"), unparsed,
+         unreadable},
     };
     for (const Row &row : rows) {
-        server.react(kExchange, {row.reaction});
-        startAttempt();
-        log.clear();
-        callback(u"velmo://auth?id_token=id"_s);
-        EXPECT_EQ(auth->authError(), row.message) << row.name;
-        EXPECT_FALSE(auth->isLoading()) << row.name;
-        EXPECT_FALSE(auth->isLoggedIn()) << row.name;
-        ASSERT_EQ(log.lines().size(), 2) << row.name;
-        EXPECT_TRUE(log.lines()[1].startsWith(auth_(row.logLine)))
-            << row.name << log.lines()[1].toStdString();
+        const auto result = exchangeResult(row.outcome);
+        ASSERT_FALSE(result) << row.name;
+        EXPECT_TRUE(result.error().logLine.startsWith(row.logLine))
+            << row.name << result.error().logLine.toStdString();
+        EXPECT_EQ(result.error().message, row.message) << row.name;
     }
-    EXPECT_THAT(keychain.items, IsEmpty());
-    startAttempt(); // the next attempt takes the message away
-    EXPECT_TRUE(auth->authError().isNull());
 }
 
 TEST_F(AuthManagerTest, RefusesCallbacksThatCannotBeUsed) {

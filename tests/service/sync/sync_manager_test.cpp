@@ -6,6 +6,8 @@
 #include "store/preference_keys.h"
 #include "store/snippet_list.h"
 
+#include <future>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
@@ -74,6 +76,13 @@ protected:
 
     void setWords(const QStringList &words) { store.set(keys::dictionary, serialiseDictionary(words)); }
     [[nodiscard]] QStringList words() const { return dictionaryWords(store); }
+
+    /// Nothing is read, merged or sent until the promise is kept.
+    [[nodiscard]] std::promise<void> holdWorker() {
+        std::promise<void> free;
+        worker.start([isFree = free.get_future().share()] { isFree.wait(); });
+        return free;
+    }
 
     [[nodiscard]] SyncManager::Completion noted(QStringList &ends, const QString &name) {
         return [&ends, name](bool merged) { ends.append(name + (merged ? u" true"_s : u" false"_s)); };
@@ -176,69 +185,44 @@ TEST_F(SyncManagerTest, TakesAnySuccessWithoutAnObjectForAnEmptyOne) {
     }
 }
 
-TEST_F(SyncManagerTest, ComparesStatisticsAndPushesWhatIsAhead) {
+TEST_F(SyncManagerTest, ShowsTheLargerTotalsAndPushesWhatIsAhead) {
     struct Row {
         const char *name;
         QByteArray pulled;
         testing::Reaction pushed;
-        QStringList lines;
+        QString lastLine;
         qint64 shownWords;
         qint64 shownSessions;
     };
     history.add(u"a  b\tc"_s, std::nullopt);
     history.add(u"d e f"_s, std::nullopt); // 5 words in 2 sessions
     const Row rows[] = {
-        {"behind in both",
-         R"({"totalWords":5,"totalSessions":2})",
-         reply(200, ""),
-         {u"Pulled stats: server=5w/2s, local=5w/2s → showing 5w/2s"_s},
-         5,
-         2},
-        {"ahead in one",
-         R"({"totalWords":4,"totalSessions":10})",
+        {"behind in both", R"({"totalWords":5,"totalSessions":2})", reply(200, ""),
+         u"Pulled stats: server=5w/2s, local=5w/2s → showing 5w/2s"_s, 5, 2},
+        {"ahead in one", R"({"totalWords":4,"totalSessions":10})",
          reply(200, R"({"totalWords":7,"totalSessions":11})"),
-         {u"Pulled stats: server=4w/10s, local=5w/2s → showing 5w/10s"_s,
-          u"Local > server, pushing stats: 5 words, 2 sessions"_s,
-          u"Stats pushed, merged: 7 words, 11 sessions"_s},
-         7,
-         11},
-        {"numbers that are none",
-         R"({"totalWords":100.0,"totalSessions":true})",
-         reply(200, R"({"totalWords":1e3})"),
-         {u"Pulled stats: server=0w/0s, local=5w/2s → showing 5w/2s"_s,
-          u"Local > server, pushing stats: 5 words, 2 sessions"_s,
-          u"Stats pushed, merged: 5 words, 2 sessions"_s},
-         5,
-         2},
-        {"a push that fails",
-         R"({"totalWords":9})",
-         reply(500, ""),
-         {u"Pulled stats: server=9w/0s, local=5w/2s → showing 9w/2s"_s,
-          u"Local > server, pushing stats: 5 words, 2 sessions"_s,
-          u"Stats push failed: Error Domain=SyncManager Code=500 \"HTTP 500\""_s},
-         9,
-         2},
+         u"Stats pushed, merged: 7 words, 11 sessions"_s, 7, 11},
+        {"numbers that are none", R"({"totalWords":100.0,"totalSessions":true})",
+         reply(200, R"({"totalWords":1e3})"), u"Stats pushed, merged: 5 words, 2 sessions"_s, 5, 2},
+        {"a push that fails", R"({"totalWords":9})", reply(500, ""),
+         uR"(Stats push failed: Error Domain=SyncManager Code=500 "HTTP 500")"_s, 9, 2},
     };
     for (const Row &row : rows) {
-        log.clear();
         server.react(kStats, {reply(200, row.pulled), row.pushed});
         sync->syncStats();
         settle();
-        QStringList lines;
-        for (const QString &line : row.lines)
-            lines.append(sync_(line));
-        EXPECT_EQ(log.lines(), lines) << row.name;
+        EXPECT_EQ(log.lines().last(), sync_(row.lastLine)) << row.name;
         EXPECT_EQ(sync->serverTotalWords(), row.shownWords) << row.name;
         EXPECT_EQ(sync->serverTotalSessions(), row.shownSessions) << row.name;
     }
+    EXPECT_EQ(log.lines().count(sync_(u"Local > server, pushing stats: 5 words, 2 sessions"_s)), 3);
     EXPECT_EQ(server.requests().back().body, R"({"totalSessions":2,"totalWords":5})");
 
-    log.clear();
     server.answer(kStats, 500, "");
     sync->syncStats();
     settle();
-    EXPECT_EQ(log.lines(),
-              QStringList{sync_(u"Pull stats failed: Error Domain=SyncManager Code=500 \"HTTP 500\""_s)});
+    EXPECT_EQ(log.lines().last(),
+              sync_(uR"(Pull stats failed: Error Domain=SyncManager Code=500 "HTTP 500")"_s));
 }
 
 TEST_F(SyncManagerTest, PushesAndCountsWithoutAPull) {
@@ -317,6 +301,27 @@ TEST_F(SyncManagerTest, SyncsAllThreeAndSaysWhenAFirstOneEnds) {
     sync->syncAll([&](bool all) { succeeded = all; });
     settle();
     EXPECT_EQ(succeeded, true);
+}
+
+TEST_F(SyncManagerTest, EndsAFullOneEarlyForAPushOfTheDictionaryAlone) {
+    server.react(kDictionary, {reply(500, ""), reply(200, "{}")});
+    server.answer(kSnippets, 200, "{}");
+    server.answer(kStats, 200, "{}");
+    for (const auto &[push, isSyncing] :
+         {std::pair(&SyncManager::pushDictionary, false), std::pair(&SyncManager::pushSnippets, true)}) {
+        std::promise<void> free = holdWorker();
+        (sync.get()->*push)();
+        sync->syncAll();
+        queue.runPosted();
+        EXPECT_TRUE(sync->isSyncing());
+        free.set_value();
+        awaitAnswers(); // of the push and of what does not wait behind it
+        free = holdWorker();
+        queue.runPosted();
+        EXPECT_EQ(sync->isSyncing(), isSyncing);
+        free.set_value();
+        settle();
+    }
 }
 
 TEST_F(SyncManagerTest, LosesNothingThatChangesWhileAPullIsUnderWay) {

@@ -73,7 +73,7 @@ protected:
         {
             HttpClient http;
             TranscriptionClient client(origin.value_or(originAt(server.origin())), http, token, preferences,
-                                       HttpLimits{800ms, 300ms});
+                                       limits);
             client.transcribe(path, settings, probe.callback());
             static_cast<void>(probe.outcome());
         }
@@ -91,6 +91,7 @@ protected:
     ScriptedServer server;
     FixedToken token;
     MemoryPreferences preferences;
+    HttpLimits limits{30s, 30s};
     TranscriptionSettings settings{u"no"_s, u"no, sv ,da"_s, {}};
     testing::LogCapture log;
 };
@@ -202,78 +203,56 @@ struct Ending {
     const char *name;
     Reaction reaction;
     Case which;
-    const char *message;
+    QString message;
+
+    friend void PrintTo(const Ending &ending, std::ostream *out) { *out << ending.name; }
 };
 
+Ending invalid(const char *name, const Reaction &reaction) {
+    return {name, reaction, Case::invalidResponse, u"Invalid server response"_s};
+}
+
+Ending refused(const char *name, const Reaction &reaction, const QString &what) {
+    return {name, reaction, Case::serverError, u"Server error "_s + what};
+}
+
+// A row for each kind of failure that the HTTP client knows, and all that a reply can be.
 const std::vector<Ending> kEndings = {
-    {"ResetBeforeReply", {"", Then::Reset}, Case::networkError, "Network error: The connection was lost."},
-    {"ResetInsideReply",
-     {"HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{", Then::Reset},
-     Case::networkError,
-     "Network error: The connection was lost."},
-    {"Truncated",
-     {"HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{\"text\":\"hei\"}", Then::Close},
-     Case::networkError,
-     "Network error: The connection was lost."},
-    {"Stalled", {"", Then::Hold}, Case::timeout, "Request timed out"},
-    {"Trickling",
-     {"HTTP/1.1 200 OK\r\nContent-Length: 99999\r\n\r\n" + QByteArray(500, ' '), Then::Hold,
-      Reaction::Reads::All, 5ms},
-     Case::timeout,
-     "Request timed out"},
-    {"NotHttp", {"SSH-2.0-OpenSSH_9.2\r\n", Then::Close}, Case::invalidResponse, "Invalid server response"},
-    {"Huge",
-     {"HTTP/1.1 200 OK\r\n\r\n" + QByteArray(16777217, ' '), Then::Close},
-     Case::invalidResponse,
-     "Invalid server response"},
-    {"EmptyBody", testing::reply(200, ""), Case::invalidResponse, "Invalid server response"},
-    {"NotJson", testing::reply(200, "<html>"), Case::invalidResponse, "Invalid server response"},
-    {"NoObject", testing::reply(200, "[{\"text\":\"hei\"}]"), Case::invalidResponse,
-     "Invalid server response"},
-    {"TextMissing", testing::reply(200, "{\"Text\":\"hei\"}"), Case::invalidResponse,
-     "Invalid server response"},
-    {"TextIsANumber", testing::reply(200, "{\"text\":7}"), Case::invalidResponse, "Invalid server response"},
-    {"BrokenUtf8", testing::reply(200, "{\"text\":\"h\xff\"}"), Case::invalidResponse,
-     "Invalid server response"},
-    {"OtherSuccess", testing::reply(201, "{\"text\":\"hei\"}"), Case::serverError,
-     "Server error 201: unknown"},
-    {"NoContent", {"HTTP/1.1 204 No Content\r\n\r\n"}, Case::serverError, "Server error 204: unknown"},
-    {"Redirect",
-     {"HTTP/1.1 308 Elsewhere\r\nLocation: /api/transcribe\r\nContent-Length: 0\r\n\r\n"},
-     Case::serverError,
-     "Server error 308: unknown"},
-    {"Refused", testing::reply(401, "{\"error\":\"Signed out\"}"), Case::serverError,
-     "Server error 401: Signed out"},
-    {"ErrorIsNoString", testing::reply(500, "{\"error\":{}}"), Case::serverError,
-     "Server error 500: unknown"},
-    {"Gateway", testing::reply(502, "<html>", "text/html"), Case::serverError, "Server error 502: unknown"},
+    {"Lost", {"", Then::Reset}, Case::networkError, u"Network error: The connection was lost."_s},
+    {"Late", {"", Then::Hold}, Case::timeout, u"Request timed out"_s},
+    invalid("NotHttp", {"SSH-2.0-OpenSSH_9.2\r\n", Then::Close}),
+    invalid("EmptyBody", testing::reply(200, "")),
+    invalid("NotJson", testing::reply(200, "<html>")),
+    invalid("NoObject", testing::reply(200, "[{\"text\":\"hei\"}]")),
+    invalid("TextMissing", testing::reply(200, "{\"Text\":\"hei\"}")),
+    invalid("TextIsANumber", testing::reply(200, "{\"text\":7}")),
+    invalid("BrokenUtf8", testing::reply(200, "{\"text\":\"h\xff\"}")),
+    refused("OtherSuccess", testing::reply(201, "{\"text\":\"hei\"}"), u"201: unknown"_s),
+    refused("NoContent", {"HTTP/1.1 204 No Content\r\n\r\n"}, u"204: unknown"_s),
+    refused("Redirect", {"HTTP/1.1 308 Elsewhere\r\nLocation: /api/transcribe\r\nContent-Length: 0\r\n\r\n"},
+            u"308: unknown"_s),
+    refused("Refused", testing::reply(401, "{\"error\":\"Signed out\"}"), u"401: Signed out"_s),
+    refused("ErrorIsNoString", testing::reply(500, "{\"error\":{}}"), u"500: unknown"_s),
+    refused("Gateway", testing::reply(502, "<html>", "text/html"), u"502: unknown"_s),
 };
 
 class UploadEnding : public TranscriptionClientTest, public ::testing::WithParamInterface<Ending> {};
 
 TEST_P(UploadEnding, IsReportedOnceAfterOneRequest) {
+    if (GetParam().which == Case::timeout)
+        limits = {800ms, 300ms};
     server.react(kPath, {GetParam().reaction});
     const TranscriptionResult result = transcribe(recording(100'000));
     ASSERT_FALSE(result) << result->text.toStdString();
     EXPECT_EQ(result.error().which(), GetParam().which);
-    EXPECT_EQ(result.error().localizedDescription(), QString::fromUtf8(GetParam().message));
+    EXPECT_EQ(result.error().localizedDescription(), GetParam().message);
     EXPECT_EQ(server.requests().size(), 1U);
     EXPECT_EQ(server.connections(), 1);
-    EXPECT_EQ(lines(), (QStringList{
-                           u"🎙️ [Tx] File size: 100000 bytes"_s,
-                           u"⏱️ [Latency] Uploading 97KB audio (98KB total) to Whisper"_s,
-                           u"⏱️ [Latency] Whisper upload+response: …ms"_s,
-                       }));
+    EXPECT_EQ(lines().last(), u"⏱️ [Latency] Whisper upload+response: …ms"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, UploadEnding, ::testing::ValuesIn(kEndings),
                          [](const auto &row) { return std::string(row.param.name); });
-
-TEST_F(TranscriptionClientTest, SaysThatNobodyListens) {
-    const TranscriptionResult result =
-        transcribe(recording(1000), originAt(ScriptedServer::refusingOrigin()));
-    EXPECT_EQ(result.error().localizedDescription(), u"Network error: Could not connect to the server."_s);
-}
 
 TEST_F(TranscriptionClientTest, CompletesOnceWhenItEndsUnderWay) {
     server.react(kPath, {{"", Then::Hold}});
