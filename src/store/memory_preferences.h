@@ -22,7 +22,8 @@ public:
     bool change(const QString &key, const Change &change) override;
 
 private:
-    mutable std::mutex m_mutex;
+    std::mutex m_changeMutex;   // one change at a time
+    mutable std::mutex m_mutex; // of the values, which a change may read
     std::map<QString, PreferenceValue> m_values;
 };
 
