@@ -37,7 +37,9 @@ struct FakeClipboard final : Clipboard {
         if (const auto lost = std::exchange(events, {}).lost)
             queue.post(lost);
     }
-    void readBy(DisplayClient client) const { events.read(client); }
+    void readBy(DisplayClient client) const {
+        queue.post([read = events.read, client] { read(client); });
+    }
 
     void save(std::function<void(Saved)> done) override {
         ++saves;
