@@ -63,6 +63,29 @@ QList<AccessiblePart> AccessibilityBus::parts() {
     return parts;
 }
 
+QSet<QString> AccessibilityBus::shown() {
+    QSet<QString> shown;
+    for (const AccessiblePart &part : parts()) {
+        if (part.isShown)
+            shown.insert(part.role + u": "_s + part.name);
+    }
+    return shown;
+}
+
+QPoint AccessibilityBus::middleOf(const QString &part) {
+    QRect frame;
+    EXPECT_TRUE(waitUntil([&] {
+        const QRect before = std::exchange(frame, QRect());
+        for (const AccessiblePart &candidate : parts()) {
+            if (candidate.isShown && candidate.role + u": "_s + candidate.name == part)
+                frame = candidate.frame;
+        }
+        return !frame.isEmpty() && frame == before;
+    })) << part.toStdString()
+        << " does not come";
+    return frame.center();
+}
+
 void AccessibilityBus::collect(const Place &place, QList<AccessiblePart> &parts) {
     parts.append(partAt(place));
     for (const Place &within : placesWithin(place))
@@ -74,7 +97,13 @@ AccessiblePart AccessibilityBus::partAt(const Place &place) {
     const QVariant name =
         ask(place, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {kAccessible, u"Name"_s}).value(0);
     return {ask(place, u"GetRoleName"_s).value(0).toString(), name.value<QDBusVariant>().variant().toString(),
-            !states.isEmpty() && (states.front() >> kShowing & 1U) != 0};
+            !states.isEmpty() && (states.front() >> kShowing & 1U) != 0, frameOf(place)};
+}
+
+QRect AccessibilityBus::frameOf(const Place &place) {
+    constexpr uint kOnScreen = 0; // AT-SPI's CoordType
+    const QVariantList answer = ask(place, u"org.a11y.atspi.Component"_s, u"GetExtents"_s, {kOnScreen});
+    return answer.isEmpty() ? QRect() : qdbus_cast<QRect>(answer.front());
 }
 
 QList<AccessibilityBus::Place> AccessibilityBus::placesWithin(const Place &place) {

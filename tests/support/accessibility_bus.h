@@ -4,6 +4,8 @@
 #include "support/private_bus.h"
 
 #include <QDBusConnection>
+#include <QRect>
+#include <QSet>
 
 namespace velmo::testing {
 
@@ -12,6 +14,7 @@ struct AccessiblePart {
     QString role; ///< In the words of AT-SPI: "push button".
     QString name;
     bool isShown;
+    QRect frame; ///< On the screen.
 };
 
 /// A session's bus for assistive technology, as it comes when a screen reader starts.
@@ -23,6 +26,12 @@ public:
     /// All parts of all windows of all applications, each before the parts within it.
     [[nodiscard]] QList<AccessiblePart> parts();
 
+    /// "push button: Quit" of everything that is shown.
+    [[nodiscard]] QSet<QString> shown();
+
+    /// Where to click on such a part, once it is shown and stays where it is.
+    [[nodiscard]] QPoint middleOf(const QString &part);
+
 private:
     struct Place {
         QString application;
@@ -32,6 +41,7 @@ private:
                      const QVariantList &arguments);
     QVariantList ask(const Place &place, const QString &method);
     [[nodiscard]] AccessiblePart partAt(const Place &place);
+    [[nodiscard]] QRect frameOf(const Place &place);
     [[nodiscard]] QList<Place> placesWithin(const Place &place);
     void collect(const Place &place, QList<AccessiblePart> &parts);
 

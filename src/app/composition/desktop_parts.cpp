@@ -74,8 +74,8 @@ public:
                               *m_sounds, m_recorder, core.transcriptionClient(), core.textProcessor(),
                               m_textInserter, m_levelMeter, m_overlay, core.historyStore(),
                               core.authManager(), core.syncManager()}),
-          m_hotkeyListener(
-              {core.mainQueue(), core.preferences(), *m_x11.permission, *m_x11.tap, *m_x11.hotkey, *m_x11.keys}),
+          m_hotkeyListener({core.mainQueue(), core.preferences(), *m_x11.permission, *m_x11.tap,
+                            *m_x11.hotkey, *m_x11.keys}),
           m_controls({m_hotkeyListener, m_recordingManager, m_recorder, m_recorder, m_sessionLock,
                       core.preferenceWatch()}),
           m_windows({core, m_engine, m_x11, m_recordingManager, m_hotkeyListener, m_levelMeter,

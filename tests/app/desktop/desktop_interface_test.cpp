@@ -41,10 +41,6 @@ protected:
     [[nodiscard]] bool comesTo(const QString &state) {
         return testing::waitUntil([&] { return program.run({u"status"_s}).output == state.toUtf8() + '\n'; });
     }
-    [[nodiscard]] bool showsPopover(bool isShown) {
-        return testing::waitUntil([&] { return windows().contains(u" 388x508+"_s) == isShown; });
-    }
-
     void click(QPoint at) {
         output(u"xdotool"_s,
                {u"mousemove"_s, QString::number(at.x()), QString::number(at.y()), u"click"_s, u"1"_s});
@@ -69,6 +65,11 @@ protected:
 };
 
 TEST_F(DesktopInterfaceTest, OpensThePopoverFromTheTray) {
+    testing::AccessibilityBus screenReader(bus);
+    const auto showsPopover = [&screenReader](bool isShown) {
+        return testing::waitUntil(
+            [&] { return screenReader.shown().contains(u"push button: Quit Velmo"_s) == isShown; });
+    };
     const QPoint icon = trayIcon();
     click(icon);
     EXPECT_TRUE(showsPopover(true));
@@ -93,11 +94,12 @@ TEST_F(DesktopInterfaceTest, DictatesByMouseOverAFullScreenWindowThatKeepsTheKey
         return windows().contains(barAboveEditor) &&
                output(u"xdotool"_s, {u"getwindowfocus"_s, u"getwindowname"_s}).trimmed() == u"Editor"_s;
     }));
+    testing::AccessibilityBus screenReader(bus);
     const QString focused = focus();
-    click({640, 785}); // the handle
+    click(screenReader.middleOf(u"push button: Start dictation"_s));
     EXPECT_TRUE(comesTo(u"recording"_s));
     EXPECT_EQ(focus(), focused);
-    click({640 - 180 + 16 + 24 + 8 + 11, 762}); // cancel
+    click(screenReader.middleOf(u"push button: Cancel dictation"_s));
     EXPECT_TRUE(comesTo(u"idle"_s));
     EXPECT_EQ(focus(), focused);
 }
@@ -116,11 +118,7 @@ TEST_F(DesktopInterfaceTest, NamesEveryControlForAScreenReader) {
                                     u"text"_s,        u"combo box"_s, u"list item"_s,    u"menu item"_s};
     QSet<QString> told;
     EXPECT_TRUE(testing::waitUntil([&] {
-        told.clear();
-        for (const auto &part : screenReader.parts()) {
-            if (part.isShown)
-                told.insert(part.role + u": "_s + part.name);
-        }
+        told = screenReader.shown();
         return told.contains(expected);
     })) << QStringList(told.begin(), told.end()).join(u'\n').toStdString();
     for (const QString &control : controls)
