@@ -1,12 +1,16 @@
 #include "localservice/speech/audio_decoder.h"
 
+#include "audio/mix_down.h"
+#include "audio/mono_resampler.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <memory>
 #include <sndfile.h>
-#include <soxr.h>
+#include <span>
 
 using namespace Qt::StringLiterals;
 
@@ -23,9 +27,6 @@ constexpr sf_count_t kBlockFrames = 4096;
 
 struct CloseFile {
     void operator()(SNDFILE *file) const { sf_close(file); }
-};
-struct DeleteResampler {
-    void operator()(soxr *resampler) const { soxr_delete(resampler); }
 };
 
 /// The bytes of a file, as libsndfile reads them.
@@ -53,62 +54,42 @@ struct Bytes {
     }
 };
 
-/// One channel out of several, the mean of them. What is no number is silence.
-void mixDown(const float *frames, std::vector<float> &mono, int channels) {
-    for (size_t frame = 0; frame < mono.size(); ++frame) {
-        float sum = 0;
-        for (int channel = 0; channel < channels; ++channel)
-            sum += frames[frame * static_cast<size_t>(channels) + static_cast<size_t>(channel)];
-        mono[frame] = std::isfinite(sum) ? sum / static_cast<float>(channels) : 0;
-    }
+/// With full scale at 1, what lies beyond is clipped.
+int16_t quantised(float sample) {
+    constexpr float fullScale = 32768;
+    return static_cast<int16_t>(std::lrint(std::clamp(sample * fullScale, -fullScale, fullScale - 1)));
 }
 
 /// Collects sound block by block, at the rate of the engine.
 class Collector {
 public:
-    explicit Collector(int rate) {
-        const auto form = soxr_io_spec(SOXR_FLOAT32_I, SOXR_INT16_I);
-        const auto quality = soxr_quality_spec(SOXR_HQ, 0);
-        m_resampler.reset(soxr_create(rate, Sound::samplesPerSecond, 1, nullptr, &form, &quality, nullptr));
-        m_ratio = static_cast<double>(Sound::samplesPerSecond) / rate;
+    explicit Collector(std::unique_ptr<MonoResampler> resampler) : m_resampler(std::move(resampler)) {}
+
+    void add(std::span<const float> mono) {
+        constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
+        append(m_resampler->convert(mono, all));
     }
-
-    [[nodiscard]] bool isReady() const { return m_resampler != nullptr; }
-
-    void add(const std::vector<float> &mono) { process(mono.data(), mono.size()); }
 
     /// The resampler holds the last samples back until it is told that there are no more.
     Sound finish() {
-        process(nullptr, 0);
+        append(m_resampler->finish());
         return std::move(m_sound);
     }
 
 private:
-    /// Takes all of the input, or with none gives out what was held back.
-    void process(const float *mono, size_t count) {
-        const size_t room = static_cast<size_t>(static_cast<double>(count) * m_ratio) + kBlockFrames;
-        std::vector<int16_t> &samples = m_sound.samples;
-        size_t used = 0;
-        size_t got = 0;
-        do {
-            const size_t before = samples.size();
-            samples.resize(before + room);
-            soxr_process(m_resampler.get(), mono, count, &used, samples.data() + before, room, &got);
-            samples.resize(before + got);
-            mono = mono ? mono + used : nullptr;
-            count -= used;
-        } while (got > 0 && (count > 0 || !mono));
+    void append(std::span<const float> samples) {
+        std::transform(samples.begin(), samples.end(), std::back_inserter(m_sound.samples), quantised);
     }
 
-    std::unique_ptr<soxr, DeleteResampler> m_resampler;
-    double m_ratio = 1;
+    std::unique_ptr<MonoResampler> m_resampler;
     Sound m_sound;
 };
 
 Result<Sound, QString> readAll(SNDFILE *file, const SF_INFO &info) {
-    Collector collector(info.samplerate);
-    if (!collector.isReady())
+    auto resampler = MonoResampler::create(info.samplerate);
+    if (!resampler)
         return failed(u"The recording could not be resampled."_s);
+    Collector collector(std::move(resampler));
 
     const auto longest = static_cast<sf_count_t>(kLongestSoundSeconds * info.samplerate);
     std::vector<float> frames(static_cast<size_t>(kBlockFrames * info.channels));
@@ -118,8 +99,7 @@ Result<Sound, QString> readAll(SNDFILE *file, const SF_INFO &info) {
         total += count;
         if (total > longest)
             return failed(u"The recording is longer than %1 minutes."_s.arg(kLongestSoundSeconds / 60));
-        mono.resize(static_cast<size_t>(count));
-        mixDown(frames.data(), mono, info.channels);
+        mixDown(std::span(frames).first(static_cast<size_t>(count * info.channels)), info.channels, mono);
         collector.add(mono);
     }
     return collector.finish();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "audio/speech_rate.h"
 #include "base/result.h"
 
 #include <QByteArray>
@@ -9,9 +10,9 @@
 
 namespace velmo::localservice {
 
-/// Sound as the embedded engine takes it: one channel, 16000 samples a second.
+/// Sound as the embedded engine takes it: one channel, at the rate of speech recognition.
 struct Sound {
-    static constexpr int samplesPerSecond = 16000;
+    static constexpr int samplesPerSecond = kSpeechRate;
 
     std::vector<int16_t> samples;
 

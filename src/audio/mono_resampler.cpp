@@ -1,5 +1,7 @@
 #include "audio/mono_resampler.h"
 
+#include "audio/speech_rate.h"
+
 #include <algorithm>
 #include <soxr.h>
 
@@ -18,7 +20,7 @@ std::unique_ptr<MonoResampler> MonoResampler::create(int inputRate) {
     const soxr_io_spec_t io = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
     const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, 0);
     soxr_error_t error = nullptr;
-    soxr *stream = soxr_create(inputRate, outputRate, 1, &error, &io, &quality, nullptr);
+    soxr *stream = soxr_create(inputRate, kSpeechRate, 1, &error, &io, &quality, nullptr);
     if (error || !stream)
         return nullptr;
     return std::unique_ptr<MonoResampler>(new MonoResampler(stream));

@@ -10,13 +10,11 @@ struct soxr;
 
 namespace velmo {
 
-/// Brings sound to the 16000 samples a second of speech recognition, in a stream. The filter looks ahead, so samples
+/// Brings sound to the rate of speech recognition (`kSpeechRate`), in a stream. The filter looks ahead, so samples
 /// come out later than they went in, and not evenly: a block may yield more than its share, the next one less. One
 /// thread at a time.
 class MonoResampler : private Unmovable {
 public:
-    static constexpr int outputRate = 16000;
-
     /// Nothing when the rate cannot be converted.
     [[nodiscard]] static std::unique_ptr<MonoResampler> create(int inputRate);
     ~MonoResampler();
@@ -26,7 +24,7 @@ public:
     [[nodiscard]] std::span<const float> convert(std::span<const float> block, std::size_t capacity);
 
     /// Answers all that is left; nothing may be converted after it. In sum, N samples in have given
-    /// round(N × 16000 ÷ input rate) out.
+    /// round(N × speech rate ÷ input rate) out.
     [[nodiscard]] std::span<const float> finish();
 
 private:

@@ -1,11 +1,12 @@
 #include "dictation/capture/recording_writer.h"
 
+#include "audio/mix_down.h"
 #include "audio/mono_resampler.h"
+#include "audio/speech_rate.h"
 #include "base/log.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -21,7 +22,7 @@ constexpr float kFullLevel = 0.15F;
 } // namespace
 
 std::uint32_t outputCapacity(int sampleRate, std::size_t frames) {
-    return static_cast<std::uint32_t>(static_cast<double>(MonoResampler::outputRate) / sampleRate *
+    return static_cast<std::uint32_t>(static_cast<double>(kSpeechRate) / sampleRate *
                                       static_cast<double>(frames));
 }
 
@@ -73,18 +74,11 @@ void RecordingWriter::append(std::span<const float> samples) {
 void RecordingWriter::finishBlock() {
     const std::size_t frames = m_block.size() / static_cast<std::size_t>(m_format.channels);
     if (const std::uint32_t capacity = outputCapacity(m_format.sampleRate, frames); capacity > 0) {
-        write(m_resampler->convert(mixedBlock(), capacity));
+        mixDown(m_block, m_format.channels, m_mixed);
+        write(m_resampler->convert(m_mixed, capacity));
         m_report(inputLevel(m_block, m_format.channels));
     }
     m_block.clear();
-}
-
-std::span<const float> RecordingWriter::mixedBlock() {
-    const auto channels = static_cast<std::ptrdiff_t>(m_format.channels);
-    m_mixed.clear();
-    for (auto frame = m_block.cbegin(); frame != m_block.cend(); frame += channels)
-        m_mixed.push_back(std::accumulate(frame, frame + channels, 0.0F) / static_cast<float>(channels));
-    return m_mixed;
 }
 
 void RecordingWriter::write(std::span<const float> samples) {

@@ -41,7 +41,6 @@ private:
     RecordingWriter(const CaptureFormat &format, std::unique_ptr<RecordingFile> file,
                     std::unique_ptr<MonoResampler> resampler, LevelReport report);
     void finishBlock();
-    [[nodiscard]] std::span<const float> mixedBlock();
     void write(std::span<const float> samples);
 
     CaptureFormat m_format;

@@ -1,5 +1,6 @@
 #include "platform/linux/sndfile/sndfile_recording_files.h"
 
+#include "audio/speech_rate.h"
 #include "base/interface.h"
 
 #include <QByteArray>
@@ -88,7 +89,7 @@ private:
 /// Begins a WAVE file in an empty one. The descriptor stays the caller's and outlives what is answered.
 std::unique_ptr<RecordingFile> beginWave(const Descriptor &file) {
     SF_INFO info{};
-    info.samplerate = 16000;
+    info.samplerate = kSpeechRate;
     info.channels = 1;
     info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
     SNDFILE *wave = sf_open_fd(file.number(), SFM_WRITE, &info, SF_FALSE);
