@@ -1,14 +1,13 @@
 #include "localservice/account/account_database.h"
 
 #include "localservice/account/account_schema.h"
+#include "store/private_files.h"
 
 #include <QDir>
 #include <QFile>
 #include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -16,25 +15,8 @@ namespace velmo::localservice {
 
 namespace {
 
-constexpr mode_t kPrivateFile = 0600;
-constexpr mode_t kPrivateDirectory = 0700;
-
 /// For other processes with the same directory; their transactions are as short as ours.
 constexpr std::chrono::milliseconds kPatience{5000};
-
-SqliteCode codeOfErrno() {
-    return errno == ENOSPC || errno == EDQUOT ? SQLITE_FULL : SQLITE_CANTOPEN;
-}
-
-/// Makes the directory and those it needs; what exists stays as it is.
-void makeDirectories(const QString &path) {
-    if (QFile::exists(path))
-        return;
-    const qsizetype slash = path.lastIndexOf(u'/');
-    if (slash > 0)
-        makeDirectories(path.first(slash));
-    ::mkdir(QFile::encodeName(path).constData(), kPrivateDirectory);
-}
 
 } // namespace
 
@@ -57,14 +39,10 @@ SqliteCode AccountDatabase::open() {
     return code;
 }
 
-/// SQLite gives the files it keeps beside this one the same mode.
 SqliteCode AccountDatabase::makeFile() const {
-    makeDirectories(m_directory);
-    const int descriptor = ::open(m_file.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile);
-    if (descriptor >= 0) {
-        ::close(descriptor);
+    makePrivateDirectories(QFile::encodeName(m_directory));
+    if (makePrivateFile(m_file))
         return SQLITE_OK;
-    }
     if (errno != EEXIST)
         return codeOfErrno();
     ::chmod(m_file.constData(), kPrivateFile);

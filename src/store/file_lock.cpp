@@ -43,18 +43,4 @@ FileLock::~FileLock() {
         ::close(m_descriptor);
 }
 
-SqliteCode codeOfErrno() {
-    switch (errno) {
-    case ENOSPC:
-    case EDQUOT:
-        return SQLITE_FULL;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return SQLITE_READONLY;
-    default:
-        return SQLITE_CANTOPEN;
-    }
-}
-
 } // namespace velmo

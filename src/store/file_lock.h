@@ -32,7 +32,4 @@ private:
     int m_descriptor;
 };
 
-/// The reason why a system call failed, errno, in SQLite's words.
-[[nodiscard]] SqliteCode codeOfErrno();
-
 } // namespace velmo

@@ -2,11 +2,11 @@
 
 #include "base/log.h"
 #include "store/preference_table.h"
+#include "store/private_files.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,9 +15,6 @@ using namespace Qt::StringLiterals;
 namespace velmo {
 
 namespace {
-
-constexpr mode_t kPrivateFile = 0600;
-constexpr mode_t kPrivateDirectory = 0700;
 
 constexpr const char *kWal = "-wal";
 constexpr const char *kShm = "-shm";
@@ -31,14 +28,6 @@ bool exists(const QByteArray &path) {
 
 QByteArray directoryOf(const QByteArray &path) {
     return path.left(path.lastIndexOf('/'));
-}
-
-/// Makes the directory and those it needs; what exists stays as it is.
-void makeDirectories(const QByteArray &path) {
-    if (path.isEmpty() || exists(path))
-        return;
-    makeDirectories(directoryOf(path));
-    ::mkdir(path.constData(), kPrivateDirectory);
 }
 
 bool isIntact(const SqliteConnection &connection) {
@@ -84,12 +73,6 @@ void removeCompanions(const QByteArray &path) {
         ::unlink((path + suffix).constData());
 }
 
-/// SQLite gives the files it makes the mode of this one.
-bool makePrivateFile(const QByteArray &path) {
-    const int descriptor = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile);
-    return descriptor >= 0 && ::close(descriptor) == 0;
-}
-
 } // namespace
 
 PreferencesFile::PreferencesFile(const QString &path) {
@@ -125,7 +108,7 @@ void PreferencesFile::keepPrivate() const {
 }
 
 SqliteCode PreferencesFile::ensure() const {
-    makeDirectories(directoryOf(m_path));
+    makePrivateDirectories(directoryOf(m_path));
     const auto lock = FileLock::acquire(m_path + kLock, FileLock::Kind::Exclusive, kPatience);
     if (!lock)
         return lock.error();

@@ -1,5 +1,6 @@
 #include "store/sqlite_code.h"
 
+#include <cerrno>
 #include <sqlite3.h>
 
 namespace velmo {
@@ -11,6 +12,20 @@ QString describe(SqliteCode code) {
 bool isDamage(SqliteCode code) {
     const int primary = code & 0xff;
     return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+SqliteCode codeOfErrno() {
+    switch (errno) {
+    case ENOSPC:
+    case EDQUOT:
+        return SQLITE_FULL;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return SQLITE_READONLY;
+    default:
+        return SQLITE_CANTOPEN;
+    }
 }
 
 } // namespace velmo
