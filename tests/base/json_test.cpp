@@ -18,6 +18,7 @@ TEST(Json, TakesOnlyWhatIsWrittenAsAnInteger) {
         {R"({"\u006e":3})", 3},
         {R"({"n":1,"n":2})", 2},
         {R"({"n":9223372036854775808})", std::nullopt},
+        {R"({"n":12,"a":"\ud800"})", 12}, // read wherever the other members are
         {R"({"n":12.0})", std::nullopt},
         {R"({"n":1e3})", std::nullopt},
         {R"({"n":true})", std::nullopt},
