@@ -115,10 +115,6 @@ bool precedesByCodePoints(QStringView left, QStringView right) {
                         byCodePoints) < 0;
 }
 
-bool precedes(const QString &left, const QString &right) {
-    return precedesByCodePoints(composed(left), composed(right));
-}
-
 QStringList inOrder(const QStringList &words) {
     struct Word {
         QString composed;

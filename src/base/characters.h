@@ -38,10 +38,7 @@ namespace velmo {
 /// Ascending order by code points (never by UTF-16 units).
 [[nodiscard]] bool precedesByCodePoints(QStringView left, QStringView right);
 
-/// The same of the composed forms: the order in which Velmo sorts words.
-[[nodiscard]] bool precedes(const QString &left, const QString &right);
-
-/// The words in that order; canonically equal ones by their own code points.
+/// The words in the order of their composed forms; canonically equal ones by their own code points.
 [[nodiscard]] QStringList inOrder(const QStringList &words);
 
 } // namespace velmo

@@ -32,10 +32,10 @@ TEST(Characters, TrimsWhatCountsAsWhiteSpaceAndNothingElse) {
 }
 
 TEST(Characters, OrdersByCodePointsOfTheComposedForm) {
-    EXPECT_TRUE(precedes(u"Zebra"_s, u"apple"_s));
-    EXPECT_TRUE(precedes(u"\uff5e"_s, u"😀"_s)); // by UTF-16 units the emoji would be first
-    EXPECT_FALSE(precedes(u"e\u0301"_s, u"\u00e9"_s));
-    EXPECT_FALSE(precedes(u"\u00e9"_s, u"e\u0301"_s));
+    // By UTF-16 units the emoji would be before the last, and as it is written "é" would be before "f".
+    const QStringList ascending = {u"Zebra"_s,  u"apple"_s,  u"f"_s, u"e\u0301"_s,
+                                   u"\u00e9"_s, u"\uff5e"_s, u"😀"_s};
+    EXPECT_EQ(inOrder(QStringList(ascending.rbegin(), ascending.rend())), ascending);
 }
 
 } // namespace velmo
