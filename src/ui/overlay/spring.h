@@ -8,6 +8,9 @@ namespace velmo {
 /// A value that swings to its target as a weight of mass 1 on a damped spring does. Given another target on its way it
 /// keeps its speed, so it never jerks. Once it has come to rest nothing runs. The first target is taken at once.
 ///
+/// Qt Quick's SpringAnimation takes a strength from 0 to 5 and a damping from 0 to 1, and nothing says which spring that
+/// is; these are given as in mechanics, as designs give them, and solved exactly for the time of each frame.
+///
 /// A spring given as response (seconds of a free swing) and damping fraction has the stiffness (2π / response)² and the
 /// damping 2 · fraction · √stiffness.
 class Spring : public QAbstractAnimation {
