@@ -8,6 +8,7 @@
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
+#include "support/qt_printing.h"
 #include "ui/models/trigger_key_name.h"
 #include "ui/models/undo_offer.h"
 

@@ -7,6 +7,7 @@
 #include "store/preference_keys.h"
 #include "store/preference_watch.h"
 #include "support/manual_main_queue.h"
+#include "support/qt_printing.h"
 #include "ui/models/list_page.h"
 #include "ui/models/undo_offer.h"
 
