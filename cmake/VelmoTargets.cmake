@@ -22,8 +22,12 @@ endif()
 function(velmo_library name)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
-  # What nearly every file includes, compiled once for all libraries. The tidy preset goes without it, so a file
-  # that forgets an include is found there. Back-ends have compile flags of their own, which would not fit.
+  velmo_precompile_headers(${name})
+endfunction()
+
+# What nearly every file includes, compiled once for all libraries. The tidy preset goes without it, so a file that
+# forgets an include is found there. Back-ends have compile flags of their own, which would not fit.
+function(velmo_precompile_headers name)
   if(name STREQUAL "velmo_base")
     target_precompile_headers(${name} PRIVATE <QByteArray> <QList> <QObject> <QString> <QStringList>
       <algorithm> <chrono> <functional> <memory> <mutex> <optional> <thread> <vector>)
@@ -43,9 +47,12 @@ function(velmo_qml_headers)
 endfunction()
 
 # A folder of src/ui/ that is a QML module: velmo_qml_module(velmo_ui_popover URI Velmo.Popover SOURCES a.cpp QML A.qml).
-# Whoever shows it calls its qml_register_types_Velmo_Popover(), which keeps the linker from dropping it.
+# DEPENDENCIES are the modules its C++ types come from, for those who check the QML; QtQuick unless told otherwise.
 function(velmo_qml_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML;SINGLETONS;DEPENDENCIES")
+  if(NOT arg_DEPENDENCIES)
+    set(arg_DEPENDENCIES QtQuick)
+  endif()
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   string(REPLACE "." "/" path ${arg_URI})
   set(CMAKE_AUTOMOC ON)
@@ -55,8 +62,13 @@ function(velmo_qml_module name)
   qt_add_qml_module(${name} STATIC NO_PLUGIN ${interpreted} URI ${arg_URI} VERSION 1.0
     OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/qml/${path}"
     RESOURCE_PREFIX /qt-project.org/imports
+    DEPENDENCIES ${arg_DEPENDENCIES}
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src" PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
   target_precompile_headers(${name} REUSE_FROM velmo_qml_headers)
+  # Nothing refers to the file that registers the types, so the linker has to be told that it is needed.
+  string(REPLACE "." "_" register "qml_register_types_${arg_URI}")
+  string(LENGTH ${register} length)
+  target_link_options(${name} INTERFACE "LINKER:--undefined=_Z${length}${register}v")
 endfunction()

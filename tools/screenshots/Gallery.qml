@@ -57,10 +57,11 @@ Rectangle {
             Repeater {
                 model: [SoftShadow.Level.Handle, SoftShadow.Level.Overlay, SoftShadow.Level.Menu, SoftShadow.Level.Sheet]
                 Item {
+                    id: raised
                     required property int modelData
                     width: 100
                     height: 48
-                    SoftShadow { anchors.fill: parent; level: parent.modelData }
+                    SoftShadow { anchors.fill: parent; level: raised.modelData }
                     Rectangle { anchors.fill: parent; radius: Theme.radiusCard }
                 }
             }
@@ -70,11 +71,12 @@ Rectangle {
             Repeater {
                 model: [28, 24, 20, 18, 16, 14, 13, 12, 11]
                 Rectangle {
+                    id: line
                     required property int modelData
                     width: label.width
                     height: label.height
                     color: Theme.tint
-                    Label { id: label; size: parent.modelData; text: "Welcome to Velmo Ågj" }
+                    Label { id: label; size: line.modelData; text: "Welcome to Velmo Ågj" }
                 }
             }
         }

@@ -116,9 +116,8 @@ WindowSet::WindowSet(QQmlEngine &engine, Contents contents, const QString &trigg
       m_dictionary({m_preferences, m_watch, m_collation, *this, *this, m_undoOffer}),
       m_snippets({m_preferences, m_watch, m_collation, *this, *this, m_undoOffer}),
       m_controller(engine,
-                   {m_view, m_undoOffer, m_home, m_dictionary, m_snippets,
-                    pages.mode ? *pages.mode : m_nothing, pages.account ? *pages.account : m_nothing,
-                    pages.settings ? *pages.settings : m_nothing},
+                   {m_view, m_undoOffer, &m_home, &m_dictionary, &m_snippets, pages.mode, pages.account,
+                    pages.settings},
                    [] { return true; }) {}
 
 QQuickWindow &WindowSet::show(QSize size) {

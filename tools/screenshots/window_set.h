@@ -35,9 +35,9 @@ private:
 
 /// The state of the pages that hold no texts; null for a page that is not shown.
 struct OtherPages {
-    QObject *mode = nullptr;
-    QObject *account = nullptr;
-    QObject *settings = nullptr;
+    ModeView *mode = nullptr;
+    AccountView *account = nullptr;
+    SettingsView *settings = nullptr;
 };
 
 /// Somebody's texts, and the main window over them, with the real stores and page states.
@@ -74,7 +74,6 @@ private:
     HomeView m_home;
     DictionaryView m_dictionary;
     SnippetsView m_snippets;
-    QObject m_nothing;
     MainWindowController m_controller;
 };
 

@@ -57,7 +57,7 @@ struct WindowParts::MainWindow {
           settings({with.core.preferences(), with.core.preferenceWatch(), with.hotkeyListener, triggerKey,
                     *with.display.permission, with.microphonePermission, with.microphonePresence,
                     with.systemSettings, loginItem, QCoreApplication::applicationVersion()}),
-          window(with.engine, {view, undoOffer, home, dictionary, snippets, mode, account, settings},
+          window(with.engine, {view, undoOffer, &home, &dictionary, &snippets, &mode, &account, &settings},
                  StatusItem::hasHost) {
         const auto refresh = [this] { home.refresh(); };
         QObject::connect(&with.core.authManager(), &AuthManager::isLoggedInChanged, &home, refresh);

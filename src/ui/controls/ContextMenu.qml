@@ -18,7 +18,7 @@ T.Menu {
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onAboutToShow: {
         _giveBackTo = parent.Window.activeFocusItem
-        _hadRing = _giveBackTo?.visualFocus ?? false
+        _hadRing = (_giveBackTo as T.Control)?.visualFocus ?? false
     }
     onClosed: _giveBackTo?.forceActiveFocus(_hadRing ? Qt.TabFocusReason : Qt.MouseFocusReason)
 

@@ -2,11 +2,12 @@ import QtQuick
 
 /// What a text field lies on; its outline says whether it is hovered or written in.
 Rectangle {
-    required property Item control
+    required property bool active ///< It is written in.
+    required property bool hovered
     property bool flat: false
 
     radius: Theme.radiusField
-    color: control.activeFocus ? Theme.card : flat ? Theme.card : Theme.field
-    border.width: control.activeFocus ? 2 : 1
-    border.color: control.activeFocus ? Theme.accent : control.hovered ? Theme.outlineHover : Theme.outline
+    color: active ? Theme.card : flat ? Theme.card : Theme.field
+    border.width: active ? 2 : 1
+    border.color: active ? Theme.accent : hovered ? Theme.outlineHover : Theme.outline
 }

@@ -21,7 +21,7 @@ Rectangle {
         radius: Theme.radiusSmall
         color: cap.capturing ? Theme.tint : Theme.card
         border.width: 1
-        border.color: cap.capturing ? Theme.accent : "#DEDEDE" // the outline on white; it lies on the key's dark side
+        border.color: cap.capturing ? Theme.accent : Theme.keyOutline
 
         Label {
             id: label

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import QtQuick.Window
@@ -22,7 +24,7 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     onAboutToShow: {
         _giveBackTo = parent.Window.activeFocusItem
-        _hadRing = _giveBackTo?.visualFocus ?? false
+        _hadRing = (_giveBackTo as T.Control)?.visualFocus ?? false
     }
     onClosed: _giveBackTo?.forceActiveFocus(_hadRing ? Qt.TabFocusReason : Qt.MouseFocusReason)
 

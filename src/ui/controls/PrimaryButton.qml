@@ -6,6 +6,6 @@ PushButton {
     fillHover: Theme.accentHover
     fillPressed: Theme.accentPressed
     outline: "transparent"
-    foreground: "white"
+    foreground: Theme.onFill
     weight: Font.DemiBold
 }

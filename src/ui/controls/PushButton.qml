@@ -15,10 +15,11 @@ T.Button {
     property int symbolSize: textSize
     property color fill: Theme.card
     property color fillHover: Theme.field
-    property color fillPressed: "#E4E4E9"
+    property color fillPressed: Theme.buttonPressed
     property color outline: Theme.outline
     property color foreground: Theme.ink
     property int weight: Font.Medium
+    readonly property real radius: small ? Theme.radiusRow : Theme.radiusField
 
     implicitWidth: Math.ceil(leftPadding + contentItem.implicitWidth + rightPadding)
     implicitHeight: small ? 28 : 36
@@ -78,7 +79,7 @@ T.Button {
 
     background: Rectangle {
         opacity: button.enabled ? 1 : Theme.disabledOpacity
-        radius: button.small ? Theme.radiusRow : Theme.radiusField
+        radius: button.radius
         color: button.down ? button.fillPressed : button.hovered ? button.fillHover : button.fill
         border.color: button.outline
         border.width: button.outline.a > 0 ? 1 : 0
@@ -89,5 +90,5 @@ T.Button {
         }
     }
 
-    FocusRing { controlRadius: button.background.radius }
+    FocusRing { controlRadius: button.radius }
 }

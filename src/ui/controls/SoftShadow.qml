@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 /// A shadow of stacked translucent rectangles, since the software scene graph draws no effects. Lies beneath the element
@@ -26,7 +28,7 @@ Item {
             width: shadow.width + 2 * grown
             height: shadow.height + 2 * grown
             radius: shadow.radius + grown
-            color: Qt.rgba(0, 0, 0, shadow._recipe[1] * (2 * (shadow._count - grown) + 1) / (shadow._count * shadow._count))
+            color: Theme.shadowAt(shadow._recipe[1] * (2 * (shadow._count - grown) + 1) / (shadow._count * shadow._count))
         }
     }
 }

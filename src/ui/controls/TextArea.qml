@@ -19,7 +19,8 @@ Item {
 
     FieldBackground {
         anchors.fill: parent
-        control: input
+        active: input.activeFocus
+        hovered: input.hovered
     }
 
     Flickable {
@@ -45,7 +46,7 @@ Item {
             wrapMode: TextEdit.Wrap
             color: Theme.ink
             selectionColor: Theme.accent
-            selectedTextColor: "white"
+            selectedTextColor: Theme.onFill
             selectByMouse: true
             hoverEnabled: true
             textFormat: TextEdit.PlainText

@@ -18,7 +18,7 @@ T.TextField {
     color: Theme.ink
     placeholderTextColor: Theme.placeholder
     selectionColor: Theme.accent
-    selectedTextColor: "white"
+    selectedTextColor: Theme.onFill
     selectByMouse: true
     hoverEnabled: true
     font.family: "Inter"
@@ -27,7 +27,10 @@ T.TextField {
     Accessible.name: placeholderText
     Accessible.role: Accessible.EditableText
 
-    background: FieldBackground { control: field }
+    background: FieldBackground {
+        active: field.activeFocus
+        hovered: field.hovered
+    }
 
     Symbol {
         visible: field.leadingSymbol.length > 0

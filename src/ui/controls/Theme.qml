@@ -3,17 +3,22 @@ pragma Singleton
 import QtQuick
 import Velmo.Controls
 
-/// Every colour, measure and duration of the interface. All are product decisions; contrasts are noted where text
-/// depends on them.
+/// Every colour of the interface, and the measures and times its parts share. All are product decisions; contrasts are
+/// noted where text depends on them. What Qt draws by itself has its colours from prepareInterface().
 QtObject {
     readonly property color accent: "#1A7A4A" // white on it 5.4:1
     readonly property color accentHover: "#16683F"
     readonly property color accentPressed: "#125634"
+    readonly property color onFill: "#FFFFFF" // words and symbols on a fill, and what slides on one
     readonly property color tint: "#E8F5ED" // accent on it 4.8:1
     readonly property color heroEnd: "#F4FAF6"
     readonly property color window: "#EDEDF2"
     readonly property color field: "#F5F5F7"
     readonly property color rowHover: "#ECECF0"
+    readonly property color buttonPressed: "#E4E4E9"
+    readonly property color signIn: "#000000"
+    readonly property color signInHover: "#2A2A2A"
+    readonly property color signInPressed: "#3A3A3A"
     readonly property color card: "#FFFFFF"
     readonly property color ink: "#121212" // 16:1 on window
     readonly property color secondary: "#545454" // 6.5:1 on window
@@ -33,11 +38,13 @@ QtObject {
     readonly property color cardHairline: Qt.tint(card, hairline) // an outline lies on what is beneath the card
     readonly property color outline: inkAt(0.14)
     readonly property color outlineHover: inkAt(0.28)
+    readonly property color keyOutline: "#DEDEDE" // the outline on white; it lies on the key's dark side
     readonly property color scrim: inkAt(0.32)
     readonly property color scrollBar: inkAt(0.22)
 
     // Laid over what is hovered or pressed.
     readonly property color hoverRow: inkAt(0.04)
+    readonly property color hoveredRow: "#F0F0F2" // covers what lies beneath
     readonly property color hoverSymbol: inkAt(0.06)
     readonly property color pressed: inkAt(0.10)
 
@@ -60,6 +67,19 @@ QtObject {
 
     function inkAt(opacity: real): color {
         return Qt.rgba(0x12 / 255, 0x12 / 255, 0x12 / 255, opacity)
+    }
+
+    /// On what is dark.
+    function lightAt(opacity: real): color {
+        return Qt.rgba(1, 1, 1, opacity)
+    }
+
+    function shadowAt(opacity: real): color {
+        return Qt.rgba(0, 0, 0, opacity)
+    }
+
+    function faded(full: color, opacity: real): color {
+        return Qt.rgba(full.r, full.g, full.b, opacity)
     }
 
     function motion(milliseconds: int): int {

@@ -33,7 +33,7 @@ T.Switch {
             width: 16
             height: 16
             radius: 8
-            color: "white"
+            color: Theme.onFill
 
             Behavior on x {
                 enabled: !toggle.down

@@ -41,7 +41,7 @@ void prepareInterface() {
     font.setPixelSize(13);
     QGuiApplication::setFont(font);
     QGuiApplication::setPalette(lightPalette());
-    qml_register_types_Velmo_Controls(); // keeps the linker from dropping the module
+    qml_register_types_Velmo_Controls(); // Motion has to be known before the first import
 }
 
 void setReducedMotion(QQmlEngine &engine, bool isReduced) {

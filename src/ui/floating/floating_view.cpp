@@ -1,7 +1,8 @@
 #include "ui/floating/floating_view.h"
 
+#include "ui/floating/floating_content.h"
+
 #include <QPainterPath>
-#include <QQuickItem>
 
 using namespace Qt::StringLiterals;
 
@@ -46,28 +47,31 @@ FloatingView::FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows
 
 FloatingView::~FloatingView() = default;
 
-void FloatingView::setContent(const QUrl &component, QVariantMap properties) {
-    properties.insert(u"composited"_s, m_desktop.isComposited());
+void FloatingView::setContent(const QUrl &component, const QVariantMap &properties) {
     setInitialProperties(properties);
     setSource(component);
-    if (!rootObject())
+    if (!content())
         return;
-    connect(rootObject(), SIGNAL(inputAreasChanged()), this, SLOT(applyInputAreas()));
-    connect(rootObject(), SIGNAL(solidAreasChanged()), this, SLOT(applySolidAreas()));
-    connect(rootObject(), SIGNAL(solidRadiusChanged()), this, SLOT(applySolidAreas()));
+    connect(content(), &FloatingContent::inputAreasChanged, this, &FloatingView::applyInputAreas);
+    connect(content(), &FloatingContent::solidAreasChanged, this, &FloatingView::applySolidAreas);
+    connect(content(), &FloatingContent::solidRadiusChanged, this, &FloatingView::applySolidAreas);
     applyInputAreas();
-    applySolidAreas();
+    applyComposition();
+}
+
+FloatingContent *FloatingView::content() const {
+    return qobject_cast<FloatingContent *>(rootObject());
 }
 
 void FloatingView::applyComposition() {
-    rootObject()->setProperty("composited", m_desktop.isComposited());
+    content()->setComposited(m_desktop.isComposited());
     applySolidAreas();
 }
 
 void FloatingView::applyInputAreas() {
     const qreal ratio = devicePixelRatio();
     QList<QRect> region;
-    for (const QRectF &area : areas("inputAreas"))
+    for (const QRectF &area : content()->inputAreas())
         region.append(QRectF(area.topLeft() * ratio, area.size() * ratio).toAlignedRect());
     m_desktop.setInputRegion(winId(), region);
 }
@@ -75,9 +79,8 @@ void FloatingView::applyInputAreas() {
 void FloatingView::applySolidAreas() {
     QRegion mask;
     if (!m_desktop.isComposited()) {
-        const qreal radius = rootObject()->property("solidRadius").toReal();
-        for (const QRectF &area : areas("solidAreas"))
-            mask += roundedRegion(area, radius);
+        for (const QRectF &area : content()->solidAreas())
+            mask += roundedRegion(area, content()->solidRadius());
     }
     if (mask != this->mask())
         setMask(mask);
@@ -94,14 +97,6 @@ void FloatingView::comeForward() {
         if (std::exchange(m_shouldRaise, false))
             comeForward();
     });
-}
-
-QList<QRectF> FloatingView::areas(const char *property) const {
-    QList<QRectF> areas;
-    const QVariantList values = rootObject()->property(property).value<QVariantList>();
-    for (const QVariant &value : values)
-        areas.append(value.toRectF());
-    return areas;
 }
 
 } // namespace velmo

@@ -7,15 +7,11 @@
 
 namespace velmo {
 
+class FloatingContent;
+
 /// A window that floats over all others on every desktop, full-screen windows included, and is as translucent as its
 /// content wherever the display can do that. Elsewhere its content is told to be opaque, and the window has the shape of
 /// what is drawn. Main thread.
-///
-/// The root of its content has these properties:
-///   composited   bool, required: whether what is translucent looks so
-///   inputAreas   list of rectangles: what takes the mouse; clicks elsewhere go to what lies beneath
-///   solidAreas   list of rectangles: what is drawn, shadows apart
-///   solidRadius  number: how round their corners are at most; else it is half their height
 class FloatingView final : public QQuickView {
     Q_OBJECT
 public:
@@ -25,21 +21,20 @@ public:
     FloatingView(QQmlEngine &engine, MainQueue &queue, FloatingWindows &desktop, Keyboard keyboard);
     ~FloatingView() override;
 
-    /// Loads the component as the window's content; what the properties point to outlives the view.
-    void setContent(const QUrl &component, QVariantMap properties);
+    /// Loads the component, a FloatingContent, as the window's content; what the properties point to outlives the view.
+    void setContent(const QUrl &component, const QVariantMap &properties);
+    /// Null before it is set.
+    [[nodiscard]] FloatingContent *content() const;
 
 Q_SIGNALS:
     /// Panels and docks may leave more or less free of the screens.
     void panelsChanged();
 
-private Q_SLOTS:
+private:
     void applyInputAreas();
     void applySolidAreas();
-
-private:
     void applyComposition();
     void comeForward();
-    [[nodiscard]] QList<QRectF> areas(const char *property) const;
 
     MainQueue &m_queue;
     FloatingWindows &m_desktop;

@@ -4,6 +4,7 @@
 #include "base/main_queue.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmo {
 
@@ -14,6 +15,8 @@ class SyncManager;
 /// The account page: who is signed in and when their data was last brought in step, or the way to sign in. Main thread.
 class AccountView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY isSignedInChanged)
     Q_PROPERTY(bool isSigningIn READ isSigningIn NOTIFY isSigningInChanged)
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)

@@ -5,6 +5,8 @@
 #include "ui/models/list_page.h"
 #include "ui/models/row_model.h"
 
+#include <QtQml/qqmlregistration.h>
+
 namespace velmo {
 
 /// A custom word as the list shows it.
@@ -22,6 +24,7 @@ public:
 /// The learned words of one language.
 struct LearnedWordGroup {
     Q_GADGET
+    QML_VALUE_TYPE(learnedWordGroup)
     Q_PROPERTY(QString heading MEMBER heading)
     Q_PROPERTY(QStringList words MEMBER words)
 
@@ -37,6 +40,8 @@ public:
 /// page, process or a synchronisation changes appears by itself. Main thread.
 class DictionaryView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QString countText READ countText NOTIFY wordsChanged)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY searchTextChanged)
     Q_PROPERTY(QAbstractItemModel *filteredWords READ filteredWords CONSTANT)

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmo {
 
@@ -17,6 +18,8 @@ class TriggerKeyName;
 /// What the bar at the foot of the screen shows and does. Main thread.
 class FloatingBar final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool isIdle READ isIdle NOTIFY stateChanged)
     Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY stateChanged)
     Q_PROPERTY(QString initial READ initial NOTIFY initialChanged)

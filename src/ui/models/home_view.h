@@ -3,6 +3,7 @@
 #include "base/main_queue.h"
 #include "ui/models/row_model.h"
 
+#include <QtQml/qqmlregistration.h>
 #include <optional>
 
 namespace velmo {
@@ -40,6 +41,7 @@ public:
 /// A figure about the use of Velmo.
 struct StatisticCard {
     Q_GADGET
+    QML_VALUE_TYPE(statisticCard)
     Q_PROPERTY(QString emoji MEMBER emoji)
     Q_PROPERTY(QString value MEMBER value)
     Q_PROPERTY(QString label MEMBER label)
@@ -55,6 +57,8 @@ public:
 /// The home page: how to dictate, figures about the use, and the history by days. Main thread.
 class HomeView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool isHeroCardShown READ isHeroCardShown NOTIFY heroCardChanged)
     Q_PROPERTY(QString heroTitle READ heroTitle NOTIFY triggerKeyChanged)
     Q_PROPERTY(QString heroText READ heroText NOTIFY triggerKeyChanged)

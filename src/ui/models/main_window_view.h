@@ -2,12 +2,14 @@
 
 #include <QList>
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmo {
 
 /// A line of the main window's sidebar.
 struct SidebarItem {
     Q_GADGET
+    QML_VALUE_TYPE(sidebarItem)
     Q_PROPERTY(int page MEMBER page)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString symbolName MEMBER symbolName)
@@ -21,6 +23,8 @@ public:
 /// The main window's frame: which pages there are and which one is shown. Main thread.
 class MainWindowView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(int selectedPage READ selectedPage WRITE selectPage NOTIFY selectedPageChanged)
     Q_PROPERTY(QList<velmo::SidebarItem> mainPages READ mainPages CONSTANT)
     Q_PROPERTY(QList<velmo::SidebarItem> lowerPages READ lowerPages CONSTANT)

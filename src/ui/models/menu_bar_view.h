@@ -5,6 +5,7 @@
 #include "base/main_queue.h"
 #include "ui/models/row_model.h"
 
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace velmo {
@@ -35,6 +36,8 @@ public:
 /// missing for it, and the recent texts. Main thread.
 class MenuBarView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY statusChanged)
     Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY statusChanged)
     Q_PROPERTY(QString title READ title NOTIFY statusChanged)
@@ -45,7 +48,7 @@ class MenuBarView final : public QObject {
     Q_PROPERTY(bool isSetupRequired READ isSetupRequired NOTIFY setupChanged)
     Q_PROPERTY(QString setupHint READ setupHint NOTIFY setupChanged)
     Q_PROPERTY(QAbstractItemModel *recentEntries READ recentEntries CONSTANT)
-    Q_PROPERTY(qsizetype entryCount READ entryCount NOTIFY entriesChanged)
+    Q_PROPERTY(int entryCount READ entryCount NOTIFY entriesChanged)
     Q_PROPERTY(QString emptyHint READ emptyHint NOTIFY setupChanged)
 
 public:
@@ -85,7 +88,7 @@ public:
 
     /// All of the history, newest first.
     [[nodiscard]] RowModel<RecentEntry> *recentEntries() { return &m_recentEntries; }
-    [[nodiscard]] qsizetype entryCount() const { return m_recentEntries.rows().size(); }
+    [[nodiscard]] int entryCount() const { return m_recentEntries.rowCount(); }
     /// How to get a first text.
     [[nodiscard]] QString emptyHint() const;
 

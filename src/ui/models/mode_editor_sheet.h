@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace velmo {
@@ -12,6 +13,8 @@ namespace velmo {
 /// nothing before the person confirms. Main thread.
 class ModeEditorSheet final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QString title READ title CONSTANT)
     Q_PROPERTY(QString confirmText READ confirmText CONSTANT)
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY draftChanged)

@@ -5,6 +5,7 @@
 #include "ui/models/mode_editor_sheet.h"
 #include "ui/models/row_model.h"
 
+#include <QtQml/qqmlregistration.h>
 #include <memory>
 
 namespace velmo {
@@ -37,6 +38,8 @@ public:
 /// person has made. Every change is stored at once; what another process changes appears by itself. Main thread.
 class ModeView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool smartFormatting READ smartFormatting WRITE setSmartFormatting NOTIFY modesChanged)
     Q_PROPERTY(QString caption READ caption NOTIFY modesChanged)
     Q_PROPERTY(QAbstractItemModel *builtInModes READ builtInModes CONSTANT)

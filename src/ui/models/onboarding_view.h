@@ -5,6 +5,8 @@
 #include "ui/models/row_model.h"
 #include "ui/models/trigger_key_capture.h"
 
+#include <QtQml/qqmlregistration.h>
+
 namespace velmo {
 
 class AccessibilityPermission;
@@ -44,6 +46,8 @@ public:
 /// shown, goes on by itself when a step is done, and ends two seconds after the last one. Main thread.
 class OnboardingView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QAbstractItemModel *steps READ steps CONSTANT)
     Q_PROPERTY(bool isAllDone READ isAllDone NOTIFY stepsChanged)
     Q_PROPERTY(bool isKeyless READ isKeyless NOTIFY stepsChanged)

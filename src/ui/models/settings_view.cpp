@@ -41,9 +41,9 @@ QStringList SettingsView::languageNames() const {
     return names;
 }
 
-qsizetype SettingsView::primaryLanguage() const {
+int SettingsView::primaryLanguage() const {
     const auto primary = std::ranges::find_if(m_languages.rows(), &LanguageRow::isPrimary);
-    return primary == m_languages.rows().end() ? -1 : primary - m_languages.rows().begin();
+    return primary == m_languages.rows().end() ? -1 : static_cast<int>(primary - m_languages.rows().begin());
 }
 
 QString SettingsView::primaryLanguageName() const {

@@ -4,6 +4,8 @@
 #include "ui/models/row_model.h"
 #include "ui/models/trigger_key_capture.h"
 
+#include <QtQml/qqmlregistration.h>
+
 namespace velmo {
 
 class AccessibilityPermission;
@@ -57,9 +59,11 @@ public:
 /// desktop, and what it is. Every change is stored when it is made. Main thread.
 class SettingsView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QAbstractItemModel *languages READ languages CONSTANT)
     Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
-    Q_PROPERTY(qsizetype primaryLanguage READ primaryLanguage NOTIFY languagesChanged)
+    Q_PROPERTY(int primaryLanguage READ primaryLanguage NOTIFY languagesChanged)
     Q_PROPERTY(QString primaryLanguageName READ primaryLanguageName NOTIFY languagesChanged)
     Q_PROPERTY(bool followsSpokenLanguage READ followsSpokenLanguage WRITE setFollowsSpokenLanguage NOTIFY
                    followsSpokenLanguageChanged)
@@ -92,7 +96,7 @@ public:
     [[nodiscard]] RowModel<LanguageRow> *languages() { return &m_languages; }
     [[nodiscard]] QStringList languageNames() const;
     /// The row of the primary language; -1 when it is not on offer.
-    [[nodiscard]] qsizetype primaryLanguage() const;
+    [[nodiscard]] int primaryLanguage() const;
     [[nodiscard]] QString primaryLanguageName() const;
     Q_INVOKABLE void choosePrimaryLanguage(qsizetype row);
     Q_INVOKABLE void toggleLanguage(const QString &code) { m_choice.toggleLanguage(code); }

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 #include <optional>
 
@@ -13,6 +14,8 @@ namespace velmo {
 /// another snippet has, whatever its case, is refused with an alert. Main thread.
 class SnippetEditorSheet final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QString title READ title CONSTANT)
     Q_PROPERTY(QString trigger READ trigger WRITE setTrigger NOTIFY textsChanged)
     Q_PROPERTY(QString expansion READ expansion WRITE setExpansion NOTIFY textsChanged)

@@ -7,6 +7,7 @@
 #include "ui/models/row_model.h"
 #include "ui/models/snippet_editor_sheet.h"
 
+#include <QtQml/qqmlregistration.h>
 #include <memory>
 #include <utility>
 
@@ -34,6 +35,8 @@ public:
 /// another page, process or a synchronisation changes appears by itself. Main thread.
 class SnippetsView final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QString countText READ countText NOTIFY snippetsChanged)
     Q_PROPERTY(QString emptyText READ emptyText NOTIFY searchTextChanged)
     Q_PROPERTY(QAbstractItemModel *filteredSnippets READ filteredSnippets CONSTANT)

@@ -3,6 +3,7 @@
 #include "base/lifetime.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmo {
 
@@ -15,6 +16,8 @@ class TriggerKeyName;
 /// the press the present trigger key does nothing, so it can be pressed too. Main thread.
 class TriggerKeyCapture final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QString keyName READ keyName NOTIFY keyNameChanged)
     Q_PROPERTY(bool isCapturing READ isCapturing NOTIFY isCapturingChanged)
     Q_PROPERTY(QString refusal READ refusal NOTIFY refusalChanged)

@@ -3,6 +3,7 @@
 #include "base/main_queue.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 #include <vector>
 
@@ -12,6 +13,8 @@ namespace velmo {
 /// back first, and then what was deleted before. Main thread.
 class UndoOffer final : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool isOffered READ isOffered NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
 

@@ -31,7 +31,7 @@ Column {
         radius: 24
         color: Theme.tint
         border.width: 1
-        border.color: Qt.rgba(Theme.accent.r, Theme.accent.g, Theme.accent.b, 0.25)
+        border.color: Theme.faded(Theme.accent, 0.25)
 
         Symbol {
             anchors.centerIn: parent

@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// The set-up: what Velmo needs, one step after the other.
 Rectangle {
     id: root
 
-    required property QtObject onboarding
+    required property OnboardingView onboarding
 
     color: Theme.window
 
@@ -122,7 +125,7 @@ Rectangle {
 
     // While a trigger key is chosen, every key belongs to the choice.
     Item {
-        readonly property QtObject key: root.onboarding.triggerKey
+        readonly property TriggerKeyCapture key: root.onboarding.triggerKey
         readonly property bool capturing: key.isCapturing
 
         focus: capturing

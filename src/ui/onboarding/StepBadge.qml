@@ -25,7 +25,7 @@ Item {
             text: badge.number
             Accessible.ignored: true
             weight: Font.DemiBold
-            color: badge.current ? "white" : Theme.secondary
+            color: badge.current ? Theme.onFill : Theme.secondary
         }
     }
 

@@ -10,8 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-void qml_register_types_Velmo_Onboarding();
-
 namespace velmo {
 
 namespace {
@@ -41,7 +39,6 @@ QQuickWindow *OnboardingWindowController::window() const {
 }
 
 void OnboardingWindowController::createWindow() {
-    qml_register_types_Velmo_Onboarding();
     m_window = std::make_unique<QQuickView>(&m_engine, nullptr);
     QQuickView &window = *m_window;
     window.setTitle(tr("Velmo Setup"));

@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 import Velmo.Overlay
 
 /// What is shown while somebody dictates: who gets the text, the voice, and the ways to end.
 Rectangle {
     id: capsule
 
-    required property QtObject bar
+    required property FloatingBar bar
     required property bool composited
     required property bool swings
 
@@ -32,14 +35,14 @@ Rectangle {
         width: 24
         height: 24
         radius: 6
-        color: Qt.rgba(1, 1, 1, 0.15)
+        color: Theme.lightAt(0.15)
 
         Label {
             anchors.centerIn: parent
             text: capsule.bar.initial
             size: 12
             weight: Font.Bold
-            color: Qt.rgba(1, 1, 1, 0.9)
+            color: Theme.lightAt(0.9)
         }
     }
 
@@ -53,7 +56,7 @@ Rectangle {
         enabled: !capsule.bar.isTranscribing
         opacity: enabled ? 1 : Theme.disabledOpacity
         name: qsTr("Cancel dictation")
-        color: Qt.rgba(1, 1, 1, pressed ? 0.24 : hovered ? 0.18 : 0.10)
+        color: Theme.lightAt(pressed ? 0.24 : hovered ? 0.18 : 0.10)
         onClicked: capsule.bar.cancelRecording()
 
         Symbol {
@@ -61,7 +64,7 @@ Rectangle {
             name: "xmark"
             pointSize: 10
             weight: Symbol.Semibold
-            color: Qt.rgba(1, 1, 1, cancel.hovered ? 0.9 : 0.6)
+            color: Theme.lightAt(cancel.hovered ? 0.9 : 0.6)
         }
     }
 
@@ -99,13 +102,14 @@ Rectangle {
             width: 10
             height: 10
             radius: 2
+            color: Theme.onFill
         }
 
         ProgressRing {
             visible: capsule.bar.isTranscribing
             anchors.centerIn: parent
             size: 14
-            color: "white"
+            color: Theme.onFill
         }
     }
 }

@@ -46,7 +46,7 @@ Item {
         height: Math.max(dot.minHeight, dot.minHeight + spring.value + 0.2 * dot._range * dot.shimmerPhase)
         radius: width / 2
         antialiasing: true
-        color: "white"
+        color: Theme.onFill
         opacity: dot.isTranscribing ? 0.4 + 0.3 * dot.shimmerPhase : 0.4 + 0.5 * dot.level
 
         Behavior on opacity {

@@ -48,7 +48,7 @@ Rectangle {
         wrapMode: Text.Wrap
         maximumLineCount: 2
         elide: Text.ElideRight
-        color: Qt.rgba(1, 1, 1, 0.9)
+        color: Theme.lightAt(0.9)
         Accessible.ignored: true
     }
 

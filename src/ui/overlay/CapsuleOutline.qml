@@ -7,5 +7,5 @@ Rectangle {
     anchors.fill: parent
     color: "transparent"
     border.width: Theme.hairlineWidth(Screen.devicePixelRatio)
-    border.color: Qt.rgba(1, 1, 1, 0.08)
+    border.color: Theme.lightAt(0.08)
 }

@@ -1,14 +1,15 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Floating
+import Velmo.Models
 import Velmo.Overlay
 
 /// The floating bar: a handle at rest, with a tip above it while the pointer is there or something has to be said; a
 /// bar while somebody dictates. Fills a window of fixed size at the foot of the screen, most of which is clear.
-Item {
+FloatingContent {
     id: view
 
-    required property QtObject bar
-    required property bool composited
+    required property FloatingBar bar
     /// The panel, of which the window shows more: its size at rest and while active, and what lies below it.
     required property size idleSize
     required property size activeSize
@@ -17,9 +18,9 @@ Item {
     readonly property bool isHovering: idle.hovered
     readonly property bool swings: composited && !Theme.reducedMotion
 
-    readonly property var inputAreas: bar.isIdle ? idle.inputAreas : [areaOf(active)]
-    readonly property var solidAreas: bar.isIdle ? idle.solidAreas : [areaOf(active)]
-    readonly property real solidRadius: bar.isIdle ? idle.solidRadius : active.height / 2
+    inputAreas: bar.isIdle ? idle.inputAreas : [areaOf(active)]
+    solidAreas: bar.isIdle ? idle.solidAreas : [areaOf(active)]
+    solidRadius: bar.isIdle ? idle.solidRadius : active.height / 2
 
     function areaOf(item: Item): rect {
         return Qt.rect(item.x, item.y, item.width, item.height)
@@ -60,16 +61,18 @@ Item {
             NumberAnimation { duration: 350; easing.type: Easing.InOutQuad }
         }
 
-        Binding on active {
+        Binding {
             when: !view.bar.isIdle
             restoreMode: Binding.RestoreNone
-            value: true
+            active.active: true
         }
         active: false
         sourceComponent: ActiveBar {
+            // qmllint disable unqualified
             bar: view.bar
             composited: view.composited
             swings: view.swings
+            // qmllint enable unqualified
         }
         width: view.activeSize.width - 32
         height: view.activeSize.height - 16

@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The bar at rest: a handle that stays where it is, and above it now and then a tip. A click starts a dictation.
 Item {
     id: content
 
-    required property QtObject bar
+    required property FloatingBar bar
     required property bool composited
 
     readonly property bool hovered: area.containsMouse && enabled
@@ -50,7 +51,7 @@ Item {
         width: handle.width + 2
         height: handle.height + 2
         radius: height / 2
-        color: Qt.rgba(1, 1, 1, 0.34)
+        color: Theme.lightAt(0.34)
     }
 
     SoftShadow {
@@ -74,15 +75,16 @@ Item {
     Loader {
         id: tip
 
-        Binding on active {
+        Binding {
             when: content._isTipShown
             restoreMode: Binding.RestoreNone
-            value: true
+            tip.active: true
         }
         active: false
         sourceComponent: BarTip {
             id: words
 
+            // qmllint disable unqualified
             /// What is said last stays while the tip fades.
             Binding {
                 when: content._isTipShown
@@ -95,6 +97,7 @@ Item {
 
             composited: content.composited
             radius: content.solidRadius
+            // qmllint enable unqualified
         }
         x: Math.round((content.width - width) / 2)
         y: handle.y - 8 - height

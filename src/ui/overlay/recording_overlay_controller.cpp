@@ -10,8 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-void qml_register_types_Velmo_Overlay();
-
 using namespace std::chrono_literals;
 
 namespace velmo {
@@ -21,10 +19,6 @@ namespace {
 // Product decisions.
 constexpr auto kResizeTime = 350ms;
 constexpr auto kMoveTime = 300ms;
-
-/// The window shows a tip of two lines above the handle, with its shadow, and the shadow below the bar; it keeps its
-/// size, since a window that changes it at every frame flickers.
-constexpr QSize kWindowSize(RecordingOverlayController::activeSize.width(), 92);
 
 QScreen *screenUnderMouse() {
     const QPoint mouse = QCursor::pos();
@@ -40,8 +34,10 @@ QScreen *screenUnderMouse() {
 RecordingOverlayController::RecordingOverlayController(const Collaborators &collaborators)
     : m_with(collaborators) {
     m_move.setEasingCurve(QEasingCurve::InOutQuad);
-    connect(&m_move, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant &position) { m_overlayPanel->setPosition(position.toPoint()); });
+    connect(&m_move, &QVariantAnimation::valueChanged, this, [this](const QVariant &position) {
+        if (m_move.state() == QAbstractAnimation::Running) // it also changes while another move is set up
+            m_overlayPanel->setPosition(position.toPoint());
+    });
 }
 
 RecordingOverlayController::~RecordingOverlayController() = default;
@@ -49,7 +45,6 @@ RecordingOverlayController::~RecordingOverlayController() = default;
 void RecordingOverlayController::show(std::unique_ptr<FloatingBar> bar) {
     if (m_overlayPanel)
         return;
-    qml_register_types_Velmo_Overlay(); // keeps the linker from dropping the module
     m_overlayPanel = std::make_unique<FloatingView>(m_with.engine, m_with.queue, m_with.desktop,
                                                     FloatingView::Keyboard::Never);
     m_currentScreen = screenUnderMouse();
@@ -57,7 +52,7 @@ void RecordingOverlayController::show(std::unique_ptr<FloatingBar> bar) {
     FloatingBar *content = bar.release();
     content->setParent(m_overlayPanel.get()); // goes after the items that show it
     m_overlayPanel->setContent(QUrl(u"qrc:/qt-project.org/imports/Velmo/Overlay/FloatingBarView.qml"_s),
-                               {{u"bar"_s, QVariant::fromValue<QObject *>(content)},
+                               {{u"bar"_s, QVariant::fromValue(content)},
                                 {u"idleSize"_s, QSizeF(idleSize)},
                                 {u"activeSize"_s, QSizeF(activeSize)},
                                 {u"bottomMargin"_s, bottomMargin}});
@@ -66,27 +61,23 @@ void RecordingOverlayController::show(std::unique_ptr<FloatingBar> bar) {
     m_mouseMonitor = m_with.mouse.watch([this](QPoint) { mouseClicked(); });
 }
 
-void RecordingOverlayController::update(State state) {
-    m_size = state == State::idle ? idleSize : activeSize;
+void RecordingOverlayController::update(State) {
     if (!m_overlayPanel)
         return;
     m_currentScreen = screenUnderMouse();
     moveIn(kResizeTime);
 }
 
-QRect RecordingOverlayController::placement(QSize size, QRect visibleFrame) {
-    const int left = visibleFrame.x() + (visibleFrame.width() - size.width()) / 2;
-    const int bottom = visibleFrame.y() + visibleFrame.height() - bottomMargin;
-    return {QPoint(left, bottom - size.height()), size};
+QRect RecordingOverlayController::placement(QRect visibleFrame) {
+    const int left = visibleFrame.x() + (visibleFrame.width() - windowSize.width()) / 2;
+    const int bottom = visibleFrame.y() + visibleFrame.height();
+    return {QPoint(left, bottom - windowSize.height()), windowSize};
 }
 
 QRect RecordingOverlayController::windowFrame() const {
     if (!m_currentScreen)
-        return {QPoint(0, 0), kWindowSize};
-    const QRect panel = placement(m_size, visibleFrame(*m_currentScreen, m_with.desktop));
-    const QPoint lowerLeft(panel.x() + (panel.width() - kWindowSize.width()) / 2,
-                           panel.y() + panel.height() + bottomMargin);
-    return {lowerLeft - QPoint(0, kWindowSize.height()), kWindowSize};
+        return {QPoint(0, 0), windowSize};
+    return placement(visibleFrame(*m_currentScreen, m_with.desktop));
 }
 
 void RecordingOverlayController::followScreens() {

@@ -27,6 +27,9 @@ public:
     static constexpr QSize idleSize{240, 50};
     static constexpr QSize activeSize{392, 60};
     static constexpr int bottomMargin = 8;
+    /// The window shows a tip of two lines above the handle, with its shadow, and the shadow below the bar; it keeps its
+    /// size, since a window that changes it at every frame flickers.
+    static constexpr QSize windowSize{activeSize.width(), 92};
 
     /// Whom the controller works with; all of them outlive it.
     struct Collaborators {
@@ -44,8 +47,8 @@ public:
     /// The panel grows or shrinks, on the screen the pointer is on now.
     void update(State state) override;
 
-    /// Where a panel of that size lies on a screen: in the middle at the foot of what docks leave free.
-    [[nodiscard]] static QRect placement(QSize size, QRect visibleFrame);
+    /// Where the window lies on a screen: in the middle at the foot of what docks leave free.
+    [[nodiscard]] static QRect placement(QRect visibleFrame);
 
     /// The window, which shows more than the panel: shadows and tips. Null before `show`.
     [[nodiscard]] FloatingView *overlayPanel() const { return m_overlayPanel.get(); }
@@ -60,7 +63,6 @@ private:
 
     Collaborators m_with;
     std::unique_ptr<FloatingView> m_overlayPanel;
-    QSize m_size = idleSize; ///< Of the panel.
     QPointer<QScreen> m_currentScreen;
     QVariantAnimation m_move; ///< Of the window's position.
     std::unique_ptr<GlobalMouseMonitor::Watch> m_mouseMonitor;

@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// The recent texts, newest first; how to get one where there is none.
 Item {
     id: recent
 
-    required property QtObject view
+    required property MenuBarView view
 
     EmptyHint {
         anchors.centerIn: parent

@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// What can be done with a recent text; rows can come and go while it is open.
 ContextMenu {
     id: menu
 
-    required property QtObject view
+    required property MenuBarView view
     property string entryId
     property Item focusAfter: null
 

@@ -89,7 +89,7 @@ Item {
         anchors.fill: more
         visible: more.visible
         radius: Theme.radiusSmall
-        color: "#F0F0F2"
+        color: Theme.hoveredRow
     }
 
     SymbolButton {

@@ -1,22 +1,19 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// What dictation still needs. The whole row is the button that tells how to get it.
 Rectangle {
     id: card
 
-    required property QtObject view
+    required property MenuBarView view
 
     implicitHeight: row.y + row.height + 7
     radius: Theme.radiusField
-    color: orangeAt(0.06)
+    color: Theme.faded(Theme.orange, 0.06)
     border.width: 1
     border.color: Theme.orange
-
-    function orangeAt(opacity: real): color {
-        return Qt.rgba(Theme.orange.r, Theme.orange.g, Theme.orange.b, opacity)
-    }
 
     Row {
         id: heading
@@ -60,7 +57,7 @@ Rectangle {
 
         background: Rectangle {
             radius: Theme.radiusRow
-            color: row.down ? card.orangeAt(0.16) : row.hovered ? card.orangeAt(0.1) : "transparent"
+            color: row.down || row.hovered ? Theme.faded(Theme.orange, row.down ? 0.16 : 0.1) : "transparent"
         }
 
         Symbol {

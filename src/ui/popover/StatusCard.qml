@@ -1,24 +1,21 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// Whether dictation is ready, listening or at work, how to go on, and what went wrong last.
 Rectangle {
     id: card
 
-    required property QtObject view
+    required property MenuBarView view
     readonly property color stateColor: view.isRecording ? Theme.red : view.isTranscribing ? Theme.blue : Theme.accent
 
     implicitHeight: content.implicitHeight + 28
     radius: Theme.radiusField
     color: Theme.card
     border.width: 1
-    border.color: Qt.tint(color, colorAt(0.2))
+    border.color: Qt.tint(color, Theme.faded(stateColor, 0.2))
     Accessible.role: Accessible.StatusBar
-    Accessible.name: [view.title, view.subtitle, view.errorMessage].filter(text => text.length > 0).join(", ")
-
-    function colorAt(opacity: real): color {
-        return Qt.rgba(stateColor.r, stateColor.g, stateColor.b, opacity)
-    }
+    Accessible.name: view.title + ", " + view.subtitle + (view.errorMessage.length > 0 ? ", " + view.errorMessage : "")
 
     Column {
         id: content
@@ -38,7 +35,7 @@ Rectangle {
                 width: 42
                 height: 42
                 radius: Theme.radiusField
-                color: card.view.isRecording || card.view.isTranscribing ? card.colorAt(0.1) : Theme.tint
+                color: card.view.isRecording || card.view.isTranscribing ? Theme.faded(card.stateColor, 0.1) : Theme.tint
 
                 Symbol {
                     anchors.centerIn: parent

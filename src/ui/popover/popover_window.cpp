@@ -1,17 +1,15 @@
 #include "ui/popover/popover_window.h"
 
+#include "ui/floating/floating_content.h"
 #include "ui/floating/floating_view.h"
 #include "ui/floating/visible_frame.h"
 #include "ui/models/menu_bar_view.h"
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QQuickItem>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
-
-void qml_register_types_Velmo_Popover();
 
 using namespace std::chrono_literals;
 
@@ -53,16 +51,15 @@ void PopoverWindow::toggle(QRect item) {
 }
 
 void PopoverWindow::show(QRect item) {
-    qml_register_types_Velmo_Popover(); // keeps the linker from dropping the module
     m_frame = placement(item, visibleFrame(*screenAt(item.center()), m_with.desktop));
     m_view = std::make_unique<FloatingView>(m_with.engine, m_with.queue, m_with.desktop,
                                             FloatingView::Keyboard::CanBorrow);
     MenuBarView *content = m_makeContent().release();
     content->setParent(m_view.get()); // goes after the items that show it
     m_view->setGeometry(m_frame.marginsAdded({kShadowMargin, kShadowMargin, kShadowMargin, kShadowMargin}));
-    m_view->setContent(QUrl(u"qrc:/qt-project.org/imports/Velmo/Popover/MenuBarView.qml"_s),
-                       {{u"view"_s, QVariant::fromValue<QObject *>(content)}, {u"margin"_s, kShadowMargin}});
-    connect(m_view->rootObject(), SIGNAL(closeRequested()), this, SLOT(closeFromWithin()));
+    m_view->setContent(QUrl(u"qrc:/qt-project.org/imports/Velmo/Popover/PopoverContent.qml"_s),
+                       {{u"view"_s, QVariant::fromValue(content)}, {u"margin"_s, kShadowMargin}});
+    connect(m_view->content(), &FloatingContent::closeRequested, this, &PopoverWindow::close);
     connect(m_view.get(), &QWindow::activeChanged, this, &PopoverWindow::activeChanged);
     // What is dictated belongs to the application that had the keyboard.
     m_content = content;
@@ -85,10 +82,6 @@ void PopoverWindow::close() {
     m_view->hide();
     m_view->disconnect(this);
     m_view.release()->deleteLater(); // it may be the one that asks
-}
-
-void PopoverWindow::closeFromWithin() {
-    close();
 }
 
 bool PopoverWindow::isDictating() const {

@@ -48,9 +48,6 @@ public:
     /// leave free of it.
     [[nodiscard]] static QRect placement(QRect item, QRect visibleFrame);
 
-private Q_SLOTS:
-    void closeFromWithin();
-
 private:
     void show(QRect item);
     [[nodiscard]] bool isDictating() const;

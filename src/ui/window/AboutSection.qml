@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// What this Velmo is.
 SettingsSection {
     id: section
 
-    required property QtObject settings
+    required property SettingsView settings
 
     symbolName: "info.circle"
     title: qsTr("About")

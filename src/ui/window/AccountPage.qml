@@ -1,12 +1,12 @@
 import QtQuick
 import QtQuick.Window
-import Velmo.Controls
+import Velmo.Models
 
 /// Who is signed in and when their data was last brought in step, or the way to sign in.
 Page {
     id: page
 
-    required property QtObject view
+    required property AccountView view
 
     title: qsTr("Account")
 

@@ -1,13 +1,14 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The trigger key, chosen by pressing another, or how to dictate without one, and whether Velmo waits in the tray from
 /// the start.
 SettingsSection {
     id: section
 
-    required property QtObject settings
-    readonly property QtObject _key: settings.triggerKey
+    required property SettingsView settings
+    readonly property TriggerKeyCapture _key: settings.triggerKey
 
     symbolName: "keyboard"
     title: qsTr("Dictation")

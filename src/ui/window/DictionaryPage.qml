@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 import Velmo.Window
 
 /// Custom words, to be added, found and removed, and the learned ones.
 Page {
     id: page
 
-    required property QtObject view
+    required property DictionaryView view
 
     title: qsTr("Dictionary")
     badge: view.countText
@@ -56,7 +59,6 @@ Page {
                 width: parent.width
                 placeholderText: qsTr("Search words...")
                 text: page.view.searchText
-                onTextEdited: page.view.searchText = text
                 onTextChanged: page.view.searchText = text
             }
 
@@ -66,7 +68,7 @@ Page {
                 width: parent.width
                 height: implicitHeight
                 model: page.view.filteredWords
-                viewport: page.scrolling
+                scrolledItem: page.scrolling.contentItem
                 spacing: 8
                 itemHeight: 32
                 measuredRole: "word"

@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The introduction at the top of the home page, until it is closed once.
 Item {
     id: hero
 
-    required property QtObject view
+    required property HomeView view
     readonly property bool wide: width >= 600
 
     implicitHeight: card.implicitHeight
@@ -27,7 +28,7 @@ Item {
         width: parent.width
         implicitHeight: words.height + 42
         radius: Theme.radiusCard
-        border.color: Qt.rgba(Theme.accent.r, Theme.accent.g, Theme.accent.b, 0.14)
+        border.color: Theme.faded(Theme.accent, 0.14)
         border.width: 1
         gradient: Gradient {
             orientation: Gradient.Horizontal

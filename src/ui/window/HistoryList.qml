@@ -1,13 +1,16 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Window
 import Velmo.Controls
+import Velmo.Models
 
 /// The history by days. One stop for the keyboard: arrow keys move from row to row. At most a hundred rows, so all of
 /// them exist.
 FocusScope {
     id: list
 
-    required property QtObject view
+    required property HomeView view
     required property Flickable scrolling
     property int currentIndex: 0
 
@@ -73,28 +76,29 @@ FocusScope {
         anchors.fill: rows
         acceptedButtons: Qt.RightButton
         onClicked: mouse => {
-            const row = rows.childAt(mouse.x, mouse.y)
+            const row = rows.childAt(mouse.x, mouse.y) as HistoryRow
             row?.menuRequested(row, mouse.x, mouse.y - row.y)
         }
     }
 
     /// The keyboard goes on with the row that takes the place.
-    function removeRow(row: Item) {
+    function removeRow(row: HistoryRow) {
         const index = row.index
         const hadFocus = row.activeFocus || (menu.row === row && menu.rowHadFocus)
         view.remove(row.entryId)
+        // Later, as a menu that closes gives the focus back first.
         if (hadFocus)
-            Qt.callLater(focusRow, index) // a menu that closes gives the focus back first
+            Qt.callLater(focusRow, index) // qmllint disable type
     }
 
     ContextMenu {
         id: menu
 
-        property Item row: null
+        property HistoryRow row: null
         property bool rowHadFocus: false
         readonly property string entryId: row?.entryId ?? ""
 
-        function openFor(row: Item, item: Item, x: real, y: real) {
+        function openFor(row: HistoryRow, item: Item, x: real, y: real) {
             menu.row = row
             rowHadFocus = row.activeFocus
             popup(item, x, y)

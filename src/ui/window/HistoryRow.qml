@@ -57,12 +57,14 @@ T.Control {
         y: row.topPadding - 24
 
         sourceComponent: Label {
+            // qmllint disable unqualified
             text: row.day
             size: 12
             weight: Font.DemiBold
             capitals: true
             color: Theme.secondary
             Accessible.role: Accessible.Heading
+            // qmllint enable unqualified
         }
     }
 
@@ -107,6 +109,7 @@ T.Control {
         width: words.width
 
         sourceComponent: SelectableText {
+            // qmllint disable unqualified
             y: words.y + words.baselineOffset - 0.8 * words.lineHeight // where such lines have their baseline
             width: parent.width
             text: words.text
@@ -121,6 +124,7 @@ T.Control {
                 if (event.accepted)
                     row.copyRequested()
             }
+            // qmllint enable unqualified
         }
     }
 
@@ -140,11 +144,13 @@ T.Control {
         height: 28
 
         sourceComponent: SymbolButton {
+            // qmllint disable unqualified
             symbolName: "ellipsis"
             text: qsTr("More for %1").arg(row.time)
             focusPolicy: row.activeFocus || activeFocus ? Qt.StrongFocus : Qt.NoFocus
             onClicked: row.openMenuByButton()
             onActiveFocusChanged: row._buttonHasFocus = activeFocus
+            // qmllint enable unqualified
         }
     }
 

@@ -1,11 +1,13 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Velmo.Controls
+import Velmo.Models
 
 /// How to dictate, figures about the use, and the history.
 Page {
     id: page
 
-    required property QtObject view
+    required property HomeView view
 
     title: qsTr("Welcome back")
 

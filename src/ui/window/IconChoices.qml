@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
@@ -22,7 +24,7 @@ Grid {
         if (!button)
             return
         button.forceActiveFocus(Qt.TabFocusReason)
-        chosen(button.modelData)
+        chosen(names[index])
     }
 
     Repeater {

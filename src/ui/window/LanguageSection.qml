@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// Which languages are dictated, and which of their rules clean the text.
 SettingsSection {
     id: section
 
-    required property QtObject settings
+    required property SettingsView settings
 
     topGap: 0
     symbolName: "globe"

@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 import Velmo.Window
 
 /// The learned words by language; they can only be looked at.
 Column {
     id: learned
 
-    required property var groups
+    required property list<learnedWordGroup> groups
 
     topPadding: 8
     spacing: 8
@@ -46,7 +49,7 @@ Column {
                 Column {
                     id: group
 
-                    required property var modelData
+                    required property learnedWordGroup modelData
 
                     width: groupColumn.width
                     spacing: 8

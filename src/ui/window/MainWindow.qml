@@ -1,31 +1,21 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
-/// The main window's contents: the sidebar and the selected page. A page is made when it is first selected and kept
-/// from then on, so coming back finds it as it was.
-Item {
+/// The main window's contents: the sidebar and the selected page.
+Rectangle {
     id: window
 
-    required property QtObject view
-    required property QtObject undoOffer
-    required property QtObject home
-    required property QtObject dictionary
-    required property QtObject snippets
-    required property QtObject mode
-    required property QtObject account
-    required property QtObject settings
+    required property MainWindowView view
+    required property UndoOffer undoOffer
+    required property HomeView home
+    required property DictionaryView dictionary
+    required property SnippetsView snippets
+    required property ModeView mode
+    required property AccountView account
+    required property SettingsView settings
 
-    /// In the order of the sidebar.
-    readonly property list<Component> _pages: [
-        Component { HomePage { view: window.home } },
-        Component { DictionaryPage { view: window.dictionary } },
-        Component { SnippetsPage { view: window.snippets } },
-        Component { ModePage { view: window.mode } },
-        Component { NotesPage {} },
-        Component { AccountPage { view: window.account } },
-        Component { SettingsPage { view: window.settings } }
-    ]
+    color: Theme.window
 
     Sidebar {
         id: sidebar
@@ -34,50 +24,63 @@ Item {
         view: window.view
     }
 
-    Repeater {
-        id: pages
-        model: window._pages
+    Item {
+        x: sidebar.width
+        width: window.width - x
+        height: window.height
 
-        Loader {
-            required property int index
-            required property Component modelData
-            readonly property bool selected: window.view.selectedPage === index
-
-            x: sidebar.width
-            width: window.width - x
-            height: window.height
-            visible: selected
-            active: false
-            focus: selected
-            sourceComponent: modelData
-            onSelectedChanged: active = active || selected
-            onLoaded: {
-                if (item instanceof Page)
-                    item.coveredBelow = Qt.binding(() => undoToast.coveredBelow)
-            }
-            Component.onCompleted: active = selected
+        PageFrame {
+            page: MainWindowView.Home
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: HomePage { view: window.home } // qmllint disable unqualified
         }
-    }
 
-    Repeater {
-        model: window._pages.length
+        PageFrame {
+            page: MainWindowView.Dictionary
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: DictionaryPage { view: window.dictionary } // qmllint disable unqualified
+        }
 
-        Item {
-            required property int index
+        PageFrame {
+            page: MainWindowView.Snippets
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: SnippetsPage { view: window.snippets } // qmllint disable unqualified
+        }
 
-            Shortcut {
-                sequence: "Ctrl+%1".arg(index + 1)
-                enabled: !(window.T.Overlay.overlay?.visible ?? false)
-                onActivated: {
-                    window.view.selectedPage = index
-                    pages.itemAt(index).item.forceActiveFocus(Qt.ShortcutFocusReason)
-                }
-            }
+        PageFrame {
+            page: MainWindowView.Mode
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: ModePage { view: window.mode } // qmllint disable unqualified
+        }
+
+        PageFrame {
+            page: MainWindowView.Notes
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: NotesPage {}
+        }
+
+        PageFrame {
+            page: MainWindowView.Account
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: AccountPage { view: window.account } // qmllint disable unqualified
+        }
+
+        PageFrame {
+            page: MainWindowView.Settings
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: SettingsPage { view: window.settings } // qmllint disable unqualified
         }
     }
 
     Shortcut {
-        sequences: [StandardKey.Undo]
+        sequences: [StandardKey.Undo] // qmllint disable unqualified
         enabled: window.undoOffer.isOffered
         onActivated: window.undoOffer.undo()
     }

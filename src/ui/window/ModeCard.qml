@@ -6,6 +6,7 @@ import Velmo.Controls
 T.AbstractButton {
     id: card
 
+    required property int index
     required property string modeId
     required property string name
     required property string symbol

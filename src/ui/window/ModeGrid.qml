@@ -1,6 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
+import QtQuick.Templates as T
 import QtQuick.Window
-import Velmo.Controls
 
 /// Modes as cards, in two columns where there is room. One of them can be reached with Tab, the chosen one if it is among
 /// them; the arrow keys lead to the others and on to the grid above or below.
@@ -40,9 +42,9 @@ Grid {
     }
 
     /// The keyboard goes on with the mode that takes the place.
-    function remove(card: Item) {
+    function remove(card: ModeCard) {
         const hadFocus = card.hasKeyboard
-        const reason = Window.activeFocusItem?.visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason
+        const reason = (Window.activeFocusItem as T.Control)?.visualFocus ? Qt.TabFocusReason : Qt.MouseFocusReason
         const row = card.index
         removeRequested(row)
         if (!hadFocus)
@@ -57,8 +59,6 @@ Grid {
         id: cards
 
         ModeCard {
-            required property int index
-
             width: grid.cardWidth
             dimmed: grid.dimmed
             editable: grid.editable

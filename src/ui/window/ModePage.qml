@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// How dictated text is processed: the switch, the built-in modes and the person's own.
 Page {
     id: page
 
-    required property QtObject view
+    required property ModeView view
 
     title: qsTr("Mode")
     description: qsTr("Choose how Velmo processes your dictated text. Modes with AI processing use GPT to refine the output.")

@@ -1,12 +1,13 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The form of a custom mode. It is open while there is something to edit.
 Sheet {
     id: form
 
-    property QtObject sheet: null
-    property QtObject _shown: null ///< What is edited; kept until the sheet has faded away.
+    property ModeEditorSheet sheet: null
+    property ModeEditorSheet _shown: null ///< What is edited; kept until the sheet has faded away.
 
     title: _shown?.title ?? ""
     confirmText: _shown?.confirmText ?? ""

@@ -12,7 +12,7 @@ FocusScope {
     property string badge
     property string description
     property real descriptionWidth: 560
-    property Item searchField: null
+    property TextField searchField: null
     /// What a notice at the lower edge covers.
     property real coveredBelow: 0
     property alias trailing: trailingPlace.data
@@ -24,7 +24,7 @@ FocusScope {
     height: parent?.height ?? 0
 
     Shortcut {
-        sequences: [StandardKey.Find]
+        sequences: [StandardKey.Find] // qmllint disable unqualified
         enabled: page.visible && page.searchField !== null
         onActivated: {
             page.searchField.forceActiveFocus(Qt.ShortcutFocusReason)
@@ -35,12 +35,12 @@ FocusScope {
     readonly property Item _focused: visible ? Window.activeFocusItem : null
 
     // Later, since the keyboard can go on at once from a list to the row in it.
-    on_FocusedChanged: Qt.callLater(revealFocused)
-    onCoveredBelowChanged: Qt.callLater(revealFocused)
+    on_FocusedChanged: Qt.callLater(revealFocused) // qmllint disable type
+    onCoveredBelowChanged: Qt.callLater(revealFocused) // qmllint disable type
 
     // An item that goes away would take the keyboard along.
     readonly property bool _focusIsLost: _focused !== null && (_focused === page || !_focused.visible)
-    on_FocusIsLostChanged: Qt.callLater(takeFocusBack)
+    on_FocusIsLostChanged: Qt.callLater(takeFocusBack) // qmllint disable type
 
     function takeFocusBack() {
         if (_focusIsLost)

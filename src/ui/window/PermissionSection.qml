@@ -1,11 +1,14 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// What Velmo needs of the desktop.
 SettingsSection {
     id: section
 
-    required property QtObject settings
+    required property SettingsView settings
 
     symbolName: "lock.shield"
     title: qsTr("Permissions")

@@ -12,7 +12,7 @@ TextEdit {
     textFormat: TextEdit.PlainText
     color: Theme.ink
     selectionColor: Theme.accent
-    selectedTextColor: "white"
+    selectedTextColor: Theme.onFill
     font.family: "Inter"
     font.pixelSize: size
     font.weight: weight

@@ -1,11 +1,11 @@
 import QtQuick
-import Velmo.Controls
+import Velmo.Models
 
 /// Languages, dictation, what Velmo needs of the desktop, and what it is.
 Page {
     id: page
 
-    required property QtObject view
+    required property SettingsView view
 
     title: qsTr("Settings")
     Component.onCompleted: view.appear()

@@ -1,11 +1,14 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The pages by name. Tab stops here once; arrow keys move, Space and Return choose.
 Item {
     id: sidebar
 
-    required property QtObject view
+    required property MainWindowView view
 
     function focusPage(page: int) {
         const row = upperRows.itemAt(page) ?? lowerRows.itemAt(page - upperRows.count)

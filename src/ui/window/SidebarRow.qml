@@ -1,13 +1,14 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// One page in the sidebar.
 T.AbstractButton {
     id: row
 
-    required property var modelData
-    required property QtObject view
+    required property sidebarItem modelData
+    required property MainWindowView view
     readonly property bool selected: view.selectedPage === modelData.page
 
     /// The keyboard goes to the row of that page.

@@ -1,12 +1,12 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// The way to sign in, and what became of the last attempt.
 Card {
     id: card
 
-    required property QtObject account
+    required property AccountView account
     property int _focusReason: Qt.OtherFocusReason
 
     padding: 0
@@ -77,11 +77,11 @@ Card {
             anchors.horizontalCenter: parent.horizontalCenter
             implicitHeight: 44
             leftPadding: 19
-            fill: "black"
-            fillHover: "#2A2A2A"
-            fillPressed: "#3A3A3A"
+            fill: Theme.signIn
+            fillHover: Theme.signInHover
+            fillPressed: Theme.signInPressed
             outline: "transparent"
-            foreground: "white"
+            foreground: Theme.onFill
             textSize: 16
             symbolSize: 16
             spacing: 10

@@ -2,12 +2,13 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// The person, the synchronisation, and the way out.
 Column {
     id: signedIn
 
-    required property QtObject account
+    required property AccountView account
 
     spacing: 16
 

@@ -1,12 +1,13 @@
 import QtQuick
 import QtQuick.Layouts
 import Velmo.Controls
+import Velmo.Models
 
 /// The switch that sends texts to the selected mode at all, and what that means.
 Card {
     id: card
 
-    required property QtObject mode
+    required property ModeView mode
 
     padding: 0
     implicitHeight: row.implicitHeight + 30

@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// The sheet in which a snippet is written, and the alert about a trigger that is taken.
 Sheet {
     id: sheet
 
-    required property QtObject editor
+    required property SnippetEditorSheet editor
 
     visible: editor !== null
     title: editor?.title ?? ""

@@ -1,12 +1,15 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 import Velmo.Window
 
 /// Snippets, to be added, found, edited and removed.
 Page {
     id: page
 
-    required property QtObject view
+    required property SnippetsView view
 
     title: qsTr("Snippets")
     badge: view.countText
@@ -38,7 +41,7 @@ Page {
             width: parent.width
             height: implicitHeight
             model: page.view.filteredSnippets
-            viewport: page.scrolling
+            scrolledItem: page.scrolling.contentItem
             spacing: 8
             itemHeight: 64
             Accessible.role: Accessible.List

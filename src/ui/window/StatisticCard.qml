@@ -1,11 +1,12 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
 
 /// One figure about the use of Velmo.
 Rectangle {
     id: card
 
-    required property var modelData
+    required property statisticCard modelData
 
     implicitHeight: words.height + 34
     radius: Theme.radiusCard

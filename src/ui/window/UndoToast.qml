@@ -1,12 +1,13 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velmo.Controls
+import Velmo.Models
 
 /// For a few seconds, the way back from a deletion.
 T.Control {
     id: toast
 
-    required property QtObject offer
+    required property UndoOffer offer
 
     implicitWidth: row.implicitWidth + 28
     implicitHeight: 44

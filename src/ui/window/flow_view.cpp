@@ -54,13 +54,15 @@ void FlowView::setModel(QAbstractItemModel *model) {
     Q_EMIT countChanged();
 }
 
-void FlowView::setViewport(QQuickItem *viewport) {
-    if (m_viewport)
-        m_viewport->disconnect(this);
-    m_viewport = viewport;
-    if (viewport) {
-        connect(viewport, SIGNAL(contentYChanged()), this, SLOT(polishAgain()));
-        connect(viewport, &QQuickItem::heightChanged, this, &FlowView::polishAgain);
+void FlowView::setScrolledItem(QQuickItem *item) {
+    if (m_scrolledItem) {
+        m_scrolledItem->disconnect(this);
+        m_scrolledItem->parentItem()->disconnect(this);
+    }
+    m_scrolledItem = item;
+    if (item) {
+        connect(item, &QQuickItem::yChanged, this, &QQuickItem::polish);
+        connect(item->parentItem(), &QQuickItem::heightChanged, this, &QQuickItem::polish);
     }
     Q_EMIT setUp();
 }
@@ -178,10 +180,6 @@ void FlowView::placeAgain() {
     polish();
 }
 
-void FlowView::polishAgain() {
-    polish();
-}
-
 void FlowView::placeRows() {
     if (!m_placesAreOld || !isComponentComplete())
         return;
@@ -208,11 +206,12 @@ qreal FlowView::idealWidth(int row) {
 
 /// The first row and the one after the last that exist, for the part of the page that is shown.
 std::pair<int, int> FlowView::rowsInSight() const {
-    if (!m_viewport || m_places.isEmpty() || width() <= 0)
+    if (!m_scrolledItem || m_places.isEmpty() || width() <= 0)
         return {0, 0};
-    const qreal margin = kMargin * m_viewport->height();
-    const qreal top = mapFromItem(m_viewport, {0, 0}).y() - margin;
-    const qreal bottom = top + m_viewport->height() + 2 * margin;
+    const QQuickItem &viewport = *m_scrolledItem->parentItem();
+    const qreal margin = kMargin * viewport.height();
+    const qreal top = mapFromItem(&viewport, {0, 0}).y() - margin;
+    const qreal bottom = top + viewport.height() + 2 * margin;
     const auto isAbove = [](const QPointF &place, qreal y) { return place.y() < y; };
     const auto first = std::lower_bound(m_places.begin(), m_places.end(), top - m_itemHeight, isAbove);
     const auto end = std::lower_bound(first, m_places.end(), bottom, isAbove);

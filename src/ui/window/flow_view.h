@@ -21,8 +21,8 @@ class FlowView : public QQuickItem {
     QML_ELEMENT
     Q_PROPERTY(QAbstractItemModel *model READ model WRITE setModel NOTIFY setUp)
     Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate NOTIFY setUp)
-    /// The Flickable the view lies in.
-    Q_PROPERTY(QQuickItem *viewport READ viewport WRITE setViewport NOTIFY setUp)
+    /// The contentItem of the Flickable the view lies in: what moves when the page scrolls.
+    Q_PROPERTY(QQuickItem *scrolledItem READ scrolledItem WRITE setScrolledItem NOTIFY setUp)
     Q_PROPERTY(qreal spacing MEMBER m_spacing NOTIFY setUp)
     Q_PROPERTY(qreal itemHeight MEMBER m_itemHeight NOTIFY setUp)
     /// The role of the text an item is as wide as; none: as the view.
@@ -38,8 +38,8 @@ public:
 
     [[nodiscard]] QAbstractItemModel *model() const { return m_model; }
     void setModel(QAbstractItemModel *model);
-    [[nodiscard]] QQuickItem *viewport() const { return m_viewport; }
-    void setViewport(QQuickItem *viewport);
+    [[nodiscard]] QQuickItem *scrolledItem() const { return m_scrolledItem; }
+    void setScrolledItem(QQuickItem *item);
 
     [[nodiscard]] int count() const { return m_model ? m_model->rowCount() : 0; }
     [[nodiscard]] int currentIndex() const { return m_currentIndex; }
@@ -69,7 +69,6 @@ private:
     void moveItems(const std::function<int(int)> &newRow);
     void followFocus();
     void placeAgain();
-    Q_SLOT void polishAgain();
     void placeRows();
     [[nodiscard]] qreal idealWidth(int row);
     [[nodiscard]] std::pair<int, int> rowsInSight() const;
@@ -84,7 +83,7 @@ private:
 
     QPointer<QAbstractItemModel> m_model;
     QPointer<QQmlComponent> m_delegate;
-    QPointer<QQuickItem> m_viewport;
+    QPointer<QQuickItem> m_scrolledItem;
     qreal m_spacing = 0;
     qreal m_itemHeight = 0;
     QByteArray m_measuredRole;

@@ -1,6 +1,12 @@
 #include "ui/window/main_window_controller.h"
 
+#include "ui/models/account_view.h"
+#include "ui/models/dictionary_view.h"
+#include "ui/models/home_view.h"
 #include "ui/models/main_window_view.h"
+#include "ui/models/mode_view.h"
+#include "ui/models/settings_view.h"
+#include "ui/models/snippets_view.h"
 #include "ui/models/undo_offer.h"
 
 #include <QCloseEvent>
@@ -9,8 +15,6 @@
 
 using namespace Qt::StringLiterals;
 
-void qml_register_types_Velmo_Window();
-
 namespace velmo {
 
 namespace {
@@ -18,7 +22,6 @@ namespace {
 // Product decisions, in logical pixels.
 constexpr QSize kDefaultSize(900, 600);
 constexpr QSize kSmallestSize(700, 500);
-constexpr QRgb kWindowGrey = 0xffededf2;
 
 QRect centredOn(const QScreen &screen) {
     QRect frame({}, kDefaultSize.boundedTo(screen.availableSize()).expandedTo(kSmallestSize));
@@ -37,15 +40,14 @@ public:
         setResizeMode(SizeRootObjectToView);
         setMinimumSize(kSmallestSize);
         setGeometry(centredOn(*screen()));
-        setColor(QColor::fromRgb(kWindowGrey));
-        setInitialProperties({{u"view"_s, QVariant::fromValue<QObject *>(&models.view)},
-                              {u"undoOffer"_s, QVariant::fromValue<QObject *>(&models.undoOffer)},
-                              {u"home"_s, QVariant::fromValue(&models.home)},
-                              {u"dictionary"_s, QVariant::fromValue(&models.dictionary)},
-                              {u"snippets"_s, QVariant::fromValue(&models.snippets)},
-                              {u"mode"_s, QVariant::fromValue(&models.mode)},
-                              {u"account"_s, QVariant::fromValue(&models.account)},
-                              {u"settings"_s, QVariant::fromValue(&models.settings)}});
+        setInitialProperties({{u"view"_s, QVariant::fromValue(&models.view)},
+                              {u"undoOffer"_s, QVariant::fromValue(&models.undoOffer)},
+                              {u"home"_s, QVariant::fromValue(models.home)},
+                              {u"dictionary"_s, QVariant::fromValue(models.dictionary)},
+                              {u"snippets"_s, QVariant::fromValue(models.snippets)},
+                              {u"mode"_s, QVariant::fromValue(models.mode)},
+                              {u"account"_s, QVariant::fromValue(models.account)},
+                              {u"settings"_s, QVariant::fromValue(models.settings)}});
         setSource(QUrl(u"qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml"_s));
         connect(&m_view, &MainWindowView::closingNoticeRead, this, &QWindow::close);
     }
@@ -71,9 +73,7 @@ private:
 
 MainWindowController::MainWindowController(QQmlEngine &engine, const Models &models,
                                            std::function<bool()> hasTrayHost)
-    : m_engine(engine), m_models(models), m_hasTrayHost(std::move(hasTrayHost)) {
-    qml_register_types_Velmo_Window(); // keeps the linker from dropping the module
-}
+    : m_engine(engine), m_models(models), m_hasTrayHost(std::move(hasTrayHost)) {}
 
 MainWindowController::~MainWindowController() = default;
 

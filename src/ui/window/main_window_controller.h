@@ -9,7 +9,13 @@ class QQuickWindow;
 
 namespace velmo {
 
+class AccountView;
+class DictionaryView;
+class HomeView;
 class MainWindowView;
+class ModeView;
+class SettingsView;
+class SnippetsView;
 class UndoOffer;
 
 /// The main window: made when it is first shown; closing hides it, and the same window is shown again with the page
@@ -17,16 +23,16 @@ class UndoOffer;
 class MainWindowController final : public QObject {
     Q_OBJECT
 public:
-    /// What the window shows; all of it outlives the window.
+    /// What the window shows; all of it outlives the window. Null is a page that nobody selects.
     struct Models {
         MainWindowView &view;
         UndoOffer &undoOffer;
-        QObject &home;
-        QObject &dictionary;
-        QObject &snippets;
-        QObject &mode;
-        QObject &account;
-        QObject &settings;
+        HomeView *home;
+        DictionaryView *dictionary;
+        SnippetsView *snippets;
+        ModeView *mode;
+        AccountView *account;
+        SettingsView *settings;
     };
 
     /// @param hasTrayHost whether the person finds Velmo in a tray; asked when the window closes.

@@ -53,12 +53,11 @@ protected:
                    [this](const QString &text) { copied.append(text); }, undoOffer}};
     DictionaryView dictionary{page};
     SnippetsView snippetsView{page};
-    QObject otherPages;
     QQmlEngine engine;
     MainWindowController controller{
-        engine,
-        {view, undoOffer, home, dictionary, snippetsView, otherPages, otherPages, otherPages},
-        [this] { return hasTray; }};
+        engine, {view, undoOffer, &home, &dictionary, &snippetsView, nullptr, nullptr, nullptr}, [this] {
+            return hasTray;
+        }};
 };
 
 TEST_F(MainWindowTest, WordsAreAddedFoundAndRemovedByKeyboardAlone) {

@@ -5,15 +5,12 @@
 #include <QQmlEngine>
 #include <QQuickView>
 
-void qml_register_types_Velmo_Window();
-
 namespace velmo::testing {
 
 /// A page of the main window in a window of its own.
 class PageWindow {
 public:
     PageWindow(const QString &page, const QString &property, QObject *model) : m_view(&m_engine, nullptr) {
-        qml_register_types_Velmo_Window();
         m_view.setResizeMode(QQuickView::SizeRootObjectToView);
         m_view.resize(720, 1140);
         m_view.setInitialProperties({{property, QVariant::fromValue(model)}});

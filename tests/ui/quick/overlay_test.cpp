@@ -1,16 +1,22 @@
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/controls/interface_setup.h"
+#include "ui/floating/floating_content.h"
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
 #include "ui/overlay/recording_overlay_controller.h"
 #include "ui/quick/accessible_tree.h"
+#include "ui/quick/animation_clock.h"
 #include "ui/quick/floating_fakes.h"
 #include "ui/shown_dictation.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QScreen>
 #include <QTest>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +29,16 @@ namespace {
 // Middles of the bar's controls, from its left edge.
 constexpr int kCancel = 16 + 24 + 8 + 11;
 constexpr int kStop = 360 - 16 - 14;
+
+QList<QQuickItem *> itemsIn(const QQuickItem &item, QByteArrayView qmlType) {
+    QList<QQuickItem *> items;
+    for (QQuickItem *child : item.childItems()) {
+        if (QByteArrayView(child->metaObject()->className()).startsWith(qmlType))
+            items.append(child);
+        items += itemsIn(*child, qmlType);
+    }
+    return items;
+}
 
 /// The overlay as it stands at the foot of a screen, and a dictation it shows.
 class OverlayTest : public ::testing::Test {
@@ -48,6 +64,7 @@ protected:
     /// Clicks as soon as what is clicked on is there; bar and handle come with a movement.
     [[nodiscard]] bool clickLeadsTo(State state, QPoint at) {
         return testing::waitUntil([this, state, at] {
+            animations.advance(25ms);
             click(at);
             return stage.manager.state() == state;
         });
@@ -60,6 +77,24 @@ protected:
         return sizes.join(u' ');
     }
 
+    [[nodiscard]] QList<QQuickItem *> items(QByteArrayView qmlType) {
+        return itemsIn(*panel().content(), qmlType);
+    }
+    [[nodiscard]] QList<qreal> dotHeights() {
+        QList<qreal> heights;
+        for (const QQuickItem *dot : items("AudioDotView"))
+            heights.append(dot->childItems().first()->height());
+        return heights;
+    }
+    /// The voice fills the row.
+    void hear(double level) {
+        for (int sample = 0; sample < 20; ++sample) {
+            stage.levelMeter.receiveLevel(level);
+            stage.queue.advance(50ms);
+        }
+    }
+
+    testing::AnimationClock animations;
     testing::FakeFloatingWindows desktop;
     testing::FakeMouseMonitor mouse;
     QQmlEngine engine;
@@ -79,6 +114,7 @@ TEST_F(OverlayTest, CarriesAWholeDictationByMouse) {
 
     stage.queue.advance(1s);
     ASSERT_TRUE(clickLeadsTo(State::transcribing, barAt(kStop)));
+    EXPECT_FALSE(items("BarButton").first()->isEnabled());
     click(barAt(kCancel)); // too late
     click(barAt(kStop));
     EXPECT_EQ(stage.manager.state(), State::transcribing);
@@ -139,12 +175,55 @@ TEST_F(OverlayTest, HasTheShapeOfWhatItDrawsWithoutACompositor) {
 }
 
 TEST_F(OverlayTest, DoesWithoutTransitionsWhereLessMotionIsWanted) {
-    const auto swings = [this] { return panel().rootObject()->property("swings").toBool(); };
+    const auto swings = [this] { return panel().content()->property("swings").toBool(); };
     EXPECT_TRUE(swings());
     setReducedMotion(engine, true);
     EXPECT_FALSE(swings());
     click(handle());
     EXPECT_TRUE(clickLeadsTo(State::idle, barAt(kCancel)));
+}
+
+TEST_F(OverlayTest, GoesToTheScreenOfAClickAndOfADictation) {
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    const int left = panel().x();
+    const int leftOfSecond = RecordingOverlayController::placement(screens[1]->geometry()).x();
+    const int halfway = (left + leftOfSecond) / 2;
+    QCursor::setPos(screens[1]->geometry().center());
+    animations.advance(1s);
+    EXPECT_EQ(panel().x(), left) << "the pointer alone moves nothing";
+    mouse.click({});
+    animations.advance(150ms);
+    EXPECT_EQ(panel().x(), halfway);
+    animations.advance(150ms);
+    EXPECT_EQ(panel().x(), leftOfSecond);
+
+    QCursor::setPos(screens[0]->geometry().center());
+    stage.controls.startListening();
+    stage.hotkey.pressed();
+    stage.queue.runPosted();
+    animations.advance(175ms);
+    EXPECT_EQ(panel().x(), halfway);
+    EXPECT_EQ(desktop.inputRegion.first().y(), 34) << "the bar has half grown";
+    animations.advance(175ms);
+    EXPECT_EQ(panel().x(), left);
+    EXPECT_EQ(desktop.inputRegion.first().y(), 32);
+}
+
+TEST_F(OverlayTest, DotsFollowTheVoiceAndShimmerInTurnAfterwards) {
+    click(handle());
+    hear(1);
+    animations.advance(2s);
+    EXPECT_GT(std::ranges::max(dotHeights()), 15);
+    hear(0);
+    for (int frame = 0; frame < 40; ++frame) {
+        animations.advance(25ms);
+        EXPECT_GE(std::ranges::min(dotHeights()), 4) << "also on the way";
+    }
+    stage.manager.stopRecording();
+    stage.queue.runPosted();
+    animations.advance(6s); // five waves of 1.2 s
+    EXPECT_NEAR(dotHeights()[0], 4 + 0.3 * 16, 0.01);
+    EXPECT_GT(dotHeights()[1], dotHeights()[0] + 0.05) << "a little later";
 }
 
 TEST_F(OverlayTest, RestsWhenNothingMoves) {
@@ -156,8 +235,10 @@ TEST_F(OverlayTest, RestsWhenNothingMoves) {
     stage.queue.advance(4s);
     int frames = 0;
     QObject::connect(&panel(), &QQuickWindow::afterFrameEnd, &panel(), [&] { ++frames; });
-    EXPECT_TRUE(testing::waitUntil(
-        [&] { return std::exchange(frames, 0) == 0 && (QTest::qWait(200), frames == 0); }));
+    EXPECT_TRUE(testing::waitUntil([&] {
+        animations.advance(25ms);
+        return !animations.isRunning() && std::exchange(frames, 0) == 0;
+    }));
 }
 
 TEST_F(OverlayTest, NamesItsControls) {
@@ -165,6 +246,7 @@ TEST_F(OverlayTest, NamesItsControls) {
     EXPECT_TRUE(testing::accessibleNames(panel()).contains(u"Start dictation"_s));
     click(handle());
     EXPECT_TRUE(testing::waitUntil([this] {
+        animations.advance(25ms);
         const QSet<QString> names = testing::accessibleNames(panel());
         return names.contains(u"Cancel dictation"_s) && names.contains(u"Stop dictation"_s) &&
                !names.contains(u"Start dictation"_s);
@@ -172,9 +254,8 @@ TEST_F(OverlayTest, NamesItsControls) {
 }
 
 TEST(OverlayPlacementTest, IsInTheMiddleAtTheFootOfWhatIsFree) {
-    EXPECT_EQ(RecordingOverlayController::placement({240, 50}, {0, 27, 1280, 740}), QRect(520, 709, 240, 50));
-    EXPECT_EQ(RecordingOverlayController::placement({392, 60}, {1280, 0, 800, 600}),
-              QRect(1484, 532, 392, 60));
+    EXPECT_EQ(RecordingOverlayController::placement({0, 27, 1280, 740}), QRect(444, 675, 392, 92));
+    EXPECT_EQ(RecordingOverlayController::placement({1280, 0, 800, 600}), QRect(1484, 508, 392, 92));
 }
 
 } // namespace

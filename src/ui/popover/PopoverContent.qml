@@ -1,20 +1,19 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Floating
+import Velmo.Models
 
 /// The popover of the status item: what Velmo does now, and the recent texts.
-FocusScope {
+FloatingContent {
     id: popover
 
-    required property QtObject view
-    required property bool composited
+    required property MenuBarView view
     /// Around the panel, for its shadow.
     required property real margin
 
-    readonly property var inputAreas: [Qt.rect(panel.x, panel.y, panel.width, panel.height)]
-    readonly property var solidAreas: inputAreas
-    readonly property real solidRadius: panel.radius
-
-    signal closeRequested()
+    inputAreas: [Qt.rect(panel.x, panel.y, panel.width, panel.height)]
+    solidAreas: inputAreas
+    solidRadius: panel.radius
 
     focus: true
     Keys.onEscapePressed: closeRequested()
