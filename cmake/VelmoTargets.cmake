@@ -66,7 +66,11 @@ function(velmo_qml_module name)
     SOURCES ${arg_SOURCES}
     QML_FILES ${arg_SINGLETONS} ${arg_QML})
   target_include_directories(${name} PUBLIC "${CMAKE_SOURCE_DIR}/src" PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}")
-  target_precompile_headers(${name} REUSE_FROM velmo_qml_headers)
+  if(arg_QML)
+    target_precompile_headers(${name} REUSE_FROM velmo_qml_headers)
+  else()
+    velmo_precompile_headers(${name})
+  endif()
   # Nothing refers to the file that registers the types, so the linker has to be told that it is needed.
   string(REPLACE "." "_" register "qml_register_types_${arg_URI}")
   string(LENGTH ${register} length)

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Velmo.Controls
+import Velmo.Flow
 import Velmo.Models
 import Velmo.Window
 

@@ -13,7 +13,7 @@
 #include "ui/models/main_window_view.h"
 #include "ui/models/snippets_view.h"
 #include "ui/models/trigger_key_name.h"
-#include "ui/window/flow_placement.h"
+#include "ui/flow/flow_placement.h"
 
 #include <QQmlEngine>
 

@@ -1,6 +1,6 @@
-#include "ui/window/flow_layout.h"
+#include "ui/flow/flow_layout.h"
 
-#include "ui/window/flow_placement.h"
+#include "ui/flow/flow_placement.h"
 
 namespace velmo {
 

@@ -1,6 +1,6 @@
-#include "ui/window/flow_view.h"
+#include "ui/flow/flow_view.h"
 
-#include "ui/window/flow_placement.h"
+#include "ui/flow/flow_placement.h"
 
 #include <QFontMetricsF>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "ui/window/flow_placement.h"
+#include "ui/flow/flow_placement.h"
 
 #include <algorithm>
 
