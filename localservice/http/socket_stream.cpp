@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <cstring>
 #include <netdb.h>
 #include <poll.h>
 #include <span>
@@ -23,7 +25,7 @@ void numericAddress(int (*ask)(int, sockaddr *, socklen_t *), int socket, std::s
                     NI_NUMERICHOST | NI_NUMERICSERV) != 0)
         return;
     ip = host.data();
-    port = std::atoi(service.data()); // NOLINT(cert-err34-c): written by getnameinfo
+    std::from_chars(service.data(), service.data() + std::strlen(service.data()), port);
 }
 
 int millisecondsUntil(std::chrono::steady_clock::time_point until) {

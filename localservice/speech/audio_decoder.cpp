@@ -40,8 +40,11 @@ struct Bytes {
 
     static sf_count_t seek(sf_count_t offset, int whence, void *user) {
         Bytes &bytes = of(user);
-        const sf_count_t from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? bytes.position : length(user);
-        bytes.position = std::clamp<sf_count_t>(from + offset, 0, length(user));
+        const sf_count_t end = length(user);
+        sf_count_t from = 0;
+        if (whence != SEEK_SET)
+            from = whence == SEEK_CUR ? bytes.position : end;
+        bytes.position = std::clamp<sf_count_t>(from + offset, 0, end);
         return bytes.position;
     }
 

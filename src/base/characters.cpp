@@ -97,7 +97,7 @@ bool isAlphabetic(char32_t codePoint) {
 bool isLetterOrNumber(QStringView character) {
     const bool isPair = character.front().isHighSurrogate() && character.size() > 1;
     const char32_t codePoint =
-        isPair ? QChar::surrogateToUcs4(character[0], character[1]) : character.front().unicode();
+        isPair ? QChar::surrogateToUcs4(character[0], character[1]) : char32_t{character.front().unicode()};
     return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & (U_GC_L_MASK | U_GC_N_MASK)) != 0;
 }
 

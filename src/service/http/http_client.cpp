@@ -204,7 +204,7 @@ void HttpClient::Worker::complete(const Completion &completion, HttpOutcome outc
         return;
     try {
         completion(std::move(outcome));
-    } catch (...) {
+    } catch (...) { // NOLINT(bugprone-empty-catch)
         // Completions do not throw. One that does is heard out no further; the others still get their
         // outcomes, and whoever waits is let go.
     }

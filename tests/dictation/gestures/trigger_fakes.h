@@ -46,7 +46,7 @@ struct FakeGlobalHotkey final : GlobalHotkey {
                                                                  std::function<void()> callback) override {
         ++registrations;
         if (failure != 0)
-            return failed(Status(failure));
+            return failed(failure);
         pressed = std::move(callback);
         return std::make_unique<Held>(pressed);
     }

@@ -113,7 +113,7 @@ ReadResult tryRead(const QString &account, const Deadline &deadline) {
     const auto items = itemsOf(secrets->get(), account, flags, deadline);
     if (!items)
         return failed(items.error());
-    for (GList *item = items->get(); item != nullptr; item = item->next) {
+    for (const GList *item = items->get(); item != nullptr; item = item->next) {
         if (auto secret = secretOf(SECRET_ITEM(item->data)))
             return secret;
     }
@@ -154,7 +154,7 @@ ChangeResult tryRemove(const QString &account, const Deadline &deadline) {
     const auto items = itemsOf(secrets->get(), account, SECRET_SEARCH_ALL, deadline);
     if (!items)
         return failed(items.error());
-    for (GList *item = items->get(); item != nullptr; item = item->next) {
+    for (const GList *item = items->get(); item != nullptr; item = item->next) {
         if (secret_item_get_locked(SECRET_ITEM(item->data)) != FALSE)
             return failed(lockedFailure());
         CallError error;

@@ -17,10 +17,6 @@ struct Key {
     friend void PrintTo(const Key &row, std::ostream *out) { *out << row.name; }
 };
 
-void PrintTo(const Key &key, std::ostream *out) {
-    *out << key.name;
-}
-
 class Keys : public ::testing::TestWithParam<Key> {};
 
 TEST_P(Keys, AreRefusedWithAReason) {

@@ -24,7 +24,7 @@ private:
         if (input.kind != RawInput::Kind::ButtonPress ||
             (input.detail != kLeftButton && input.detail != kRightButton))
             return;
-        Connection &connection = m_watch->connection();
+        const Connection &connection = m_watch->connection();
         const Owned<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
             connection.xcb(), xcb_query_pointer(connection.xcb(), connection.root()), nullptr));
         if (!pointer)

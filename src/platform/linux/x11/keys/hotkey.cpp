@@ -166,7 +166,7 @@ Hotkeys::registerHotkey(const Hotkey &hotkey, std::function<void()> pressed) {
             grab.reset();
     });
     if (status != 0)
-        return failed(Status(status));
+        return failed(status);
     return std::make_unique<HeldHotkey>(m_watch, std::move(grab));
 }
 
