@@ -19,9 +19,11 @@ using testing::uploadForm;
 
 namespace {
 
-/// The service with the real embedded engine.
-class Transcribe : public ::testing::Test {
-protected:
+/// The service with an engine.
+class Service {
+public:
+    explicit Service(EngineKind engine) : m_engines(std::move(engine)) {}
+
     httplib::Result post(const testing::UploadForm &form,
                          const httplib::Headers &headers = testing::uploadHeaders()) {
         auto client = m_server.client();
@@ -29,8 +31,10 @@ protected:
         return client.Post("/api/transcribe", headers, form.body().toStdString(),
                            form.contentType.toStdString());
     }
+    [[nodiscard]] int health() const { return m_server.client().Get("/health")->status; }
 
-    EnginePool m_engines{pocketSphinxEngines(QStringLiteral(VELMO_SPEECH_MODEL_DIRECTORY))};
+private:
+    EnginePool m_engines;
     testing::RunningServer m_server{{transcribeEndpoint(m_engines), healthEndpoint(m_engines)}};
 };
 
@@ -44,44 +48,44 @@ QByteArray silence() {
 
 } // namespace
 
-TEST_F(Transcribe, UnderstandsClearEnglish) {
+// One test, as the engine takes seconds to get ready.
+TEST(Transcribe, UnderstandsClearEnglishAndRefusesWhatItCannotDo) {
+    Service service(pocketSphinxEngines(QStringLiteral(VELMO_SPEECH_MODEL_DIRECTORY)));
     for (const char *sentence : {"This is a test of the speech recognition system.",
                                  "The meeting will start at ten in the morning."}) {
         const QByteArray audio = spoken(QString::fromLatin1(sentence));
         ASSERT_FALSE(audio.isEmpty()) << "flite is not installed";
-        const auto reply = post(uploadForm(audio));
+        const auto reply = service.post(uploadForm(audio));
         ASSERT_EQ(reply->status, 200) << reply->body;
         EXPECT_EQ(objectOf(*reply),
                   (QJsonObject{{u"text"_s, QLatin1StringView(sentence)}, {u"detectedLanguage"_s, u"en"_s}}));
     }
-    EXPECT_EQ(m_server.client().Get("/health")->status, 200);
-}
+    EXPECT_EQ(service.health(), 200);
 
-TEST_F(Transcribe, AnswersSilenceWithAnEmptyText) {
-    const auto reply = post(uploadForm(silence()));
-    ASSERT_EQ(reply->status, 200) << reply->body;
-    EXPECT_EQ(objectOf(*reply).value(u"text"_s), QString());
-}
+    const auto nothing = service.post(uploadForm(silence()));
+    ASSERT_EQ(nothing->status, 200) << nothing->body;
+    EXPECT_EQ(objectOf(*nothing).value(u"text"_s), QString());
 
-TEST_F(Transcribe, RefusesWhatTheEmbeddedEngineCannotDo) {
-    const auto noEnglish = post(uploadForm(silence(), R"(["no","sv"])"));
+    const auto noEnglish = service.post(uploadForm(silence(), R"(["no","sv"])"));
     EXPECT_EQ(noEnglish->status, 422);
     EXPECT_TRUE(errorOf(*noEnglish).contains(u"--speech-url"));
-
-    EXPECT_EQ(post(uploadForm("this is no sound"))->status, 422);
+    EXPECT_EQ(service.post(uploadForm("this is no sound"))->status, 422);
 }
 
-TEST_F(Transcribe, NamesTheHeaderAtFault) {
+TEST(Transcribe, NamesTheHeaderAtFault) {
+    EngineKind none;
+    none.make = []() -> Result<std::unique_ptr<SpeechEngine>, QString> { return failed(u"None."_s); };
+    Service service(std::move(none));
     for (const char *name : {"X-Device-Id", "X-Mode", "X-App-Version", "X-Source"}) {
         auto headers = testing::uploadHeaders();
         headers.erase(name);
-        const auto reply = post(uploadForm("x"), headers);
+        const auto reply = service.post(uploadForm("x"), headers);
         EXPECT_EQ(reply->status, 400);
         EXPECT_TRUE(errorOf(*reply).contains(QLatin1StringView(name))) << reply->body;
     }
     auto form = uploadForm("x");
     form.parts.removeLast();
-    const auto reply = post(form);
+    const auto reply = service.post(form);
     EXPECT_EQ(reply->status, 400);
     EXPECT_TRUE(errorOf(*reply).contains(u"source")) << reply->body;
 }
