@@ -7,13 +7,13 @@
 #include "support/person.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
+#include "ui/flow/flow_placement.h"
 #include "ui/list_page_fixture.h"
 #include "ui/models/dictionary_view.h"
 #include "ui/models/home_view.h"
 #include "ui/models/main_window_view.h"
 #include "ui/models/snippets_view.h"
 #include "ui/models/trigger_key_name.h"
-#include "ui/flow/flow_placement.h"
 
 #include <QQmlEngine>
 
