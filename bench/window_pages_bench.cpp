@@ -1,5 +1,9 @@
-#include "screenshots/page_desks.h"
-#include "screenshots/window_set.h"
+#include "base/qt_main_queue.h"
+#include "desks/account_page_desk.h"
+#include "desks/many_texts.h"
+#include "desks/mode_desk.h"
+#include "desks/setup_desk.h"
+#include "desks/window_desk.h"
 #include "ui/controls/interface_setup.h"
 
 #include <QEventLoop>
@@ -24,18 +28,34 @@ class OtherModels {
 public:
     OtherModels() {
         m_mode.addCustomModes();
-        m_account.signIn(200);
-        m_account.synchronise();
+        m_account.signIn();
+        m_account.view.syncNow();
+        m_account.settle();
     }
 
-    [[nodiscard]] screenshots::OtherPages pages() {
-        return {&m_mode.view, m_account.view.get(), &m_settings.view};
-    }
+    [[nodiscard]] testing::OtherPages pages() { return {&m_mode.view, &m_account.view, &m_settings.view}; }
 
 private:
-    screenshots::ModeDesk m_mode;
-    screenshots::AccountDesk m_account{false};
-    screenshots::SettingsDesk m_settings;
+    testing::ModeDesk m_mode;
+    testing::AccountPageDesk m_account;
+    testing::SettingsDesk m_settings;
+};
+
+/// The main window over more texts than most people have.
+struct FullWindow : testing::WindowDesk<QtMainQueue> {
+    FullWindow(QQmlEngine &engine, const testing::OtherPages &pages)
+        : WindowDesk(
+              engine,
+              [](MemoryPreferences &preferences) {
+                  testing::storeManyTexts(preferences, std::chrono::system_clock::now());
+              },
+              pages) {}
+
+    QQuickWindow &show() {
+        controller.show();
+        controller.window()->resize(900, 600);
+        return *controller.window();
+    }
 };
 
 void paint(QQuickWindow &window) {
@@ -45,8 +65,8 @@ void paint(QQuickWindow &window) {
     untilPainted.exec();
 }
 
-void showPainted(screenshots::WindowSet &set, QQuickWindow &window, int page) {
-    set.view().selectPage(page);
+void showPainted(FullWindow &set, QQuickWindow &window, int page) {
+    set.view.selectPage(page);
     paint(window);
 }
 
@@ -67,8 +87,8 @@ void firstTime(benchmark::State &state) {
     QQmlEngine engine;
     for (auto _ : state) {
         state.PauseTiming();
-        screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
-        set.view().selectPage(Page::Notes);
+        FullWindow set(engine, models.pages());
+        set.view.selectPage(Page::Notes);
         QQuickWindow &window = set.show();
         showPainted(set, window, Page::Notes);
         state.ResumeTiming();
@@ -80,7 +100,7 @@ void firstTime(benchmark::State &state) {
 void again(benchmark::State &state) {
     OtherModels models;
     QQmlEngine engine;
-    screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
+    FullWindow set(engine, models.pages());
     QQuickWindow &window = set.show();
     const int page = static_cast<int>(state.range(0));
     showPainted(set, window, page);
@@ -97,7 +117,7 @@ void scrolled(benchmark::State &state) {
     constexpr qreal kStep = 90;
     OtherModels models;
     QQmlEngine engine;
-    screenshots::WindowSet set(engine, screenshots::WindowSet::Contents::Overfull, {}, models.pages());
+    FullWindow set(engine, models.pages());
     QQuickWindow &window = set.show();
     showPainted(set, window, static_cast<int>(state.range(0)));
     QQuickItem &flickable = *flickableIn(window.contentItem());

@@ -20,45 +20,34 @@ protected:
 };
 
 TEST_F(DictionaryViewTest, ShowsWhatIsStoredAndPassesOverWhatIsNoWord) {
-    struct Row {
-        const char *name;
-        const char *text;
-        QStringList expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, const char *, QStringList> rows[] = {
         {"in stored order", R"([{"word":"Sjur"},{"word":"Equinor","seen":3}])", {u"Sjur"_s, u"Equinor"_s}},
         {"a word that is a number", R"([{"word":4},{},{"word":"fjord"}])", {u"fjord"_s}},
         {"an element that is no object", R"([{"word":"fjord"},"Oslo"])", {}},
         {"an object", R"({"word":"fjord"})", {}},
         {"no JSON", R"([{"word":"fjord")", {}},
     };
-    for (const Row &row : rows) {
-        store(row.text);
-        EXPECT_EQ(DictionaryView(page).words(), row.expected) << row.name;
-        EXPECT_EQ(stored(), QString::fromUtf8(row.text)) << row.name;
+    for (const auto &[name, text, expected] : rows) {
+        store(text);
+        EXPECT_EQ(DictionaryView(page).words(), expected) << name;
+        EXPECT_EQ(stored(), QString::fromUtf8(text)) << name;
     }
 }
 
 TEST_F(DictionaryViewTest, AddsTrimmedWordsOnceAndPushesThem) {
     DictionaryView view(page);
-    struct Row {
-        const char *name;
-        QString typed;
-        QString left;
-        QStringList expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, QString, QString, QStringList> rows[] = {
         {"with blanks around", u" \t\u00a0Bodø "_s, QString(), {u"Bodø"_s}},
         {"again", u"Bodø"_s, u"Bodø"_s, {u"Bodø"_s}},
         {"in another case", u"bodø"_s, QString(), {u"Bodø"_s, u"bodø"_s}},
         {"nothing", QString(), QString(), {u"Bodø"_s, u"bodø"_s}},
         {"blanks", u" \t"_s, u" \t"_s, {u"Bodø"_s, u"bodø"_s}},
     };
-    for (const Row &row : rows) {
-        view.setNewWord(row.typed);
+    for (const auto &[name, typed, left, expected] : rows) {
+        view.setNewWord(typed);
         view.addWord();
-        EXPECT_EQ(view.words(), row.expected) << row.name;
-        EXPECT_EQ(view.newWord(), row.left) << row.name;
+        EXPECT_EQ(view.words(), expected) << name;
+        EXPECT_EQ(view.newWord(), left) << name;
     }
     EXPECT_EQ(stored(), uR"([{"word":"Bodø"},{"word":"bodø"}])"_s);
     EXPECT_EQ(pushes, QStringList({u"dictionary"_s, u"dictionary"_s}));

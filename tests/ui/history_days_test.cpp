@@ -31,14 +31,12 @@ Entry entry(const QString &text, Date timestamp) {
 
 TEST(HistoryDays, GroupsByTheDaysOfTheZoneAcrossAChangeOfTheClocks) {
     const Date midnight = Date(std::chrono::sys_days(2026y / 10 / 25)) - 2h; // of a day of 25 hours in Oslo
-    const QList<Entry> entries = {
-        entry(u"e"_s, midnight + 25h + 1min),
-        entry(u"d"_s, midnight + 25h - 1min),
-        entry(u"c"_s, midnight),
-        entry(u"b"_s, midnight - 1min),
-        entry(u"stray"_s, midnight + 1h),
-        entry(u"a"_s, midnight - 48h),
-    };
+    const QList<Entry> entries = {entry(u"e"_s, midnight + 25h + 1min),
+                                  entry(u"d"_s, midnight + 25h - 1min),
+                                  entry(u"c"_s, midnight),
+                                  entry(u"b"_s, midnight - 1min),
+                                  entry(u"stray"_s, midnight + 1h),
+                                  entry(u"a"_s, midnight - 48h)};
     const Calendar oslo({u"en_US"_s, u"Europe/Oslo"_s});
     EXPECT_THAT(
         described(historyDays(entries, midnight + 25h + 2min, oslo)),

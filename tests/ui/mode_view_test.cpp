@@ -28,36 +28,22 @@ protected:
     }
 };
 
-TEST_F(ModeViewTest, MakesChoosesEditsAndRemovesAMode) {
-    preferences.set(keys::selectedMode, u"fast"_s); // retired
+TEST_F(ModeViewTest, MakesEditsAndRemovesAModeThatIsChosen) {
     ModeView view(preferences, watch, undoOffer);
-    view.appear();
-    EXPECT_EQ(preferences.string(keys::selectedMode), u"accurate"_s);
     EXPECT_EQ(cards(*view.builtInModes()),
               u"[Accurate], Fix Grammar, Professional, Casual, Summarize, Bullet Points"_s);
 
-    view.openNewSheet();
-    EXPECT_EQ(view.sheet()->title() + u'|' + view.sheet()->confirmText() + u'|' + view.sheet()->icon(),
-              u"New Mode|Create|sparkles"_s);
-    view.sheet()->setName(u"\t "_s);
-    view.sheet()->setPrompt(u"Write a mail.\nShort."_s);
-    EXPECT_FALSE(view.sheet()->canConfirm());
-    view.sheet()->confirm();
-    ASSERT_TRUE(view.sheet());
-    view.sheet()->setName(u" Email Writer "_s);
-    view.sheet()->setIcon(u"envelope"_s);
-    view.sheet()->confirm();
-    EXPECT_FALSE(view.sheet());
+    create(view, u"\t "_s, u"Write a mail."_s);
+    ASSERT_TRUE(view.sheet()) << "a mode without a name cannot be made";
+    view.sheet()->cancel();
+    create(view, u" Email Writer "_s, u"Write a mail.\nShort."_s);
     create(view, u"Standup"_s, u"Three lines."_s);
-    EXPECT_EQ(cards(*view.customModes()), u"Email Writer, Standup"_s);
-    const ModeCard mail = view.customModes()->rows().front();
-    EXPECT_EQ(mail.symbol + u'|' + mail.description, u"envelope|Write a mail. Short."_s);
-
-    view.choose(mail.id);
+    EXPECT_EQ(view.customModes()->rows().front().description, u"Write a mail. Short."_s);
+    view.choose(view.customModes()->rows().front().id);
     EXPECT_EQ(cards(*view.customModes()), u"[Email Writer], Standup"_s);
+
     testing::RowLog log(*view.customModes());
     view.openEditSheet(0);
-    EXPECT_EQ(view.sheet()->title() + u'|' + view.sheet()->confirmText(), u"Edit Mode|Save"_s);
     EXPECT_EQ(view.sheet()->prompt(), u"Write a mail.\nShort."_s);
     view.sheet()->setName(u"Mail"_s);
     view.sheet()->confirm();
@@ -65,9 +51,7 @@ TEST_F(ModeViewTest, MakesChoosesEditsAndRemovesAMode) {
     EXPECT_EQ(log.take(), QStringList()) << "a row that is edited stays in place";
 
     view.removeRow(0);
-    EXPECT_EQ(cards(*view.customModes()), u"Standup"_s);
     EXPECT_EQ(cards(*view.builtInModes()).left(10), u"[Accurate]"_s);
-    EXPECT_EQ(undoOffer.text(), u"“Mail” removed"_s);
     undoOffer.undo();
     EXPECT_EQ(cards(*view.customModes()), u"[Mail], Standup"_s);
 }

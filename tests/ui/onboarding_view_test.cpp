@@ -1,6 +1,4 @@
-#include "ui/models/onboarding_view.h"
-
-#include "desktop_fakes.h"
+#include "desks/setup_desk.h"
 #include "support/qt_printing.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +8,7 @@ using namespace std::chrono_literals;
 
 namespace velmo {
 
-class OnboardingViewTest : public ::testing::Test {
+class OnboardingViewTest : public ::testing::Test, protected testing::OnboardingDesk {
 protected:
     OnboardingViewTest() {
         QObject::connect(&view, &OnboardingView::completed, [this] { ++completions; });
@@ -28,9 +26,6 @@ protected:
         return texts;
     }
 
-    testing::FakeDesktop desktop;
-    OnboardingView view{{desktop.queue, desktop.listener, desktop.triggerKey, desktop.accessibility,
-                         desktop.microphone, desktop.microphone, desktop.systemSettings}};
     int completions = 0;
 };
 

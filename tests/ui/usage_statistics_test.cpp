@@ -66,22 +66,16 @@ TEST(UsageStatistics, CountsDaysOfUseFromTheFirst) {
 }
 
 TEST(UsageStatistics, WritesNumbersInShortForms) {
-    for (const auto &[words, text] : {std::pair<qint64, const char *>(0, "0"),
-                                      {999, "999"},
-                                      {1000, "1.0K"},
-                                      {12'345, "12.3K"},
-                                      {999'999, "1000.0K"},
-                                      {1'000'000, "1.0M"},
-                                      {2'500'000, "2.5M"}})
+    const std::pair<qint64, const char *> counts[] = {
+        {0, "0"},           {999, "999"},         {1000, "1.0K"},
+        {12'345, "12.3K"},  {999'999, "1000.0K"}, {1'000'000, "1.0M"},
+        {2'500'000, "2.5M"}};
+    for (const auto &[words, text] : counts)
         EXPECT_EQ(wordsText(words).toStdString(), text);
-    for (const auto &[words, text] : {std::pair<qint64, const char *>(39, "<1 min"),
-                                      {40, "1 min"},
-                                      {2399, "59 min"},
-                                      {2400, "1.0h"},
-                                      {3600, "1.5h"},
-                                      {23'760, "9.9h"},
-                                      {24'000, "10h"},
-                                      {26'399, "10h"}})
+    const std::pair<qint64, const char *> times[] = {{39, "<1 min"},  {40, "1 min"},  {2399, "59 min"},
+                                                     {2400, "1.0h"},  {3600, "1.5h"}, {23'760, "9.9h"},
+                                                     {24'000, "10h"}, {26'399, "10h"}};
+    for (const auto &[words, text] : times)
         EXPECT_EQ(timeSavedText(of({}, words).minutesSaved).toStdString(), text) << words;
 }
 

@@ -1,4 +1,4 @@
-#include "page_desks.h"
+#include "desks/mode_desk.h"
 #include "page_view.h"
 #include "stage.h"
 
@@ -7,6 +7,8 @@ using namespace Qt::StringLiterals;
 namespace velmo::screenshots {
 
 namespace {
+
+using testing::ModeDesk;
 
 /// Sets the desk, opens the page, and does what is left to do before the picture is taken.
 Scene scene(const QString &name, QSize size, const std::function<void(ModeDesk &)> &set,

@@ -1,6 +1,5 @@
+#include "desks/setup_desk.h"
 #include "stage.h"
-#include "ui/desktop_fakes.h"
-#include "ui/models/onboarding_view.h"
 #include "ui/onboarding/onboarding_window_controller.h"
 
 #include <QQuickWindow>
@@ -11,11 +10,7 @@ namespace velmo::screenshots {
 
 namespace {
 
-struct OnboardingDesk {
-    testing::FakeDesktop desktop;
-    OnboardingView view{{desktop.queue, desktop.listener, desktop.triggerKey, desktop.accessibility,
-                         desktop.microphone, desktop.microphone, desktop.systemSettings}};
-};
+using testing::OnboardingDesk;
 
 Scene scene(const QString &name, const std::function<void(OnboardingDesk &)> &set,
             const std::function<void(OnboardingDesk &)> &then = {}) {

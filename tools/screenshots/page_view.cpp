@@ -8,8 +8,8 @@
 namespace velmo::screenshots {
 
 PageView::PageView(QQmlEngine &engine, MainWindowView::SidebarPage page, OtherPages pages, QSize size)
-    : m_set(engine, WindowSet::Contents::Empty, {}, pages), m_window(m_set.show(size)) {
-    m_set.view().selectPage(page);
+    : m_set(engine, WindowSet::Contents::Empty, pages), m_window(m_set.show(size)) {
+    m_set.view.selectPage(page);
     Stage::wait(50);
 }
 

@@ -1,4 +1,4 @@
-#include "page_desks.h"
+#include "desks/setup_desk.h"
 #include "page_view.h"
 #include "stage.h"
 
@@ -7,6 +7,23 @@ using namespace Qt::StringLiterals;
 namespace velmo::screenshots {
 
 namespace {
+
+/// Of somebody who has chosen a few languages.
+struct SettingsDesk : testing::SettingsDesk {
+    SettingsDesk() {
+        desktop.preferences.set(keys::selectedLanguages, u"en,no,sv"_s);
+        desktop.preferences.set(keys::deviceId, u"5d0c9a52-7a1e-4c0b-9f3e-2b8a61d4e7c3"_s);
+        desktop.watch.noteWrite();
+        desktop.queue.runPosted();
+        desktop.listener.setupFnKey();
+        desktop.loginItem.isOn = true;
+    }
+
+    void loseKeys() {
+        desktop.accessibility.trusted = false;
+        desktop.listener.stopListening();
+    }
+};
 
 Scene scene(const QString &name, QSize size, const std::function<void(SettingsDesk &, PageView &)> &then = {},
             const std::function<void(SettingsDesk &)> &set = {}) {

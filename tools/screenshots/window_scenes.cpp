@@ -18,7 +18,7 @@ Scene page(const QString &name, MainWindowView::SidebarPage page, Contents conte
            QSize size = {900, 600}) {
     return {name, [=](Stage &stage) {
                 WindowSet set(stage.engine(), contents);
-                set.view().selectPage(page);
+                set.view.selectPage(page);
                 stage.photograph(set.show(size), name);
             }};
 }
@@ -28,7 +28,7 @@ Scene state(const QString &name, MainWindowView::SidebarPage page,
             const std::function<void(WindowSet &)> &act, Contents contents = Contents::Filled) {
     return {name, [=](Stage &stage) {
                 WindowSet set(stage.engine(), contents);
-                set.view().selectPage(page);
+                set.view.selectPage(page);
                 QQuickWindow &window = set.show();
                 Stage::wait(100);
                 act(set);
@@ -37,13 +37,13 @@ Scene state(const QString &name, MainWindowView::SidebarPage page,
 }
 
 void search(WindowSet &set, const QString &text) {
-    set.dictionary().setSearchText(text);
+    set.dictionary.setSearchText(text);
 }
 
 void write(WindowSet &set, const QString &trigger, const QString &expansion) {
-    set.snippets().openAddSheet();
-    set.snippets().sheet()->setTrigger(trigger);
-    set.snippets().sheet()->setExpansion(expansion);
+    set.snippetsView.openAddSheet();
+    set.snippetsView.sheet()->setTrigger(trigger);
+    set.snippetsView.sheet()->setExpansion(expansion);
 }
 
 void rightClick(QQuickWindow &window, QPointF at) {
@@ -60,30 +60,29 @@ QList<Scene> states() {
         {u"home-menu"_s,
          [](Stage &stage) {
              WindowSet set(stage.engine(), Contents::Filled);
-             set.home().dismissHeroCard();
+             set.home.dismissHeroCard();
              QQuickWindow &window = set.show();
              Stage::wait(500);
              rightClick(window, {400, 300});
              stage.photograph(window, u"home-menu"_s);
          }},
-        state(u"home-undo"_s, MainWindowView::Home, [](WindowSet &set) { set.home().remove(u"3"_s); }),
-        state(u"home-closing"_s, MainWindowView::Home,
-              [](WindowSet &set) { set.view().openClosingNotice(); }),
+        state(u"home-undo"_s, MainWindowView::Home, [](WindowSet &set) { set.home.remove(u"3"_s); }),
+        state(u"home-closing"_s, MainWindowView::Home, [](WindowSet &set) { set.view.openClosingNotice(); }),
         state(u"dictionary-search"_s, MainWindowView::Dictionary,
               [](WindowSet &set) {
-                  set.dictionary().setNewWord(u"Trondheim"_s);
+                  set.dictionary.setNewWord(u"Trondheim"_s);
                   search(set, u"S"_s);
               }),
         state(u"dictionary-nomatch"_s, MainWindowView::Dictionary,
               [](WindowSet &set) { search(set, u"xyz"_s); }),
         state(u"snippets-add"_s, MainWindowView::Snippets,
-              [](WindowSet &set) { set.snippets().openAddSheet(); }),
+              [](WindowSet &set) { set.snippetsView.openAddSheet(); }),
         state(u"snippets-edit"_s, MainWindowView::Snippets,
-              [](WindowSet &set) { set.snippets().openEditSheet(3); }),
+              [](WindowSet &set) { set.snippetsView.openEditSheet(3); }),
         state(u"snippets-duplicate"_s, MainWindowView::Snippets,
               [](WindowSet &set) {
                   write(set, u"Adr"_s, u"Storgata 15"_s);
-                  set.snippets().sheet()->save();
+                  set.snippetsView.sheet()->save();
               }),
     };
 }

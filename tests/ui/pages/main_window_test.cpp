@@ -1,19 +1,10 @@
-#include "ui/window/main_window_controller.h"
-
-#include "base/calendar.h"
-#include "dictation/gestures/trigger_fakes.h"
-#include "store/history_store.h"
+#include "desks/window_desk.h"
 #include "store/snippet_list.h"
+#include "support/manual_main_queue.h"
 #include "support/person.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
 #include "ui/flow/flow_placement.h"
-#include "ui/list_page_fixture.h"
-#include "ui/models/dictionary_view.h"
-#include "ui/models/home_view.h"
-#include "ui/models/main_window_view.h"
-#include "ui/models/snippets_view.h"
-#include "ui/models/trigger_key_name.h"
 
 #include <QQmlEngine>
 
@@ -21,9 +12,17 @@ using namespace Qt::StringLiterals;
 
 namespace velmo {
 
+struct Engine {
+    QQmlEngine engine;
+};
+
 /// Somebody in front of the main window.
-class MainWindowTest : public testing::ListPageTest {
+class MainWindowTest : public ::testing::Test,
+                       protected Engine,
+                       protected testing::WindowDesk<testing::ManualMainQueue> {
 protected:
+    MainWindowTest() : WindowDesk(engine) {}
+
     testing::Person openWindow() {
         controller.show();
         return testing::Person(*controller.window());
@@ -40,24 +39,6 @@ protected:
     [[nodiscard]] static bool comes(const std::function<bool()> &condition) {
         return testing::waitUntil(condition);
     }
-
-    HistoryStore history{preferences, queue};
-    Calendar calendar{{u"en_US"_s, u"UTC"_s}};
-    QStringList copied;
-    bool hasTray = true;
-    MainWindowView view{u"1.0.0"_s};
-    testing::FakeKeyboardKeys keys;
-    TriggerKeyName triggerKeyName{preferences, watch, keys};
-    HomeView home{{queue, preferences, watch, triggerKeyName, history, calendar, *this,
-                   [] { return std::optional<qint64>(); },
-                   [this](const QString &text) { copied.append(text); }, undoOffer}};
-    DictionaryView dictionary{page};
-    SnippetsView snippetsView{page};
-    QQmlEngine engine;
-    MainWindowController controller{
-        engine, {view, undoOffer, &home, &dictionary, &snippetsView, nullptr, nullptr, nullptr}, [this] {
-            return hasTray;
-        }};
 };
 
 TEST_F(MainWindowTest, WordsAreAddedFoundAndRemovedByKeyboardAlone) {

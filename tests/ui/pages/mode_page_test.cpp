@@ -1,20 +1,19 @@
-#include "store/custom_modes.h"
+#include "desks/mode_desk.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
-#include "ui/list_page_fixture.h"
-#include "ui/models/mode_view.h"
 #include "ui/pages/page_window.h"
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
 namespace velmo {
 
-class ModePageTest : public testing::ListPageTest {
+class ModePageTest : public ::testing::Test, protected testing::ModeDesk {
 protected:
     [[nodiscard]] QString chosen() const { return selectedModeId(preferences); }
 
-    ModeView mode{preferences, watch, undoOffer};
-    testing::PageWindow page{u"ModePage"_s, u"view"_s, &mode};
+    testing::PageWindow page{u"ModePage"_s, u"view"_s, &view};
     testing::Person person{page.window()};
 };
 
@@ -40,13 +39,13 @@ TEST_F(ModePageTest, WorksByKeyboardAlone) {
     person.press(Qt::Key_Return);
     person.type(u"Mail"_s);
     person.press(Qt::Key_Escape);
-    EXPECT_FALSE(mode.sheet());
+    EXPECT_FALSE(view.sheet());
     ASSERT_TRUE(testing::waitUntil([&] { return person.focused() == u"New Mode"_s; }));
     person.press(Qt::Key_Return);
     EXPECT_EQ(person.focused(), u"Name"_s);
     person.type(u"Mail"_s);
     person.press(Qt::Key_Return);
-    EXPECT_TRUE(mode.sheet()) << "a mode without a prompt cannot be made";
+    EXPECT_TRUE(view.sheet()) << "a mode without a prompt cannot be made";
     person.press(Qt::Key_Tab);
     person.type(u"Write a mail."_s);
     person.tabTo(u"sparkles"_s);

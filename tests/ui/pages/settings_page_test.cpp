@@ -1,7 +1,6 @@
+#include "desks/setup_desk.h"
 #include "support/qt_printing.h"
 #include "support/wait_until.h"
-#include "ui/desktop_fakes.h"
-#include "ui/models/settings_view.h"
 #include "ui/pages/page_window.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace velmo {
 
-class SettingsPageTest : public ::testing::Test {
+class SettingsPageTest : public ::testing::Test, protected testing::SettingsDesk {
 protected:
-    testing::FakeDesktop desktop;
-    SettingsView settings{{desktop.preferences, desktop.watch, desktop.listener, desktop.triggerKey,
-                           desktop.accessibility, desktop.microphone, desktop.microphone,
-                           desktop.systemSettings, desktop.loginItem, u"1.0.0"_s}};
-    testing::PageWindow page{u"SettingsPage"_s, u"view"_s, &settings};
+    testing::PageWindow page{u"SettingsPage"_s, u"view"_s, &view};
     testing::Person person{page.window()};
 };
 
@@ -66,7 +61,7 @@ TEST_F(SettingsPageTest, CapturesAKeyThatIsPressed) {
 
     person.click(u"Change…"_s);
     person.click(u"Danish"_s);
-    EXPECT_FALSE(settings.triggerKey()->isCapturing()) << "something else was begun";
+    EXPECT_FALSE(view.triggerKey()->isCapturing()) << "something else was begun";
 }
 
 } // namespace velmo

@@ -5,7 +5,6 @@
 #include "ui/floating/floating_view.h"
 #include "ui/models/floating_bar.h"
 #include "ui/overlay/recording_overlay_controller.h"
-#include "ui/quick/accessible_tree.h"
 #include "ui/quick/animation_clock.h"
 #include "ui/quick/floating_fakes.h"
 #include "ui/shown_dictation.h"
@@ -238,18 +237,6 @@ TEST_F(OverlayTest, RestsWhenNothingMoves) {
     EXPECT_TRUE(testing::waitUntil([&] {
         animations.advance(25ms);
         return !animations.isRunning() && std::exchange(frames, 0) == 0;
-    }));
-}
-
-TEST_F(OverlayTest, NamesItsControls) {
-    QAccessible::setActive(true);
-    EXPECT_TRUE(testing::accessibleNames(panel()).contains(u"Start dictation"_s));
-    click(handle());
-    EXPECT_TRUE(testing::waitUntil([this] {
-        animations.advance(25ms);
-        const QSet<QString> names = testing::accessibleNames(panel());
-        return names.contains(u"Cancel dictation"_s) && names.contains(u"Stop dictation"_s) &&
-               !names.contains(u"Start dictation"_s);
     }));
 }
 

@@ -206,37 +206,18 @@ TEST_F(PopoverTest, LeadsToTheMainWindowAndOut) {
     EXPECT_FALSE(popover.isShown());
 }
 
-TEST_F(PopoverTest, NamesAllThatIsInIt) {
-    QAccessible::setActive(true);
-    stage.listener.stopListening();
-    stage.permission.trusted = false;
-    stage.history.add(u"Hei"_s, std::nullopt);
-    open();
-    const QSet<QString> names = testing::accessibleNames(*popover.view());
-    for (const QString &name :
-         {u"Velmo"_s, u"Setup Required"_s, u"Accessibility Permission"_s, u"Ready, Ctrl+Shift+A to record"_s,
-          u"Recent"_s, u"Hei"_s, u"Open Velmo"_s, u"Quit Velmo"_s})
-        EXPECT_TRUE(names.contains(name)) << name.toStdString();
-}
-
 TEST(PopoverPlacementTest, IsBesideTheItemAndWithinTheScreen) {
-    struct Row {
-        const char *name;
-        QRect item, visibleFrame;
-        QPoint expected;
-    };
     const QRect screen(0, 26, 1280, 774);
-    const Row rows[] = {
+    const std::tuple<const char *, QRect, QRect, QPoint> rows[] = {
         {"in the middle of a panel at the top", {600, 0, 24, 26}, screen, {442, 34}},
         {"in the corner", {1256, 0, 24, 26}, screen, {932, 34}},
         {"at the foot", {1256, 776, 24, 24}, {0, 0, 1280, 776}, {932, 308}},
         {"on a second screen", {1300, 0, 24, 24}, {1280, 24, 800, 576}, {1288, 32}},
         {"on a screen that is too small", {10, 0, 24, 24}, {0, 24, 320, 400}, {8, 32}},
     };
-    for (const Row &row : rows)
-        EXPECT_EQ(PopoverWindow::placement(row.item, row.visibleFrame),
-                  QRect(row.expected, PopoverWindow::contentSize))
-            << row.name;
+    for (const auto &[name, item, visibleFrame, expected] : rows)
+        EXPECT_EQ(PopoverWindow::placement(item, visibleFrame), QRect(expected, PopoverWindow::contentSize))
+            << name;
 }
 
 } // namespace

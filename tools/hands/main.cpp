@@ -1,4 +1,4 @@
-#include "key_stage.h"
+#include "platform/linux/x11/key_stage.h"
 
 #include <QCoreApplication>
 #include <QStringList>
