@@ -25,13 +25,7 @@ QString utc(Date moment) {
 } // namespace
 
 TEST(Calendar, BeginsADayWithTheFirstMomentOfTheWallClock) {
-    struct Row {
-        const char *zone;
-        const char *moment;
-        int daysLater;
-        const char *expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, const char *, int, const char *> rows[] = {
         {"Europe/Oslo", "2026-03-29T10:00:00Z", 0,
          "2026-03-28T23:00:00Z"}, // the clocks went forward at 01:00Z
         {"Europe/Oslo", "2026-03-29T10:00:00Z", 1, "2026-03-29T22:00:00Z"},
@@ -40,21 +34,15 @@ TEST(Calendar, BeginsADayWithTheFirstMomentOfTheWallClock) {
         {"America/Havana", "2026-11-01T12:00:00Z", 0, "2026-11-01T04:00:00Z"},    // midnight comes twice
         {"America/Sao_Paulo", "2018-11-04T12:00:00Z", 0, "2018-11-04T03:00:00Z"}, // midnight is left out
     };
-    for (const Row &row : rows) {
-        const Calendar calendar({u"nb_NO"_s, QString::fromLatin1(row.zone)});
-        EXPECT_EQ(utc(calendar.startOfDay(at(row.moment), row.daysLater)).toStdString(), row.expected)
-            << row.zone << " " << row.moment;
+    for (const auto &[zone, moment, daysLater, expected] : rows) {
+        const Calendar calendar({u"nb_NO"_s, QString::fromLatin1(zone)});
+        EXPECT_EQ(utc(calendar.startOfDay(at(moment), daysLater)).toStdString(), expected)
+            << zone << " " << moment;
     }
 }
 
 TEST(Calendar, CountsWholeDaysByTheWallClock) {
-    struct Row {
-        const char *name;
-        const char *from;
-        const char *to;
-        int expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, const char *, const char *, int> rows[] = {
         {"the same moment", "2026-03-28T11:00:00Z", "2026-03-28T11:00:00Z", 0},
         {"23 hours across the change in spring", "2026-03-28T11:00:00Z", "2026-03-29T10:00:00Z", 1},
         {"a second less", "2026-03-28T11:00:00Z", "2026-03-29T09:59:59Z", 0},
@@ -64,8 +52,8 @@ TEST(Calendar, CountsWholeDaysByTheWallClock) {
         {"backwards", "2026-03-28T11:00:00Z", "2026-03-26T11:00:00Z", -2},
     };
     const Calendar calendar({u"nb_NO"_s, u"Europe/Oslo"_s});
-    for (const Row &row : rows)
-        EXPECT_EQ(calendar.wholeDays(at(row.from), at(row.to)), row.expected) << row.name;
+    for (const auto &[name, from, to, expected] : rows)
+        EXPECT_EQ(calendar.wholeDays(at(from), at(to)), expected) << name;
 }
 
 TEST(Calendar, WritesDatesAndTimesInTheLocale) {
@@ -79,19 +67,15 @@ TEST(Calendar, WritesDatesAndTimesInTheLocale) {
 }
 
 TEST(Calendar, TellsHowLongAgoByTheLargestFullUnit) {
-    struct Row {
-        std::chrono::seconds ago;
-        const char *expected;
-    };
-    const Row rows[] = {
+    const std::pair<std::chrono::seconds, const char *> rows[] = {
         {-5s, "0 sec. ago"},     {0s, "0 sec. ago"},       {59s, "59 sec. ago"}, {60s, "1 min. ago"},
         {3599s, "59 min. ago"},  {1h, "1 hr. ago"},        {24h, "1 day ago"},   {7 * 24h, "1 wk. ago"},
         {31 * 24h, "1 mo. ago"}, {366 * 24h, "1 yr. ago"},
     };
     const Calendar calendar({u"en_US"_s, u"UTC"_s});
     const Date now = at("2026-11-14T12:00:00Z");
-    for (const Row &row : rows)
-        EXPECT_EQ(calendar.timeAgo(now - row.ago, now).toStdString(), row.expected);
+    for (const auto &[ago, expected] : rows)
+        EXPECT_EQ(calendar.timeAgo(now - ago, now).toStdString(), expected);
     const Calendar swedish({u"sv_SE"_s, u"UTC"_s});
     EXPECT_EQ(swedish.timeAgo(now - 5min, now), u"för 5 min sen"_s);
 }

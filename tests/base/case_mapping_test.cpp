@@ -15,13 +15,11 @@ TEST(CaseMapping, MapsWholeTextsInFull) {
 }
 
 TEST(CaseMapping, BeginsATextWithACapital) {
-    const std::pair<QString, QString> cases[] = {
-        {u"åse"_s, u"Åse"_s},  {u"a\u030ase"_s, u"A\u030ase"_s},
-        {u"ßen"_s, u"SSen"_s}, {u"ǆ"_s, u"Ǆ"_s},
-        {u"ǅ"_s, u"ǅ"_s},      {u"ªx"_s, u"ªx"_s},
-        {u"1 a"_s, u"1 a"_s},  {u" a"_s, u" a"_s},
-        {u"𐐨"_s, u"𐐀"_s},      {QString(), QString()},
-    };
+    const std::pair<QString, QString> cases[] = {{u"åse"_s, u"Åse"_s},  {u"a\u030ase"_s, u"A\u030ase"_s},
+                                                 {u"ßen"_s, u"SSen"_s}, {u"ǆ"_s, u"Ǆ"_s},
+                                                 {u"ǅ"_s, u"ǅ"_s},      {u"ªx"_s, u"ªx"_s},
+                                                 {u"1 a"_s, u"1 a"_s},  {u" a"_s, u" a"_s},
+                                                 {u"𐐨"_s, u"𐐀"_s},      {QString(), QString()}};
     for (const auto &[text, capitalised] : cases)
         EXPECT_EQ(withFirstCapital(text), capitalised);
 }

@@ -9,22 +9,18 @@ using namespace Qt::StringLiterals;
 namespace velmo {
 
 TEST(Collation, OrdersByTheAlphabetOfTheLocale) {
-    struct Row {
-        const char *locale;
-        QStringList expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char *, QStringList> rows[] = {
         {"nb_NO", {u"adr"_s, u"Zebra"_s, u"ærlig"_s, u"Øre"_s, u"ål"_s}},
         {"sv_SE", {u"adr"_s, u"Zebra"_s, u"ål"_s, u"ärlig"_s, u"Öre"_s}},
         {"en_GB", {u"adr"_s, u"Ål"_s, u"öre"_s, u"zebra"_s}},
     };
-    for (const Row &row : rows) {
-        const Collation collation(QString::fromLatin1(row.locale));
-        QStringList words(row.expected.rbegin(), row.expected.rend());
+    for (const auto &[locale, expected] : rows) {
+        const Collation collation(QString::fromLatin1(locale));
+        QStringList words(expected.rbegin(), expected.rend());
         std::stable_sort(words.begin(), words.end(), [&](const QString &left, const QString &right) {
             return collation.precedes(left, right);
         });
-        EXPECT_EQ(words, row.expected) << row.locale;
+        EXPECT_EQ(words, expected) << locale;
     }
 }
 
@@ -37,13 +33,7 @@ TEST(Collation, TakesCaseForNothingAndAccentsForLetters) {
 }
 
 TEST(Collation, FindsPartsOfTexts) {
-    struct Row {
-        const char *name;
-        QString wanted;
-        QString text;
-        bool expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, QString, QString, bool> rows[] = {
         {"other case", u"OSL"_s, u"Oslo"_s, true},
         {"within", u"åles"_s, u"Fra Ålesund"_s, true},
         {"an accent counts", u"al"_s, u"Ålesund"_s, false},
@@ -57,8 +47,8 @@ TEST(Collation, FindsPartsOfTexts) {
         {"a line break", u"a\nb"_s, u"xA\nBy"_s, true},
     };
     const Collation collation(u"nb_NO"_s);
-    for (const Row &row : rows)
-        EXPECT_EQ(CollationSearch(collation, row.wanted).isPartOf(row.text), row.expected) << row.name;
+    for (const auto &[name, wanted, text, expected] : rows)
+        EXPECT_EQ(CollationSearch(collation, wanted).isPartOf(text), expected) << name;
 
     CollationSearch search(collation, u"bø"_s);
     EXPECT_TRUE(search.isPartOf(u"Bodø bøker"_s));

@@ -1,5 +1,6 @@
 #include "flow/desk_test.h"
 
+#include "support/files.h"
 #include "support/qt_printing.h"
 #include "support/screen_saver.h"
 #include "support/scripted_server.h"
@@ -83,11 +84,8 @@ TEST_F(DictationTest, TwoInQuickSuccessionReachATerminalAndTheClipboardComesBack
     hears({u"Vi møtes klokka ti."_s, u"Ses vi på lørdag?"_s});
     dictate();
     dictate();
-    EXPECT_TRUE(testing::waitUntil([&] {
-        QFile file(typed);
-        return file.open(QFile::ReadOnly) &&
-               QString::fromUtf8(file.readAll()) == u"Vi møtes klokka ti.Ses vi på lørdag?"_s;
-    }));
+    EXPECT_TRUE(testing::waitUntil(
+        [&] { return testing::contentOf(typed) == u"Vi møtes klokka ti.Ses vi på lørdag?"_s.toUtf8(); }));
     EXPECT_TRUE(testing::waitUntil([&] { return paste("image/png") == picture; }));
     EXPECT_EQ(QString::fromUtf8(paste("text/html")), u"<b>blåbær</b>"_s);
     EXPECT_EQ(QString::fromUtf8(paste("UTF8_STRING")), u"blåbær"_s);

@@ -1,6 +1,7 @@
 #include "store/sqlite_preferences.h"
 
 #include "support/child_process.h"
+#include "support/files.h"
 #include "support/log_capture.h"
 #include "support/qt_printing.h"
 #include "support/small_disk.h"
@@ -33,8 +34,7 @@ QByteArray intactFile() {
         for (int i = 0; i < 50; ++i)
             preferences.set(QString::number(i), QByteArray(500, 'x'));
     }
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return testing::contentOf(path);
 }
 
 QByteArray databaseWith(const char *sql) {
@@ -44,8 +44,7 @@ QByteArray databaseWith(const char *sql) {
     sqlite3_open(path.toUtf8().constData(), &database);
     sqlite3_exec(database, sql, nullptr, nullptr, nullptr);
     sqlite3_close(database);
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return testing::contentOf(path);
 }
 
 QByteArray withGarbageAfter(const QByteArray &file, qsizetype offset) {
@@ -57,15 +56,7 @@ protected:
     [[nodiscard]] QString file(const QString &suffix = {}) const {
         return m_directory.filePath(u"preferences.sqlite"_s + suffix);
     }
-    void write(const QByteArray &bytes) const {
-        QFile target(file());
-        ASSERT_TRUE(target.open(QIODevice::WriteOnly));
-        target.write(bytes);
-    }
-    [[nodiscard]] QByteArray bytesOf(const QString &path) const {
-        QFile source(path);
-        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
-    }
+    void write(const QByteArray &bytes) const { testing::writeFile(file(), bytes); }
 
     testing::LogCapture log;
 
@@ -78,10 +69,7 @@ private:
 TEST_F(DamagedPreferencesTest, SetsAsideWhatIsNoIntactPreferencesFile) {
     const QByteArray intact = intactFile();
     ASSERT_GT(intact.size(), 5 * 4096);
-    const struct {
-        const char *what;
-        QByteArray bytes;
-    } rows[] = {
+    const std::pair<const char *, QByteArray> rows[] = {
         {"text", "velmoPrimaryLanguage = no\n" + QByteArray(2000, '\n')},
         {"a few bytes", "xyz"},
         {"zeros, as a file system may leave after a power cut", QByteArray(16384, '\0')},
@@ -93,9 +81,9 @@ TEST_F(DamagedPreferencesTest, SetsAsideWhatIsNoIntactPreferencesFile) {
          databaseWith("PRAGMA application_id = 1449946479; CREATE TABLE other (id)")},
     };
     int number = 0;
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.what);
-        write(row.bytes);
+    for (const auto &[what, bytes] : rows) {
+        SCOPED_TRACE(what);
+        write(bytes);
         log.clear();
         const QString aside = ++number == 1 ? u".damaged"_s : u".damaged-"_s + QString::number(number);
         {
@@ -108,25 +96,19 @@ TEST_F(DamagedPreferencesTest, SetsAsideWhatIsNoIntactPreferencesFile) {
             EXPECT_TRUE(preferences.set(kKey, u"new"_s));
             EXPECT_EQ(preferences.string(kKey), u"new"_s);
         }
-        EXPECT_EQ(bytesOf(file(aside)), row.bytes);
+        EXPECT_EQ(testing::contentOf(file(aside)), bytes);
     }
 }
 
-TEST_F(DamagedPreferencesTest, BeginsWithTheChangeWhenAWriterMeetsTheDamageFirst) {
-    write("no database");
-    SqlitePreferences preferences(file());
-    EXPECT_TRUE(preferences.set(kKey, u"new"_s));
-    EXPECT_EQ(preferences.string(kKey), u"new"_s);
-    EXPECT_EQ(log.lines().size(), 1);
-}
-
-TEST_F(DamagedPreferencesTest, FillsAnEmptyFileWithoutAWord) {
-    write({});
-    SqlitePreferences preferences(file());
-    EXPECT_EQ(preferences.string(kKey), std::nullopt);
-    EXPECT_TRUE(preferences.set(kKey, u"new"_s));
-    EXPECT_EQ(preferences.string(kKey), u"new"_s);
-    EXPECT_THAT(log.lines(), IsEmpty());
+TEST_F(DamagedPreferencesTest, BeginsWithTheChangeAndWithoutAWordWhereNothingIsLost) {
+    for (const char *damage : {"no database", ""}) {
+        write(damage);
+        log.clear();
+        SqlitePreferences preferences(file());
+        EXPECT_TRUE(preferences.set(kKey, u"new"_s)) << damage;
+        EXPECT_EQ(preferences.string(kKey), u"new"_s) << damage;
+        EXPECT_EQ(log.lines().isEmpty(), *damage == '\0') << damage;
+    }
 }
 
 TEST_F(DamagedPreferencesTest, IsSetAsideOnceWhenSeveralProcessesMeetIt) {
@@ -153,7 +135,7 @@ TEST_F(DamagedPreferencesTest, IsSetAsideOnceWhenSeveralProcessesMeetIt) {
         for (ChildProcess &child : children)
             EXPECT_EQ(child.wait(), 0);
         EXPECT_EQ(SqlitePreferences(file()).all().size(), 6U);
-        EXPECT_EQ(bytesOf(file(u".damaged"_s)), bytes);
+        EXPECT_EQ(testing::contentOf(file(u".damaged"_s)), bytes);
         EXPECT_FALSE(QFile::exists(file(u".damaged-2"_s)));
     }
 }

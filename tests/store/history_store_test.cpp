@@ -1,7 +1,7 @@
 #include "store/history_store.h"
 
 #include "base/json.h"
-#include "store/memory_preferences.h"
+#include "support/failing_preferences.h"
 #include "support/log_capture.h"
 #include "support/manual_main_queue.h"
 #include "support/qt_printing.h"
@@ -17,27 +17,6 @@ using ::testing::IsEmpty;
 namespace velmo {
 
 namespace {
-
-/// A domain whose disk can fill up.
-class FillingPreferences final : public Preferences {
-public:
-    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
-    read(const QString &key) const override {
-        return m_stored.read(key);
-    }
-    [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override {
-        return m_stored.value(key);
-    }
-    [[nodiscard]] std::map<QString, PreferenceValue> all() const override { return m_stored.all(); }
-    bool change(const QString &key, const Change &change) override {
-        return !full && m_stored.change(key, change);
-    }
-
-    bool full = false;
-
-private:
-    MemoryPreferences m_stored;
-};
 
 class HistoryStoreTest : public ::testing::Test {
 protected:
@@ -68,7 +47,7 @@ protected:
 
     testing::LogCapture log;
     testing::ManualMainQueue queue;
-    FillingPreferences preferences;
+    testing::FailingPreferences preferences;
     std::unique_ptr<HistoryStore> store;
     int changes = 0;
 };
@@ -156,10 +135,7 @@ TEST_F(HistoryStoreTest, FollowsWhatAnotherProcessStored) {
 }
 
 TEST_F(HistoryStoreTest, ShowsNothingOfAnUnreadableHistoryAndReplacesItAtTheNextSave) {
-    const struct {
-        const char *stored;
-        const char *line;
-    } rows[] = {
+    const std::pair<const char *, const char *> rows[] = {
         {"[{\"id\":", "unterminated object at byte 7"},
         {"{}", "it is no array"},
         {"[1]", "entry 0 has no string \"id\""},
@@ -169,15 +145,15 @@ TEST_F(HistoryStoreTest, ShowsNothingOfAnUnreadableHistoryAndReplacesItAtTheNext
         {R"([{"id":"A","text":"t","timestamp":1,"durationSeconds":"1"}])",
          "entry 0 has a \"durationSeconds\" that is no number"},
     };
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.stored);
-        storeBytes(row.stored);
+    for (const auto &[stored, line] : rows) {
+        SCOPED_TRACE(stored);
+        storeBytes(stored);
         log.clear();
         open();
         EXPECT_EQ(log.lines(),
-                  QStringList(u"🎙️ [History] Failed to load: "_s + QLatin1StringView(row.line)));
+                  QStringList(u"🎙️ [History] Failed to load: "_s + QLatin1StringView(line)));
         EXPECT_THAT(texts(), IsEmpty());
-        EXPECT_EQ(storedBytes(), row.stored);
+        EXPECT_EQ(storedBytes(), stored);
         store->add(u"new"_s, std::nullopt);
         EXPECT_THAT(storedTexts(), ElementsAre("new"));
     }

@@ -35,20 +35,18 @@ TYPED_TEST_SUITE(PreferencesContract, Domains);
 
 TYPED_TEST(PreferencesContract, KeepsEveryKindOfValue) {
     Preferences &preferences = *this->preferences;
-    const std::vector<PreferenceValue> values = {
-        u""_s,
-        u"Blåbærsyltetøy 🇳🇴"_s,
-        u"a\0b"_s,
-        QString(5'000'000, u'å'),
-        true,
-        false,
-        std::numeric_limits<qint64>::min(),
-        std::numeric_limits<qint64>::max(),
-        Date(1'773'489'600s + 123'456'789ns),
-        Date(-1ns),
-        QByteArray(),
-        QByteArray("\0\xff{}", 4),
-    };
+    const std::vector<PreferenceValue> values = {u""_s,
+                                                 u"Blåbærsyltetøy 🇳🇴"_s,
+                                                 u"a\0b"_s,
+                                                 QString(5'000'000, u'å'),
+                                                 true,
+                                                 false,
+                                                 std::numeric_limits<qint64>::min(),
+                                                 std::numeric_limits<qint64>::max(),
+                                                 Date(1'773'489'600s + 123'456'789ns),
+                                                 Date(-1ns),
+                                                 QByteArray(),
+                                                 QByteArray("\0\xff{}", 4)};
     for (const PreferenceValue &value : values) {
         ASSERT_TRUE(preferences.set(kKey, value));
         EXPECT_TRUE(preferences.value(kKey) == value) << "kind " << value.index();

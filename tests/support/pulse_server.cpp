@@ -1,6 +1,7 @@
 #include "support/pulse_server.h"
 
 #include "support/child_process.h"
+#include "support/files.h"
 #include "support/wait_until.h"
 
 #include <QFile>
@@ -32,12 +33,10 @@ void end(QProcess &process) {
 
 PulseServer::PulseServer(const QStringList &script) {
     const QString socket = m_directory.filePath(u"socket"_s);
-    QFile file(m_directory.filePath(u"script.pa"_s));
-    file.open(QIODevice::WriteOnly);
-    file.write(u"load-module module-native-protocol-unix auth-anonymous=1 socket=%1\n%2\n"_s
-                   .arg(socket, script.join(u'\n'))
-                   .toUtf8());
-    file.close();
+    const QString file = m_directory.filePath(u"script.pa"_s);
+    writeFile(file, u"load-module module-native-protocol-unix auth-anonymous=1 socket=%1\n%2\n"_s
+                        .arg(socket, script.join(u'\n'))
+                        .toUtf8());
 
     // Nothing of the person's own server or configuration takes part.
     qputenv("PULSE_SERVER", "unix:" + socket.toUtf8());
@@ -45,7 +44,7 @@ PulseServer::PulseServer(const QStringList &script) {
         qputenv(name, m_directory.path().toUtf8());
     startInBackground(m_server, u"pulseaudio"_s,
                       {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
-                       u"--realtime=no"_s, u"--high-priority=no"_s, u"-F"_s, file.fileName()});
+                       u"--realtime=no"_s, u"--high-priority=no"_s, u"-F"_s, file});
     const bool answers = waitUntil([] {
         QProcess question;
         startInBackground(question, u"pactl"_s, {u"info"_s});

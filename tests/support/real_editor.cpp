@@ -1,6 +1,7 @@
 #include "support/real_editor.h"
 
-#include <QFile>
+#include "support/files.h"
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -18,8 +19,7 @@ QString standaloneOption(const QString &program) {
 
 RealEditor::RealEditor(Xvfb &server, const QString &program)
     : m_server(server), m_path(m_folder.filePath(u"text.txt"_s)) {
-    QFile file(m_path);
-    EXPECT_TRUE(file.open(QFile::WriteOnly));
+    writeFile(m_path);
     qputenv("HOME", m_folder.path().toUtf8()); // keeps off the settings of whoever runs the test
     m_program = server.start(program, {standaloneOption(program), m_path});
     // The window may have the focus long before it takes keys.
@@ -41,8 +41,7 @@ bool RealEditor::isChanged() {
 
 QString RealEditor::savedText() {
     press("ctrl+s");
-    QFile file(m_path);
-    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return QString::fromUtf8(contentOf(m_path));
 }
 
 QByteArray RealEditor::xdotool(const QStringList &arguments) {

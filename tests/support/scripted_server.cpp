@@ -1,6 +1,7 @@
 #include "support/scripted_server.h"
 
 #include <QList>
+#include <algorithm>
 #include <array>
 #include <netinet/in.h>
 #include <stdexcept>
@@ -156,18 +157,11 @@ bool ScriptedServer::Connection::receiveBody(ReceivedRequest &request) {
 }
 
 bool ScriptedServer::Connection::write(const Reaction &reaction) const {
-    for (int time = 0; time < reaction.times; ++time) {
-        if (reaction.pace.count() == 0) {
-            if (!sendAll(m_socket, reaction.bytes))
-                return false;
-            continue;
-        }
-        for (const char byte : reaction.bytes) {
-            if (!m_server.pause(reaction.pace) || !sendAll(m_socket, QByteArray(1, byte)))
-                return false;
-        }
-    }
-    return true;
+    if (reaction.pace.count() == 0)
+        return sendAll(m_socket, reaction.bytes);
+    return std::all_of(reaction.bytes.begin(), reaction.bytes.end(), [&](char byte) {
+        return m_server.pause(reaction.pace) && sendAll(m_socket, QByteArray(1, byte));
+    });
 }
 
 void ScriptedServer::Connection::end(Reaction::Then then) {
@@ -242,10 +236,8 @@ void ScriptedServer::waitUntil(const std::function<bool()> &holds) const {
 }
 
 QString ScriptedServer::refusingOrigin() {
-    const int bound = boundSocket();
-    QString origin = originOf(bound);
-    close(bound);
-    return origin;
+    static const int bound = boundSocket(); // keeps others from listening there
+    return originOf(bound);
 }
 
 void ScriptedServer::acceptAll() {

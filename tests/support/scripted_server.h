@@ -44,7 +44,6 @@ struct Reaction {
     Then then = Then::KeepAlive;
     Reads reads = Reads::All;
     std::chrono::milliseconds pace{0}; ///< Between one byte and the next; zero: all at once.
-    int times = 1;                     ///< How often the bytes are written.
 };
 
 /// A whole reply with its length, after which the connection is kept.

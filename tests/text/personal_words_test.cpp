@@ -39,45 +39,27 @@ TEST(PersonalWords, TakeLearnedWordsOfTheSelectedLanguagesAfterTheDictionary) {
     EXPECT_EQ(words.current().vocabulary->correctionOf(u"grafane")->word, u"grafana"_s);
 }
 
-struct Expanded {
-    const char *name;
-    QString stored;
-    QString text;
-    QString result;
-
-    friend void PrintTo(const Expanded &row, std::ostream *out) { *out << row.name; }
-};
-
-class SnippetExpansion : public ::testing::TestWithParam<Expanded> {};
-
-TEST_P(SnippetExpansion, TypesTheStoredText) {
-    const Expanded &row = GetParam();
-    EXPECT_EQ(expandSnippets(row.text, compiledSnippets(parseUsableSnippets(row.stored))), row.result);
+TEST(SnippetExpansion, TypesTheStoredText) {
+    const std::tuple<const char *, QString, QString, QString> rows[] = {
+        {"any_case", uR"([{"trigger":"my address","expansion":"Storgata 1, Oslo"}])"_s,
+         u"send it to My Address please"_s, u"send it to Storgata 1, Oslo please"_s},
+        {"inside_words", uR"([{"trigger":"sig","expansion":"Sigrun"}])"_s, u"design"_s, u"deSigrunn"_s},
+        {"signs", uR"([{"trigger":"c++ (x|y) \\Q\\E","expansion":"ok"}])"_s, u"C++ (X|y) \\q\\e"_s, u"ok"_s},
+        {"expansion_as_it_stands", uR"([{"trigger":"pris","expansion":"$1 \\0 ${x}\u2028"}])"_s, u"pris"_s,
+         u"$1 \\0 ${x}\u2028"_s},
+        {"later_sees_earlier",
+         uR"([{"trigger":"a","expansion":"b"},{"trigger":"b","expansion":"c"},{"trigger":"c"}])"_s, u"ab"_s,
+         u"cc"_s},
+        {"case_folded_in_full", uR"([{"trigger":"straße","expansion":"gate"}])"_s, u"STRASSE"_s, u"gate"_s},
+        {"empty_trigger", uR"([{"trigger":"","expansion":"x"}])"_s, u"ab"_s, u"ab"_s},
+        {"unusable_objects_are_passed_over",
+         uR"([{"trigger":"a"},{"trigger":1,"expansion":"x"},{"trigger":"a","expansion":"b"}])"_s, u"a"_s,
+         u"b"_s},
+        {"a_stray_value_empties_the_list", uR"([{"trigger":"a","expansion":"b"},3])"_s, u"a"_s, u"a"_s},
+        {"damaged", uR"([{"trigger":"a")"_s, u"a"_s, u"a"_s},
+    };
+    for (const auto &[name, stored, text, result] : rows)
+        EXPECT_EQ(expandSnippets(text, compiledSnippets(parseUsableSnippets(stored))), result) << name;
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, SnippetExpansion,
-    ::testing::Values(
-        Expanded{"any_case", uR"([{"trigger":"my address","expansion":"Storgata 1, Oslo"}])"_s,
-                 u"send it to My Address please"_s, u"send it to Storgata 1, Oslo please"_s},
-        Expanded{"inside_words", uR"([{"trigger":"sig","expansion":"Sigrun"}])"_s, u"design"_s,
-                 u"deSigrunn"_s},
-        Expanded{"signs", uR"([{"trigger":"c++ (x|y) \\Q\\E","expansion":"ok"}])"_s, u"C++ (X|y) \\q\\e"_s,
-                 u"ok"_s},
-        Expanded{"expansion_as_it_stands", uR"([{"trigger":"pris","expansion":"$1 \\0 ${x}\u2028"}])"_s,
-                 u"pris"_s, u"$1 \\0 ${x}\u2028"_s},
-        Expanded{"later_sees_earlier",
-                 uR"([{"trigger":"a","expansion":"b"},{"trigger":"b","expansion":"c"},{"trigger":"c"}])"_s,
-                 u"ab"_s, u"cc"_s},
-        Expanded{"case_folded_in_full", uR"([{"trigger":"straße","expansion":"gate"}])"_s, u"STRASSE"_s,
-                 u"gate"_s},
-        Expanded{"empty_trigger", uR"([{"trigger":"","expansion":"x"}])"_s, u"ab"_s, u"ab"_s},
-        Expanded{"unusable_objects_are_passed_over",
-                 uR"([{"trigger":"a"},{"trigger":1,"expansion":"x"},{"trigger":"a","expansion":"b"}])"_s,
-                 u"a"_s, u"b"_s},
-        Expanded{"a_stray_value_empties_the_list", uR"([{"trigger":"a","expansion":"b"},3])"_s, u"a"_s,
-                 u"a"_s},
-        Expanded{"damaged", uR"([{"trigger":"a")"_s, u"a"_s, u"a"_s}),
-    [](const auto &info) { return info.param.name; });
 
 } // namespace velmo

@@ -23,10 +23,7 @@ protected:
 } // namespace
 
 TEST_F(DefaultsTest, WritesAndReadsEachKind) {
-    const struct {
-        QStringList words;
-        QByteArray text;
-    } rows[] = {
+    const std::pair<QStringList, QByteArray> rows[] = {
         {{u"--string"_s, u"Blåbær\tog\nfløte"_s}, "Blåbær\tog\nfløte"},
         {{u"--string"_s, u"--help"_s}, "--help"},
         {{u"--string"_s, u""_s}, ""},
@@ -37,12 +34,12 @@ TEST_F(DefaultsTest, WritesAndReadsEachKind) {
         {{u"--date"_s, u"2026-03-14T10:30:00.120+01:00"_s}, "2026-03-14T09:30:00.12Z"},
         {{u"--data"_s, u"AAH/"_s}, "AAH/"},
     };
-    for (const auto &row : rows) {
-        const auto written = defaults(QStringList{u"write"_s, u"key"_s} + row.words);
+    for (const auto &[words, text] : rows) {
+        const auto written = defaults(QStringList{u"write"_s, u"key"_s} + words);
         EXPECT_EQ(written.status, 0) << written.error.toStdString();
         const auto read = defaults({u"read"_s, u"key"_s});
         EXPECT_EQ(read.status, 0);
-        EXPECT_EQ(read.output, row.text + '\n');
+        EXPECT_EQ(read.output, text + '\n');
     }
     // The application finds it where it looks.
     EXPECT_EQ(SqlitePreferences(velmo.configPath(u"velmo/preferences.sqlite"_s)).data(u"key"_s),
@@ -64,10 +61,7 @@ TEST_F(DefaultsTest, ListsAndDeletes) {
 }
 
 TEST_F(DefaultsTest, NamesWhatIsOffAboutTheWords) {
-    const struct {
-        QStringList words;
-        QByteArray complaint;
-    } rows[] = {
+    const std::pair<QStringList, QByteArray> rows[] = {
         {{}, "an action is missing: list, read, write or delete"},
         {{u"show"_s}, "unknown action 'show'"},
         {{u"--all"_s}, "unknown option '--all'"},
@@ -87,10 +81,10 @@ TEST_F(DefaultsTest, NamesWhatIsOffAboutTheWords) {
          "'2026-02-30T00:00:00Z' is not a moment such as 2026-03-14T09:30:00Z"},
         {{u"write"_s, u"key"_s, u"--data"_s, u"*"_s}, "'*' is not bytes in base64"},
     };
-    for (const auto &row : rows) {
-        const auto run = defaults(row.words);
+    for (const auto &[words, complaint] : rows) {
+        const auto run = defaults(words);
         EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.error, "velmo defaults: " + row.complaint + "\nTry 'velmo defaults --help'.\n");
+        EXPECT_EQ(run.error, "velmo defaults: " + complaint + "\nTry 'velmo defaults --help'.\n");
         EXPECT_EQ(run.output, "");
     }
     for (const QStringList &words : {QStringList{u"--help"_s}, QStringList{u"write"_s, u"--help"_s}}) {

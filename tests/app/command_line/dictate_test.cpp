@@ -2,6 +2,7 @@
 #include "store/history_entry.h"
 #include "store/preference_keys.h"
 #include "store/sqlite_preferences.h"
+#include "support/files.h"
 #include "support/scripted_server.h"
 #include "support/wave_file.h"
 
@@ -58,11 +59,9 @@ TEST_F(DictateTest, PrintsTheTextOfEachRecordingAndKeepsTheFile) {
 
 TEST_F(DictateTest, UploadsAFileOfUnknownLengthWithoutADuration) {
     hears("hei");
-    QFile file(files.filePath(u"phone.m4a"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(2000, 'x'));
-    file.close();
-    const auto run = program.run({u"dictate"_s, file.fileName()});
+    const QString file = files.filePath(u"phone.m4a"_s);
+    testing::writeFile(file, QByteArray(2000, 'x'));
+    const auto run = program.run({u"dictate"_s, file});
 
     EXPECT_EQ(run.output, "Hei\n");
     EXPECT_TRUE(server.requests().at(0).body.contains(QByteArray(2000, 'x')));

@@ -1,8 +1,8 @@
 #include "app/desktop/app_delegate.h"
 
 #include "app/desktop/user_interface.h"
+#include "desks/desktop_fakes.h"
 #include "dictation/session/dictation_stage.h"
-#include "platform/system_settings.h"
 #include "store/preference_keys.h"
 #include "support/log_capture.h"
 #include "support/qt_printing.h"
@@ -22,13 +22,6 @@ struct FakeSynchronisation final : Synchronisation {
     std::optional<Date> last;
     void syncAll() override { ++syncs; }
     [[nodiscard]] std::optional<Date> lastSyncDate() const override { return last; }
-};
-
-struct KeyboardSettings final : SystemSettings {
-    bool isThere = true;
-    int opened = 0;
-    [[nodiscard]] bool canOpen(Page page) const override { return isThere && page == Page::Keyboard; }
-    void open(Page page) override { opened += canOpen(page) ? 1 : 0; }
 };
 
 /// Remembers what it was asked to show.
@@ -60,7 +53,7 @@ protected:
     testing::DictationStage stage{&interface};
     MemoryPreferences keyboardPreferences;
     FakeSynchronisation synchronisation;
-    KeyboardSettings systemSettings;
+    testing::FakeSystemSettings systemSettings;
     AppDelegate delegate{{stage.queue, stage.preferences, keyboardPreferences, stage.manager, stage.controls,
                           stage.workspace, stage.account, synchronisation, stage.permission, systemSettings,
                           interface}};
@@ -122,12 +115,13 @@ TEST_F(AppDelegateTest, ShowsTheMainWindowWhereNoTrayComesOnceNobodyIsBusy) {
 TEST_F(AppDelegateTest, LeadsToWhatDictationNeeds) {
     stage.permission.trusted = false;
     delegate.showPermission();
-    EXPECT_EQ(systemSettings.opened, 1);
-    systemSettings.isThere = false;
+    EXPECT_EQ(systemSettings.opened, QStringList{u"keyboard"_s});
+    systemSettings.pages.clear();
     delegate.showPermission();
-    stage.permission.trusted = systemSettings.isThere = true; // it is the trigger key that is missing
+    systemSettings.pages.insert(SystemSettings::Page::Keyboard);
+    stage.permission.trusted = true; // it is the trigger key that is missing
     delegate.showPermission();
-    EXPECT_EQ(systemSettings.opened, 1);
+    EXPECT_EQ(systemSettings.opened.size(), 1);
     EXPECT_EQ(interface.shown.join(u' '),
               u"popover closed popover closed onboarding popover closed onboarding"_s);
 }

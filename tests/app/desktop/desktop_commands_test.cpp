@@ -47,13 +47,7 @@ protected:
 };
 
 TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
-    struct Row {
-        QStringList words;
-        int status;
-        const char *output;
-        QStringList messages;
-    };
-    const Row rows[] = {
+    const std::tuple<QStringList, int, const char *, QStringList> rows[] = {
         {{u"status"_s}, 0, "idle\n", {}},
         {{u"stop"_s}, 1, "", {u"No recording runs."_s}},
         {{u"cancel"_s}, 1, "", {u"No recording runs."_s}},
@@ -66,11 +60,11 @@ TEST_F(DesktopCommandsTest, AreCarriedOutByTheRunningApplication) {
         {{u"velmo://auth?id_token=secret"_s}, 0, "", {}},
         {{}, 0, "", {}}, // a second start
     };
-    for (const Row &row : rows) {
-        const auto run = program.run(row.words);
-        EXPECT_EQ(run.status, row.status) << row.words.join(u' ').toStdString() << run.error.toStdString();
-        EXPECT_EQ(run.output.toStdString(), row.output) << row.words.join(u' ').toStdString();
-        EXPECT_EQ(run.messages(), row.messages) << row.words.join(u' ').toStdString();
+    for (const auto &[words, status, output, messages] : rows) {
+        const auto run = program.run(words);
+        EXPECT_EQ(run.status, status) << words.join(u' ').toStdString() << run.error.toStdString();
+        EXPECT_EQ(run.output.toStdString(), output) << words.join(u' ').toStdString();
+        EXPECT_EQ(run.messages(), messages) << words.join(u' ').toStdString();
     }
     // There is no sound server, and the application says so to whoever asked.
     for (const QString &word : {u"start"_s, u"toggle"_s, u"toggle"_s}) {

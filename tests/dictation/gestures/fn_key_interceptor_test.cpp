@@ -37,15 +37,6 @@ protected:
     std::unique_ptr<FnKeyInterceptor> interceptor;
 };
 
-struct EventCase {
-    const char *name;
-    std::vector<TapEvent> events; ///< Times in milliseconds.
-    std::vector<TapAnswer> answers;
-    const char *calls; ///< Separated by spaces.
-
-    friend void PrintTo(const EventCase &row, std::ostream *out) { *out << row.name; }
-};
-
 TapEvent flags(int atMs, KeyFlags flags) {
     return {TapEventType::FlagsChanged, flags, std::chrono::milliseconds(atMs)};
 }
@@ -57,45 +48,51 @@ constexpr auto kPass = TapAnswer::Pass;
 constexpr auto kSuppress = TapAnswer::Suppress;
 constexpr auto kFn = KeyFlag::SecondaryFunction;
 
-class FnKeyEvents : public FnKeyInterceptorTest, public ::testing::WithParamInterface<EventCase> {};
+TEST_F(FnKeyInterceptorTest, AnswersAndReportsEvents) {
+    struct Row {
+        const char *name;
+        std::vector<TapEvent> events; ///< Times in milliseconds.
+        std::vector<TapAnswer> answers;
+        const char *calls; ///< Separated by spaces.
+    };
+    const Row rows[] = {
 
-TEST_P(FnKeyEvents, AreAnsweredAndReported) {
-    std::vector<TapAnswer> answers;
-    for (const TapEvent &event : GetParam().events)
-        answers.push_back(interceptor->handleEvent(event));
-    EXPECT_EQ(answers, GetParam().answers);
-    EXPECT_EQ(calls, QStringList()); // the tap's thread calls nobody back
-    queue.runPosted();
-    EXPECT_EQ(calls.join(u' '), QLatin1StringView(GetParam().calls));
+        {"BarePress", {flags(10, kFn), flags(110, {})}, {kSuppress, kSuppress}, "down@10 up@110"},
+        {"CapsLockIsNoModifier",
+         {flags(10, kFn | KeyFlag::CapsLock), flags(110, KeyFlag::CapsLock)},
+         {kSuppress, kSuppress},
+         "down@10 up@110"},
+        {"RepeatedDownPasses",
+         {flags(10, kFn), flags(40, kFn), flags(110, {})},
+         {kSuppress, kPass, kSuppress},
+         "down@10 up@110"},
+        {"UpAlonePasses", {flags(10, {})}, {kPass}, ""},
+        {"WithShift", {flags(10, kFn | KeyFlag::Shift), flags(20, {})}, {kPass, kPass}, ""},
+        {"WithControl", {flags(10, kFn | KeyFlag::Control), flags(20, {})}, {kPass, kPass}, ""},
+        {"WithOption", {flags(10, kFn | KeyFlag::Option), flags(20, {})}, {kPass, kPass}, ""},
+        {"WithCommand", {flags(10, kFn | KeyFlag::Command), flags(20, {})}, {kPass, kPass}, ""},
+        {"AnotherModifierForgetsThePressInSilence",
+         {flags(10, kFn), flags(20, kFn | KeyFlag::Shift), flags(30, {})},
+         {kSuppress, kPass, kPass},
+         "down@10"},
+        {"OtherKeyWhileHeld",
+         {flags(10, kFn), other(20), flags(30, {})},
+         {kSuppress, kPass, kSuppress},
+         "down@10 combination up@30"},
+        {"OtherKeyAlone", {other(20)}, {kPass}, ""},
+    };
+    for (const Row &row : rows) {
+        create();
+        calls.clear();
+        std::vector<TapAnswer> answers;
+        for (const TapEvent &event : row.events)
+            answers.push_back(interceptor->handleEvent(event));
+        EXPECT_EQ(answers, row.answers) << row.name;
+        EXPECT_EQ(calls, QStringList()) << "the tap's thread calls nobody back: " << row.name;
+        queue.runPosted();
+        EXPECT_EQ(calls.join(u' '), QLatin1StringView(row.calls)) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, FnKeyEvents,
-    ::testing::Values(
-        EventCase{"BarePress", {flags(10, kFn), flags(110, {})}, {kSuppress, kSuppress}, "down@10 up@110"},
-        EventCase{"CapsLockIsNoModifier",
-                  {flags(10, kFn | KeyFlag::CapsLock), flags(110, KeyFlag::CapsLock)},
-                  {kSuppress, kSuppress},
-                  "down@10 up@110"},
-        EventCase{"RepeatedDownPasses",
-                  {flags(10, kFn), flags(40, kFn), flags(110, {})},
-                  {kSuppress, kPass, kSuppress},
-                  "down@10 up@110"},
-        EventCase{"UpAlonePasses", {flags(10, {})}, {kPass}, ""},
-        EventCase{"WithShift", {flags(10, kFn | KeyFlag::Shift), flags(20, {})}, {kPass, kPass}, ""},
-        EventCase{"WithControl", {flags(10, kFn | KeyFlag::Control), flags(20, {})}, {kPass, kPass}, ""},
-        EventCase{"WithOption", {flags(10, kFn | KeyFlag::Option), flags(20, {})}, {kPass, kPass}, ""},
-        EventCase{"WithCommand", {flags(10, kFn | KeyFlag::Command), flags(20, {})}, {kPass, kPass}, ""},
-        EventCase{"AnotherModifierForgetsThePressInSilence",
-                  {flags(10, kFn), flags(20, kFn | KeyFlag::Shift), flags(30, {})},
-                  {kSuppress, kPass, kPass},
-                  "down@10"},
-        EventCase{"OtherKeyWhileHeld",
-                  {flags(10, kFn), other(20), flags(30, {})},
-                  {kSuppress, kPass, kSuppress},
-                  "down@10 combination up@30"},
-        EventCase{"OtherKeyAlone", {other(20)}, {kPass}, ""}),
-    [](const auto &info) { return info.param.name; });
 
 TEST_F(FnKeyInterceptorTest, TakesTheTapBackWhenItWasDisabled) {
     for (const auto type : {TapEventType::DisabledByTimeout, TapEventType::DisabledByUserInput})

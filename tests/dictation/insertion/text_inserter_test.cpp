@@ -71,37 +71,29 @@ TEST_F(TextInserterTest, ClearsAClipboardThatWasEmpty) {
     EXPECT_THAT(clipboard.held, IsEmpty());
 }
 
-struct RestoreCase {
-    const char *name;
-    std::chrono::milliseconds read; ///< When the reader has the text, after the paste.
-    DisplayClient reader;
-    std::chrono::milliseconds restored; ///< The first moment at which the old contents are back.
-
-    friend void PrintTo(const RestoreCase &row, std::ostream *out) { *out << row.name; }
-};
-
-class RestoreTime : public TextInserterTest, public ::testing::WithParamInterface<RestoreCase> {};
-
-TEST_P(RestoreTime, IsAfterTheTargetHasReadTheText) {
-    const RestoreCase &row = GetParam();
-    insert("dictated");
-    const auto reading = queue.after(row.read, [this, &row] { clipboard.readBy(row.reader); });
-    advance(row.restored - 1ns);
-    EXPECT_EQ(text(), u"dictated"_s);
-    advance(1ns);
-    EXPECT_EQ(text(), u"kept"_s);
+TEST_F(TextInserterTest, GivesTheClipboardBackAfterTheTargetHasReadTheText) {
+    struct Row {
+        const char *name;
+        std::chrono::milliseconds read; ///< When the reader has the text, after the paste.
+        DisplayClient reader;
+        std::chrono::milliseconds restored; ///< The first moment at which the old contents are back.
+    };
+    const Row rows[] = {{"at once", 0ms, kTarget, 400ms},
+                        {"just in time", 399ms, kTarget, 400ms},
+                        {"just after", 401ms, kTarget, 401ms},
+                        {"late", 4999ms, kTarget, 4999ms},
+                        {"never", 6000ms, kTarget, 5000ms},
+                        {"a clipboard manager", 0ms, kClipboardManager, 5000ms},
+                        {"a clipboard manager, late", 2000ms, kClipboardManager, 5000ms}};
+    for (const Row &row : rows) {
+        insert("dictated");
+        const auto reading = queue.after(row.read, [this, &row] { clipboard.readBy(row.reader); });
+        advance(row.restored - 1ns);
+        EXPECT_EQ(text(), u"dictated"_s) << row.name;
+        advance(1ns);
+        EXPECT_EQ(text(), u"kept"_s) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(TextInserter, RestoreTime,
-                         ::testing::Values(RestoreCase{"at_once", 0ms, kTarget, 400ms},
-                                           RestoreCase{"just_in_time", 399ms, kTarget, 400ms},
-                                           RestoreCase{"just_after", 401ms, kTarget, 401ms},
-                                           RestoreCase{"late", 4999ms, kTarget, 4999ms},
-                                           RestoreCase{"never", 6000ms, kTarget, 5000ms},
-                                           RestoreCase{"clipboard_manager", 0ms, kClipboardManager, 5000ms},
-                                           RestoreCase{"clipboard_manager_late", 2000ms, kClipboardManager,
-                                                       5000ms}),
-                         [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(TextInserterTest, DoesNotTakeAReadingBeforeThePasteForThePaste) {
     insert("the target of the last one counts neither");
@@ -186,43 +178,32 @@ TEST_F(TextInserterTest, LetsATerminalReadAfterTheClipboardAloneWasLost) {
     EXPECT_EQ(text(), u"copied"_s);
 }
 
-struct NoPasteCase {
-    const char *name;
-    void (*arrange)(testing::FakeKeyInjector &keys, testing::FakeFocus &focus,
-                    testing::FakeSessionLock &lock);
-    const char *line;
-
-    friend void PrintTo(const NoPasteCase &row, std::ostream *out) { *out << row.name; }
-};
-
-class NoPaste : public TextInserterTest, public ::testing::WithParamInterface<NoPasteCase> {};
-
-TEST_P(NoPaste, LeavesTheTextOnTheClipboardAndSaysSo) {
-    GetParam().arrange(keys, focus, lock);
-    insert("dictated");
-    EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s);
-    log.clear();
-    inserter.insert(u"dictated"_s);
-    EXPECT_TRUE(inserter.notice().isNull()) << "while it is not known how the next ends";
-    queue.runPosted();
-    EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s);
-    advance(3999ms);
-    EXPECT_FALSE(inserter.notice().isNull());
-    advance(6s);
-    EXPECT_TRUE(inserter.notice().isNull());
-    EXPECT_EQ(text(), u"dictated"_s);
-    EXPECT_EQ(log.lines().join(u'|'), QString::fromUtf8(GetParam().line));
+TEST_F(TextInserterTest, LeavesTheTextOnTheClipboardAndSaysSoWhereNothingCanBePasted) {
+    const std::tuple<const char *, std::function<void(bool)>, const char *> obstacles[] = {
+        {"no injection", [this](bool there) { keys.possible = !there; }, ""},
+        {"no focus",
+         [this, window = focus.window](bool there) { focus.window = there ? std::nullopt : window; }, ""},
+        {"locked", [this](bool there) { lock.locked = there; }, ""},
+        {"refused", [this](bool there) { keys.works = !there; }, "🎙️ [Insert] Failed to create CGEvent"},
+    };
+    for (const auto &[name, put, line] : obstacles) {
+        put(true);
+        insert("dictated");
+        EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s) << name;
+        log.clear();
+        inserter.insert(u"dictated"_s);
+        EXPECT_TRUE(inserter.notice().isNull()) << "while it is not known how the next ends: " << name;
+        queue.runPosted();
+        EXPECT_EQ(inserter.notice(), u"Copied - press Ctrl+V"_s) << name;
+        advance(3999ms);
+        EXPECT_FALSE(inserter.notice().isNull()) << name;
+        advance(6s);
+        EXPECT_TRUE(inserter.notice().isNull()) << name;
+        EXPECT_EQ(text(), u"dictated"_s) << name;
+        EXPECT_EQ(log.lines().join(u'|'), QString::fromUtf8(line)) << name;
+        put(false);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    TextInserter, NoPaste,
-    ::testing::Values(NoPasteCase{"injection_impossible",
-                                  [](auto &keys, auto &, auto &) { keys.possible = false; }, ""},
-                      NoPasteCase{"no_focus", [](auto &, auto &focus, auto &) { focus.window.reset(); }, ""},
-                      NoPasteCase{"locked", [](auto &, auto &, auto &lock) { lock.locked = true; }, ""},
-                      NoPasteCase{"refused", [](auto &keys, auto &, auto &) { keys.works = false; },
-                                  "🎙️ [Insert] Failed to create CGEvent"}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST_F(TextInserterTest, PastesNothingWhenTheClipboardCannotBeTaken) {
     clipboard.refusesChanges = true;

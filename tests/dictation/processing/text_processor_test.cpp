@@ -2,10 +2,10 @@
 
 #include "base/json.h"
 #include "service/http/http_client.h"
-#include "service/wire/session_interfaces.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
 #include "support/completion_probe.h"
+#include "support/fixed_token.h"
 #include "support/log_capture.h"
 #include "support/qt_printing.h"
 #include "support/scripted_server.h"
@@ -25,27 +25,16 @@ using testing::ScriptedServer;
 const QByteArray kNormalise = "/api/normalize-bokmal";
 const QByteArray kProcess = "/api/process";
 
-class SignedIn final : public TokenSource {
-public:
-    [[nodiscard]] std::optional<QString> authToken() override {
-        thread = std::this_thread::get_id();
-        return u"secret"_s;
-    }
-    void prepareToken() override {}
-
-    std::thread::id thread;
-};
-
 class TextProcessorTest : public ::testing::Test {
 protected:
     TextProcessorTest() {
+        tokens.token = u"secret"_s;
         preferences.set(keys::dictionary, u"[{\"word\":\"Grafana\"},{\"word\":\"Ålesund\"}]"_s);
         preferences.set(keys::snippets, u"[{\"trigger\":\"mvh\",\"expansion\":\"Hilsen\"}]"_s);
     }
 
     QString process(const QString &text, const std::optional<QString> &detected = std::nullopt) {
-        TextProcessor processor(*ServiceOrigin::parse(origin.value_or(server.origin())), http, tokens,
-                                preferences);
+        TextProcessor processor(*ServiceOrigin::parse(server.origin()), http, tokens, preferences);
         CompletionProbe<QString> typed;
         processor.process(text, detected, typed.callback());
         QString result = typed.outcome();
@@ -56,8 +45,8 @@ protected:
     }
 
     /// The paths asked, in order.
-    [[nodiscard]] QList<QByteArray> asked() const {
-        QList<QByteArray> paths;
+    [[nodiscard]] QByteArrayList asked() const {
+        QByteArrayList paths;
         for (const auto &request : server.requests())
             paths.append(request.method + ' ' + request.path);
         return paths;
@@ -75,8 +64,7 @@ protected:
 
     testing::LogCapture log;
     ScriptedServer server;
-    std::optional<QString> origin;
-    SignedIn tokens;
+    testing::FixedToken tokens;
     MemoryPreferences preferences;
     HttpClient http;
     std::thread::id completedOn;
@@ -90,71 +78,51 @@ TEST_F(TextProcessorTest, TypesTheLocalResultBeforeItReturns) {
     EXPECT_TRUE(asked().isEmpty());
 }
 
-struct Route {
-    const char *name;
-    std::map<QString, PreferenceValue> preferences;
-    QString text;
-    std::optional<QString> detected;
-    QList<QByteArray> asked;
-
-    friend void PrintTo(const Route &row, std::ostream *out) { *out << row.name; }
-};
-
-class Routing : public TextProcessorTest, public ::testing::WithParamInterface<Route> {};
-
-TEST_P(Routing, AsksWhatItNeedsAndNothingElse) {
-    const Route &row = GetParam();
-    for (const auto &[key, value] : row.preferences)
-        preferences.set(key, value);
+TEST_F(TextProcessorTest, AsksWhatItNeedsAndNothingElse) {
+    using Stored = std::map<QString, PreferenceValue>;
+    const Stored::value_type casual = {keys::selectedMode, u"casual"_s};
+    const Stored::value_type own = {
+        keys::customModes,
+        uR"([{"id":"accurate","systemPrompt":"Mine"},{"id":"mine"},{"id":"mine","systemPrompt":"x"}])"_s};
+    const Stored::value_type damaged = {keys::customModes, uR"([{"id":"mine","systemPrompt":"x"},3])"_s};
+    const Stored::value_type mine = {keys::selectedMode, u"mine"_s};
+    struct Row {
+        const char *name;
+        Stored preferences;
+        QString text;
+        std::optional<QString> detected;
+        const char *asked;
+    };
+    const Row rows[] = {
+        {"Norwegian", {}, u"det er"_s, u"no"_s, "normalize-bokmal"},
+        {"Norwegian heard as Swedish", {}, u"det är"_s, u"SV"_s, "normalize-bokmal"},
+        {"Danish", {}, u"det er"_s, u"da"_s, ""},
+        {"Norwegian that does not look it", {}, u"hei du"_s, u"no"_s, ""},
+        {"nothing detected", {}, u"det er"_s, std::nullopt, ""},
+        {"primary Nynorsk", {{keys::primaryLanguage, u"nn"_s}}, u"det er"_s, u"no"_s, ""},
+        {"primary nb", {{keys::primaryLanguage, u"nb"_s}}, u"det er"_s, u"nb"_s, "normalize-bokmal"},
+        {"mode", {casual}, u"hei"_s, u"en"_s, "process"},
+        {"mode after Bokmål", {casual}, u"det er"_s, u"no"_s, "normalize-bokmal process"},
+        {"smart formatting off", {casual, {keys::smartFormatting, false}}, u"hei"_s, u"en"_s, ""},
+        {"of another kind", {casual, {keys::smartFormatting, u"no"_s}}, u"hei"_s, u"en"_s, "process"},
+        {"unknown mode", {{keys::selectedMode, u"gone"_s}}, u"hei"_s, u"en"_s, ""},
+        {"own mode that shadows a built-in one", {own}, u"hei"_s, u"en"_s, "process"},
+        {"own mode without a prompt", {own, mine}, u"hei"_s, u"en"_s, ""},
+        {"stray value among own modes", {damaged, mine}, u"hei"_s, u"en"_s, ""},
+        {"phantom goes to the mode too", {casual}, u"Thanks for watching."_s, u"en"_s, "process"},
+    };
     server.answer(kNormalise, 200, R"({"text":"normalisert"})");
     server.answer(kProcess, 200, R"({"text":"omskrevet"})");
-    process(row.text, row.detected);
-    EXPECT_EQ(asked(), row.asked);
+    for (const Row &row : rows) {
+        for (const auto &[key, value] : preferences.all())
+            preferences.remove(key);
+        for (const auto &[key, value] : row.preferences)
+            preferences.set(key, value);
+        const qsizetype alreadyAsked = asked().size();
+        process(row.text, row.detected);
+        EXPECT_EQ(asked().mid(alreadyAsked).join(' ').replace("POST /api/", ""), row.asked) << row.name;
+    }
 }
-
-const QByteArray kAskBokmal = "POST " + kNormalise;
-const QByteArray kAskMode = "POST " + kProcess;
-const std::pair<const QString, PreferenceValue> kCasual = {keys::selectedMode, u"casual"_s};
-const auto kOwnModes =
-    uR"([{"id":"accurate","systemPrompt":"Mine"},{"id":"mine"},{"id":"mine","systemPrompt":"x"}])"_s;
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Routing,
-    ::testing::Values(
-        Route{"norwegian", {}, u"det er"_s, u"no"_s, {kAskBokmal}},
-        Route{"norwegian_heard_as_swedish", {}, u"det är"_s, u"SV"_s, {kAskBokmal}},
-        Route{"danish", {}, u"det er"_s, u"da"_s, {}},
-        Route{"norwegian_that_does_not_look_it", {}, u"hei du"_s, u"no"_s, {}},
-        Route{"nothing_detected", {}, u"det er"_s, std::nullopt, {}},
-        Route{"primary_nynorsk", {{keys::primaryLanguage, u"nn"_s}}, u"det er"_s, u"no"_s, {}},
-        Route{"primary_nb", {{keys::primaryLanguage, u"nb"_s}}, u"det er"_s, u"nb"_s, {kAskBokmal}},
-        Route{"mode", {kCasual}, u"hei"_s, u"en"_s, {kAskMode}},
-        Route{"mode_after_bokmal", {kCasual}, u"det er"_s, u"no"_s, {kAskBokmal, kAskMode}},
-        Route{"smart_formatting_off", {kCasual, {keys::smartFormatting, false}}, u"hei"_s, u"en"_s, {}},
-        Route{"smart_formatting_of_another_kind",
-              {kCasual, {keys::smartFormatting, u"no"_s}},
-              u"hei"_s,
-              u"en"_s,
-              {kAskMode}},
-        Route{"unknown_mode", {{keys::selectedMode, u"gone"_s}}, u"hei"_s, u"en"_s, {}},
-        Route{"own_mode_shadows_a_built_in_one",
-              {{keys::customModes, kOwnModes}},
-              u"hei"_s,
-              u"en"_s,
-              {kAskMode}},
-        Route{"own_mode_without_a_prompt",
-              {{keys::customModes, kOwnModes}, {keys::selectedMode, u"mine"_s}},
-              u"hei"_s,
-              u"en"_s,
-              {}},
-        Route{"stray_value_among_own_modes",
-              {{keys::customModes, u"[{\"id\":\"mine\",\"systemPrompt\":\"x\"},3]"_s},
-               {keys::selectedMode, u"mine"_s}},
-              u"hei"_s,
-              u"en"_s,
-              {}},
-        Route{"phantom_goes_to_the_mode_too", {kCasual}, u"Thanks for watching."_s, u"en"_s, {kAskMode}}),
-    [](const auto &info) { return info.param.name; });
 
 TEST_F(TextProcessorTest, SendsWhatTheServiceNeeds) {
     preferences.set(keys::selectedMode, u"casual"_s);
@@ -179,46 +147,35 @@ TEST_F(TextProcessorTest, SendsWhatTheServiceNeeds) {
     EXPECT_NE(tokens.thread, std::this_thread::get_id()); // the keychain may make it wait
 }
 
-struct Answer {
-    const char *name;
-    Reaction reaction;
-    bool isFailure = false; ///< Of the exchange, rather than an answer that is no text.
-
-    friend void PrintTo(const Answer &row, std::ostream *out) { *out << row.name; }
-};
-
-class NoTextFromTheService : public TextProcessorTest, public ::testing::WithParamInterface<Answer> {};
-
-TEST_P(NoTextFromTheService, FallsBackToTheLocalResult) {
+TEST_F(TextProcessorTest, FallsBackToTheLocalResult) {
+    const std::pair<const char *, Reaction> answers[] = {
+        {"empty text", testing::reply(200, R"({"text":""})")},
+        {"text of another kind", testing::reply(200, R"({"text":5})")},
+        {"no text", testing::reply(200, "{}")},
+        {"no object", testing::reply(200, R"(["text"])")},
+        {"no JSON", testing::reply(200, "<html>")},
+        {"created", testing::reply(201, R"({"text":"x"})")},
+        {"refused", testing::reply(503, R"({"error":"no"})")},
+        {"cut off", {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{", Reaction::Then::Close}},
+    };
     preferences.set(keys::selectedMode, u"casual"_s);
-    server.react(kNormalise, {GetParam().reaction});
-    server.react(kProcess, {GetParam().reaction});
-    EXPECT_EQ(process(u"det er grafena mvh"_s, u"no"_s), u"Det er Grafana Hilsen"_s);
-    EXPECT_EQ(asked(), (QList<QByteArray>{kAskBokmal, kAskMode}));
-
-    const QString lost = u"The connection was lost."_s;
-    const bool isFailure = GetParam().isFailure;
-    EXPECT_EQ(
-        logged(),
-        (QStringList{isFailure ? u"🇳🇴 [Normalize] Failed after Nms: "_s + lost
-                               : u"🇳🇴 [Normalize] Invalid response after Nms, falling back"_s,
-                     u"⏱️ [Latency] /api/process request starting"_s,
-                     isFailure ? u"🔧 [TextProcessor] Mode processing failed after Nms: "_s + lost
-                               : u"🔧 [TextProcessor] Mode processing returned invalid response after Nms"_s,
-                     u"📖 [Dict] Fuzzy corrected: 'grafena' → 'Grafana' (distance: 1)"_s}));
+    for (const auto &[name, reaction] : answers) {
+        log.clear();
+        const qsizetype alreadyAsked = asked().size();
+        server.react(kNormalise, {reaction});
+        server.react(kProcess, {reaction});
+        EXPECT_EQ(process(u"det er grafena mvh"_s, u"no"_s), u"Det er Grafana Hilsen"_s) << name;
+        EXPECT_EQ(asked().size(), alreadyAsked + 2) << name;
+        const bool isLost = reaction.then == Reaction::Then::Close;
+        EXPECT_TRUE(logged().contains(isLost ? u"🇳🇴 [Normalize] Failed after Nms: The connection was lost."_s
+                                             : u"🇳🇴 [Normalize] Invalid response after Nms, falling back"_s))
+            << name;
+        EXPECT_TRUE(logged().contains(u"🔧 [TextProcessor] Mode processing "_s +
+                                      (isLost ? u"failed after Nms: The connection was lost."_s
+                                              : u"returned invalid response after Nms"_s)))
+            << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, NoTextFromTheService,
-    ::testing::Values(
-        Answer{"empty_text", testing::reply(200, R"({"text":""})")},
-        Answer{"text_of_another_kind", testing::reply(200, R"({"text":5})")},
-        Answer{"no_text", testing::reply(200, "{}")}, Answer{"no_object", testing::reply(200, R"(["text"])")},
-        Answer{"no_json", testing::reply(200, "<html>")},
-        Answer{"created", testing::reply(201, R"({"text":"x"})")},
-        Answer{"refused", testing::reply(503, R"({"error":"no"})")},
-        Answer{"cut_off", {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\n{", Reaction::Then::Close}, true}),
-    [](const auto &info) { return info.param.name; });
 
 TEST_F(TextProcessorTest, LogsWhatTheServiceDid) {
     preferences.set(keys::selectedMode, u"casual"_s);
@@ -229,11 +186,6 @@ TEST_F(TextProcessorTest, LogsWhatTheServiceDid) {
                                      u"⏱️ [Latency] /api/process request starting"_s,
                                      u"⏱️ [Latency] /api/process responded in Nms"_s,
                                      u"🔧 [TextProcessor] Mode processing complete"_s}));
-}
-
-TEST_F(TextProcessorTest, GoesOnWhereNobodyListens) {
-    origin = ScriptedServer::refusingOrigin();
-    EXPECT_EQ(process(u"det er mvh"_s, u"no"_s), u"Det er Hilsen"_s);
 }
 
 TEST_F(TextProcessorTest, CompletesNothingOnceItHasEnded) {

@@ -76,11 +76,9 @@ TEST_F(DictationControlsTest, StopARecordingByTriggerAndHotKeyHoweverItBegan) {
         {"mouse, then another start",
          [this] { stage.manager.startRecording(), stage.queue.runPosted(), stage.manager.startRecording(); }},
     };
-    const Way stops[] = {
-        {"tap", [this] { tap(); }},
-        {"hot key", [this] { pressHotkey(); }},
-        {"toggle", [this] { stage.controls.toggle(noting()); }},
-    };
+    const Way stops[] = {{"tap", [this] { tap(); }},
+                         {"hot key", [this] { pressHotkey(); }},
+                         {"toggle", [this] { stage.controls.toggle(noting()); }}};
     for (const Way &begin : begins) {
         for (const Way &stop : stops) {
             SCOPED_TRACE(::testing::Message() << begin.name << " - " << stop.name);
@@ -96,12 +94,10 @@ TEST_F(DictationControlsTest, StopARecordingByTriggerAndHotKeyHoweverItBegan) {
 }
 
 TEST_F(DictationControlsTest, BeginAtTheNextPressHoweverTheLastRecordingEnded) {
-    const Way ends[] = {
-        {"cancelled", [this] { stage.manager.cancelRecording(); }},
-        {"stopped", [this] { EXPECT_TRUE(stage.controls.stop()); }},
-        {"microphone lost", [this] { stage.recorder.onMicrophoneLost(); }},
-        {"session locked", [this] { lock(true), lock(false); }},
-    };
+    const Way ends[] = {{"cancelled", [this] { stage.manager.cancelRecording(); }},
+                        {"stopped", [this] { EXPECT_TRUE(stage.controls.stop()); }},
+                        {"microphone lost", [this] { stage.recorder.onMicrophoneLost(); }},
+                        {"session locked", [this] { lock(true), lock(false); }}};
     for (const Way &end : ends) {
         SCOPED_TRACE(end.name);
         pressHotkey();

@@ -12,60 +12,50 @@ namespace velmo {
 
 namespace {
 
-struct Case {
-    const char *name;
-    const char *dictionary;
-    const char *learned;
-    const char *languages;
-    const char *prompt; // nullptr: none
-
-    friend void PrintTo(const Case &row, std::ostream *out) { *out << row.name; }
-};
-
-class HintPromptOf : public ::testing::TestWithParam<Case> {};
-
-TEST_P(HintPromptOf, HoldsTheWordsToExpect) {
-    const testing::LogCapture log;
-    MemoryPreferences preferences;
-    if (GetParam().dictionary)
-        preferences.set(keys::dictionary, QString::fromUtf8(GetParam().dictionary));
-    if (GetParam().learned)
-        preferences.set(keys::learnedWords, QString::fromUtf8(GetParam().learned));
-
-    const HintPrompt hints(preferences);
-    const auto prompt = hints.current(QString::fromUtf8(GetParam().languages).split(QLatin1Char(',')));
-
-    EXPECT_EQ(prompt.value_or(u"none"_s), QString::fromUtf8(GetParam().prompt ? GetParam().prompt : "none"));
-    EXPECT_EQ(log.lines().size(), GetParam().prompt ? 1 : 0);
+TEST(HintPromptTest, HoldsTheWordsToExpect) {
+    const struct {
+        const char *name;
+        const char *dictionary;
+        const char *learned;
+        const char *languages;
+        const char *prompt; // nullptr: none
+    } rows[] = {
+        {"nothing", nullptr, nullptr, "no", nullptr},
+        {"two_words", R"([{"word":"a"},{"word":"b"}])", nullptr, "no", nullptr},
+        {"code_point_order", R"([{"word":"ø"},{"word":"b"},{"word":"Z"},{"word":"😀"},{"word":"～"}])",
+         nullptr, "no", "Z, b, ø, ～, 😀"},
+        {"words_of_unselected_languages_stay_out",
+         R"([{"word":"hygge"},{"word":"fika"},{"word":"Kjell"},{"word":"Velmo"}])", nullptr, "no,sv",
+         "Kjell, Velmo, fika"},
+        {"codes_as_written", R"([{"word":"fika"},{"word":"a"},{"word":"b"},{"word":"c"}])", nullptr, "SV,no",
+         "a, b, c"},
+        {"case_counts", R"([{"word":"Hygge"},{"word":"a"},{"word":"b"}])", nullptr, "no", "Hygge, a, b"},
+        {"equal_letters_count_once",
+         "[{\"word\":\"Bode\\u0301\"},{\"word\":\"Bod\\u00e9\"},{\"word\":\"a\"}]", nullptr, "no", nullptr},
+        {"listed_words_in_any_form", "[{\"word\":\"Bjo\\u0308rn\"},{\"word\":\"a\"},{\"word\":\"b\"}]",
+         nullptr, "no", nullptr},
+        {"learned_words_of_selected_languages", R"([{"word":"Oslo"}])",
+         R"({"no":["digg","gira"],"sv":["fika"],"da":["hygge"]})", "sv,no", "Oslo, digg, fika, gira"},
+        {"learned_words_of_another_shape", R"([{"word":"a"},{"word":"b"}])", R"({"no":["digg"],"sv":"fika"})",
+         "no", nullptr},
+        {"objects_without_words_are_passed_over",
+         R"([{"word":1},{},{"word":"a","more":2},{"word":"b"},{"word":"c"}])", nullptr, "no", "a, b, c"},
+        {"no_array_of_objects", R"([{"word":"a"},{"word":"b"},{"word":"c"},"d"])", nullptr, "no", nullptr},
+    };
+    for (const auto &row : rows) {
+        const testing::LogCapture log;
+        MemoryPreferences preferences;
+        if (row.dictionary)
+            preferences.set(keys::dictionary, QString::fromUtf8(row.dictionary));
+        if (row.learned)
+            preferences.set(keys::learnedWords, QString::fromUtf8(row.learned));
+        const HintPrompt hints(preferences);
+        const auto prompt = hints.current(QString::fromUtf8(row.languages).split(QLatin1Char(',')));
+        EXPECT_EQ(prompt.value_or(u"none"_s), QString::fromUtf8(row.prompt ? row.prompt : "none"))
+            << row.name;
+        EXPECT_EQ(log.lines().size(), row.prompt ? 1 : 0) << row.name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Cases, HintPromptOf,
-    ::testing::Values(
-        Case{"nothing", nullptr, nullptr, "no", nullptr},
-        Case{"two_words", R"([{"word":"a"},{"word":"b"}])", nullptr, "no", nullptr},
-        Case{"code_point_order", R"([{"word":"ø"},{"word":"b"},{"word":"Z"},{"word":"😀"},{"word":"～"}])",
-             nullptr, "no", "Z, b, ø, ～, 😀"},
-        Case{"words_of_unselected_languages_stay_out",
-             R"([{"word":"hygge"},{"word":"fika"},{"word":"Kjell"},{"word":"Velmo"}])", nullptr, "no,sv",
-             "Kjell, Velmo, fika"},
-        Case{"codes_as_written", R"([{"word":"fika"},{"word":"a"},{"word":"b"},{"word":"c"}])", nullptr,
-             "SV,no", "a, b, c"},
-        Case{"case_counts", R"([{"word":"Hygge"},{"word":"a"},{"word":"b"}])", nullptr, "no", "Hygge, a, b"},
-        Case{"equal_letters_count_once",
-             "[{\"word\":\"Bode\\u0301\"},{\"word\":\"Bod\\u00e9\"},{\"word\":\"a\"}]", nullptr, "no",
-             nullptr},
-        Case{"listed_words_in_any_form", "[{\"word\":\"Bjo\\u0308rn\"},{\"word\":\"a\"},{\"word\":\"b\"}]",
-             nullptr, "no", nullptr},
-        Case{"learned_words_of_selected_languages", R"([{"word":"Oslo"}])",
-             R"({"no":["digg","gira"],"sv":["fika"],"da":["hygge"]})", "sv,no", "Oslo, digg, fika, gira"},
-        Case{"learned_words_of_another_shape", R"([{"word":"a"},{"word":"b"}])",
-             R"({"no":["digg"],"sv":"fika"})", "no", nullptr},
-        Case{"objects_without_words_are_passed_over",
-             R"([{"word":1},{},{"word":"a","more":2},{"word":"b"},{"word":"c"}])", nullptr, "no", "a, b, c"},
-        Case{"no_array_of_objects", R"([{"word":"a"},{"word":"b"},{"word":"c"},"d"])", nullptr, "no",
-             nullptr}),
-    [](const auto &info) { return std::string(info.param.name); });
 
 TEST(HintPromptTest, FollowsEveryChange) {
     const testing::LogCapture log;

@@ -1,4 +1,5 @@
 #include "localservice/account/running_accounts.h"
+#include "support/files.h"
 #include "support/small_disk.h"
 
 #include <QDir>
@@ -12,23 +13,14 @@ namespace velmo::localservice {
 
 using testing::errorOf;
 using testing::RunningAccounts;
+using velmo::testing::contentOf;
 using velmo::testing::SmallDisk;
+using velmo::testing::writeFile;
 
 namespace {
 
 const char *const kWords = R"({"words": ["Lyse"]})";
 const char *const kPulled = R"({"deletedWords":[],"words":["Lyse"]})";
-
-QByteArray contentOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void write(const QString &path, const QByteArray &content) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
-}
 
 QByteArray databaseOfAnotherProgram() {
     const QTemporaryDir directory;
@@ -78,7 +70,7 @@ TEST(AccountDatabase, DoesNotWriteToAFileThatIsHalfDamaged) {
     constexpr qsizetype page = 4096;
     ASSERT_GT(content.size(), 3 * page);
     content.replace(2 * page, page, QByteArray(page, 'x')); // neither the header nor the list of tables
-    write(path, content);
+    writeFile(path, content);
 
     RunningAccounts service(directory.path());
     EXPECT_EQ(service.signIn("kari@example.org"), "");
@@ -87,32 +79,28 @@ TEST(AccountDatabase, DoesNotWriteToAFileThatIsHalfDamaged) {
 }
 
 TEST(AccountDatabase, LeavesWhatItCannotUse) {
-    struct Case {
-        const char *name;
-        QByteArray content;
-    };
-    const Case cases[] = {{"no database", QByteArray(5000, 'x')},
-                          {"half a header", "SQLite format 3"},
-                          {"another program's", databaseOfAnotherProgram()}};
-    for (const Case &row : cases) {
+    const std::pair<const char *, QByteArray> cases[] = {{"no database", QByteArray(5000, 'x')},
+                                                         {"half a header", "SQLite format 3"},
+                                                         {"another program's", databaseOfAnotherProgram()}};
+    for (const auto &[name, content] : cases) {
         const QTemporaryDir directory;
         const QString file = directory.filePath(u"accounts.sqlite"_s);
-        write(file, row.content);
+        writeFile(file, content);
         RunningAccounts service(directory.path());
         const auto reply = service.send("POST", "/api/auth/me", "token");
-        EXPECT_EQ(reply->status, 503) << row.name;
-        EXPECT_FALSE(errorOf(*reply).isEmpty()) << row.name;
-        EXPECT_EQ(contentOf(file), row.content) << row.name;
+        EXPECT_EQ(reply->status, 503) << name;
+        EXPECT_FALSE(errorOf(*reply).isEmpty()) << name;
+        EXPECT_EQ(contentOf(file), content) << name;
         // Once it is put right, the service goes on.
         ASSERT_TRUE(QFile::remove(file));
-        EXPECT_NE(service.signIn("kari@example.org"), "") << row.name;
+        EXPECT_NE(service.signIn("kari@example.org"), "") << name;
     }
 }
 
 TEST(AccountDatabase, SaysThatItCannotMakeItsDirectory) {
     const QTemporaryDir directory;
     const QString inTheWay = directory.filePath(u"file"_s);
-    write(inTheWay, "x");
+    writeFile(inTheWay, "x");
     const RunningAccounts service(inTheWay + u"/data"_s);
     const auto reply = service.send("GET", "/api/sync/stats", "token");
     EXPECT_EQ(reply->status, 503);

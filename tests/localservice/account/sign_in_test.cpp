@@ -142,12 +142,7 @@ TEST_F(SignIn, ForgetsAnIdentityTokenAfterFiveMinutes) {
 }
 
 TEST_F(SignIn, NamesThePieceOfAnExchangeAtFault) {
-    struct Case {
-        const char *body;
-        int status;
-        const char *piece;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, int, const char *> cases[] = {
         {"", 400, "JSON object"},
         {"{}", 400, "identityToken"},
         {R"({"identityToken": 1})", 400, "identityToken"},
@@ -156,21 +151,16 @@ TEST_F(SignIn, NamesThePieceOfAnExchangeAtFault) {
         {R"({"identityToken": "x", "fullName": {"givenName": 1}})", 400, "givenName"},
         {R"({"identityToken": "x", "fullName": {"familyName": "a\nb"}})", 400, "familyName"},
     };
-    for (const Case &row : cases) {
-        const auto reply = m_service.send("POST", "/api/auth/apple", "", row.body);
-        EXPECT_EQ(reply->status, row.status) << row.body;
-        EXPECT_TRUE(errorOf(*reply).contains(QLatin1StringView(row.piece))) << row.body;
+    for (const auto &[body, status, piece] : cases) {
+        const auto reply = m_service.send("POST", "/api/auth/apple", "", body);
+        EXPECT_EQ(reply->status, status) << body;
+        EXPECT_TRUE(errorOf(*reply).contains(QLatin1StringView(piece))) << body;
     }
 }
 
 TEST_F(SignIn, ChecksWhatThePageIsAskedFor) {
     const std::string port = std::to_string(m_service.port());
-    struct Case {
-        const char *field;
-        std::string value;
-        int status;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, std::string, int> cases[] = {
         {"client_id", "other", 400},
         {"redirect_uri", "http://127.0.0.1:" + port + "/api/auth/apple/callback", 200},
         {"redirect_uri", "http://[::1]:" + port + "/api/auth/apple/callback", 200},
@@ -187,14 +177,14 @@ TEST_F(SignIn, ChecksWhatThePageIsAskedFor) {
         {"state", "", 400},
         {"state", std::string(201, 'x'), 400},
     };
-    for (const Case &row : cases) {
+    for (const auto &[field, value, status] : cases) {
         Fields fields = authorization();
-        fields.find(row.field)->second = row.value;
+        fields.find(field)->second = value;
         for (const auto &reply :
              {m_service.client().Get("/auth/authorize", fields, httplib::Headers()), submit(fields)}) {
             const bool isTaken = reply->status == 200 || reply->status == 422;
-            EXPECT_EQ(isTaken, row.status == 200) << row.field << row.value << reply->status;
-            EXPECT_EQ(reply->body.find(row.field) != std::string::npos, true) << "names " << row.field;
+            EXPECT_EQ(isTaken, status == 200) << field << value << reply->status;
+            EXPECT_EQ(reply->body.find(field) != std::string::npos, true) << "names " << field;
         }
     }
 }

@@ -34,12 +34,7 @@ QByteArray head(const QByteArray &firstLine, const QByteArray &headers) {
 
 TEST(Server, AnswersEveryRefusalInJson) {
     const RunningServer server({echo(), hello()});
-    struct Case {
-        const char *name;
-        QByteArray request;
-        int status;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, QByteArray, int> cases[] = {
         {"unknown address", head("GET /nothing", ""), 404},
         {"unknown address with a query", head("GET /hellothere?x=/hello", ""), 404},
         {"other method", head("DELETE /hello", ""), 405},
@@ -56,13 +51,12 @@ TEST(Server, AnswersEveryRefusalInJson) {
         {"endless address", head("GET /" + QByteArray(9000, 'x'), ""), 414},
         {"ranges", head("GET /hello", "Range: bytes=" + QByteArray(8000, '1') + "\r\n"), 416},
     };
-    for (const Case &row : cases) {
+    for (const auto &[name, request, status] : cases) {
         RawConnection connection(server.port());
-        connection.send(row.request);
+        connection.send(request);
         const QByteArray reply = connection.readAll();
-        EXPECT_TRUE(reply.startsWith("HTTP/1.1 " + QByteArray::number(row.status)))
-            << row.name << reply.data();
-        EXPECT_TRUE(reply.contains("\r\n\r\n{\"error\":\"")) << row.name << reply.data();
+        EXPECT_TRUE(reply.startsWith("HTTP/1.1 " + QByteArray::number(status))) << name << reply.data();
+        EXPECT_TRUE(reply.contains("\r\n\r\n{\"error\":\"")) << name << reply.data();
     }
 }
 

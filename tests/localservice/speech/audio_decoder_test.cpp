@@ -1,5 +1,7 @@
 #include "localservice/speech/audio_decoder.h"
 
+#include "support/files.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <cmath>
@@ -19,12 +21,12 @@ constexpr double kSeconds = 0.5;
 /// A file of a 400 Hz tone on every channel.
 QByteArray toneFile(int format, int rate, int channels, double seconds = kSeconds) {
     const QTemporaryDir directory;
-    QFile file(directory.filePath(u"tone"_s));
+    const QString path = directory.filePath(u"tone"_s);
     SF_INFO info{};
     info.format = format;
     info.samplerate = rate;
     info.channels = channels;
-    SNDFILE *writer = sf_open(QFile::encodeName(file.fileName()).constData(), SFM_WRITE, &info);
+    SNDFILE *writer = sf_open(QFile::encodeName(path).constData(), SFM_WRITE, &info);
     std::vector<float> frame(static_cast<size_t>(channels));
     for (int index = 0; index < seconds * rate; ++index) {
         const double angle = 2 * std::numbers::pi * 400 * index / rate;
@@ -32,7 +34,7 @@ QByteArray toneFile(int format, int rate, int channels, double seconds = kSecond
         sf_writef_float(writer, frame.data(), 1);
     }
     sf_close(writer);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return velmo::testing::contentOf(path);
 }
 
 double loudness(const Sound &sound) {
@@ -47,36 +49,24 @@ QString failureOf(const QByteArray &file) {
     return sound ? u"none"_s : sound.error();
 }
 
-struct Form {
-    const char *name;
-    int format, rate, channels;
-};
-
-void PrintTo(const Form &form, std::ostream *stream) {
-    *stream << form.name;
-}
-
 } // namespace
 
-class AudioDecoderForm : public ::testing::TestWithParam<Form> {};
-
-TEST_P(AudioDecoderForm, BecomesMonoAt16000) {
-    const Form &form = GetParam();
-    const auto sound = decodeAudio(toneFile(form.format, form.rate, form.channels));
-
-    ASSERT_TRUE(sound) << sound.error().toStdString();
-    EXPECT_NEAR(sound->seconds(), kSeconds, 0.001);
-    EXPECT_NEAR(loudness(*sound), 0.5 / std::numbers::sqrt2 * 32768, 300);
+TEST(AudioDecoder, BecomesMonoAt16000) {
+    const std::tuple<const char *, int, int, int> rows[] = {
+        {"VelmosOwn", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 16000, 1},
+        {"FloatStereo48", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 2},
+        {"Flac441", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, 2},
+        {"Telephone", SF_FORMAT_AU | SF_FORMAT_ULAW, 8000, 1},
+        {"Ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 48000, 1},
+        {"Studio", SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, 192000, 6},
+    };
+    for (const auto &[name, format, rate, channels] : rows) {
+        const auto sound = decodeAudio(toneFile(format, rate, channels));
+        ASSERT_TRUE(sound) << name << sound.error().toStdString();
+        EXPECT_NEAR(sound->seconds(), kSeconds, 0.001) << name;
+        EXPECT_NEAR(loudness(*sound), 0.5 / std::numbers::sqrt2 * 32768, 300) << name;
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Table, AudioDecoderForm,
-                         ::testing::Values(Form{"VelmosOwn", SF_FORMAT_WAV | SF_FORMAT_PCM_16, 16000, 1},
-                                           Form{"FloatStereo48", SF_FORMAT_WAV | SF_FORMAT_FLOAT, 48000, 2},
-                                           Form{"Flac441", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, 2},
-                                           Form{"Telephone", SF_FORMAT_AU | SF_FORMAT_ULAW, 8000, 1},
-                                           Form{"Ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS, 48000, 1},
-                                           Form{"Studio", SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, 192000, 6}),
-                         [](const auto &row) { return row.param.name; });
 
 TEST(AudioDecoder, RefusesWhatIsNoSound) {
     for (const QByteArray &file : {QByteArray(), QByteArray("hello"), QByteArray(2000, 'x')})

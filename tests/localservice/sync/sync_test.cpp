@@ -34,13 +34,7 @@ QString joined(const QJsonValue &words) {
 
 TEST(DictionarySync, JudgesADeviceByWhatItKnows) {
     // "1 pull" and "1 push ab": device 1 pulls, and pushes the words a and b. The end: words | tombstones.
-    struct Case {
-        const char *name;
-        const char *steps;
-        const char *words;
-        const char *tombstones;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, const char *, const char *, const char *> cases[] = {
         {"nothing yet", "1 pull", "", ""},
         {"words are kept in order", "1 push cab, 2 pull", "abc", ""},
         {"removal after a push", "1 push ab, 1 push a", "a", "b"},
@@ -60,19 +54,19 @@ TEST(DictionarySync, JudgesADeviceByWhatItKnows) {
          "abc", ""},
         {"words twice in a push", "1 push aab", "ab", ""},
     };
-    for (const Case &row : cases) {
+    for (const auto &[name, steps, words, tombstones] : cases) {
         RunningAccounts service;
         const std::string tokens[] = {service.signIn("kari@example.org"), service.signIn("KARI@example.org")};
-        for (const QString &step : QString::fromLatin1(row.steps).split(u", "_s)) {
+        for (const QString &step : QString::fromLatin1(steps).split(u", "_s)) {
             const std::string &token = tokens[step.front() == u'1' ? 0 : 1];
             const auto reply = step.contains(u"push") ? service.send("PUT", "/api/sync/dictionary", token,
                                                                      wordsBody(step.sliced(7)))
                                                       : service.send("GET", "/api/sync/dictionary", token);
-            ASSERT_EQ(reply->status, 200) << row.name << reply->body;
+            ASSERT_EQ(reply->status, 200) << name << reply->body;
         }
         const auto end = objectOf(*service.send("GET", "/api/sync/dictionary", tokens[0]));
-        EXPECT_EQ(joined(end.value(u"words")), QLatin1StringView(row.words)) << row.name;
-        EXPECT_EQ(joined(end.value(u"deletedWords")), QLatin1StringView(row.tombstones)) << row.name;
+        EXPECT_EQ(joined(end.value(u"words")), QLatin1StringView(words)) << name;
+        EXPECT_EQ(joined(end.value(u"deletedWords")), QLatin1StringView(tombstones)) << name;
     }
 }
 
@@ -105,13 +99,7 @@ TEST(SnippetSync, JudgesADeviceByWhatItKnows) {
 TEST(StatisticsSync, AddsAndKeepsTheLarger) {
     RunningAccounts service;
     const std::string token = service.signIn("kari@example.org");
-    struct Case {
-        const char *method;
-        const char *path;
-        const char *body;
-        const char *reply;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, const char *, const char *, const char *> cases[] = {
         {"GET", "/api/sync/stats", "", R"({"totalSessions":0,"totalWords":0})"},
         {"PUT", "/api/sync/stats", R"({"totalWords": 120, "totalSessions": 8})",
          R"({"totalSessions":8,"totalWords":120})"},
@@ -121,20 +109,15 @@ TEST(StatisticsSync, AddsAndKeepsTheLarger) {
         {"POST", "/api/sync/stats/increment", R"({"words": 0})", R"({"totalSessions":12,"totalWords":125})"},
         {"GET", "/api/sync/stats", "", R"({"totalSessions":12,"totalWords":125})"},
     };
-    for (const Case &row : cases)
-        EXPECT_EQ(service.send(row.method, row.path, token, row.body)->body, row.reply) << row.body;
+    for (const auto &[method, path, body, reply] : cases)
+        EXPECT_EQ(service.send(method, path, token, body)->body, reply) << body;
 }
 
 TEST(Sync, NamesThePieceAtFault) {
     RunningAccounts service;
     const std::string token = service.signIn("kari@example.org");
     const std::string longWord(1001, 'x');
-    struct Case {
-        const char *list;
-        std::string body;
-        const char *piece;
-    };
-    const Case cases[] = {
+    const std::tuple<const char *, std::string, const char *> cases[] = {
         {"dictionary", "[]", "JSON object"},
         {"dictionary", "{}", "\"words\""},
         {"dictionary", R"({"words": "a"})", "\"words\""},
@@ -153,13 +136,13 @@ TEST(Sync, NamesThePieceAtFault) {
         {"stats/increment", R"({"words": -1})", "\"words\""},
         {"stats/increment", R"({"words": "5"})", "\"words\""},
     };
-    for (const Case &row : cases) {
-        const std::string path = std::string("/api/sync/") + row.list;
+    for (const auto &[list, body, piece] : cases) {
+        const std::string path = std::string("/api/sync/") + list;
         const auto reply =
-            service.send(path.ends_with("increment") ? "POST" : "PUT", path.c_str(), token, row.body);
-        EXPECT_EQ(reply->status, 400) << row.body;
-        EXPECT_TRUE(errorOf(*reply).contains(QLatin1StringView(row.piece)))
-            << row.body << errorOf(*reply).toStdString();
+            service.send(path.ends_with("increment") ? "POST" : "PUT", path.c_str(), token, body);
+        EXPECT_EQ(reply->status, 400) << body;
+        EXPECT_TRUE(errorOf(*reply).contains(QLatin1StringView(piece)))
+            << body << errorOf(*reply).toStdString();
     }
 }
 
@@ -177,21 +160,17 @@ TEST(Sync, TakesNothingOfAListThatIsTooLong) {
 TEST(Sync, WantsASession) {
     RunningAccounts service;
     const std::string token = service.signIn("kari@example.org");
-    struct Case {
-        const char *method;
-        const char *path;
-    };
-    const Case cases[] = {
+    const std::pair<const char *, const char *> cases[] = {
         {"POST", "/api/auth/me"},      {"GET", "/api/sync/dictionary"},       {"PUT", "/api/sync/dictionary"},
         {"GET", "/api/sync/snippets"}, {"PUT", "/api/sync/snippets"},         {"GET", "/api/sync/stats"},
         {"PUT", "/api/sync/stats"},    {"POST", "/api/sync/stats/increment"},
     };
-    for (const Case &row : cases) {
+    for (const auto &[method, path] : cases) {
         for (const std::string &wrong :
              {std::string(), token + 'x', token.substr(1), std::string(5000, 'x')}) {
-            const auto reply = service.send(row.method, row.path, wrong, "{}");
-            EXPECT_EQ(reply->status, 401) << row.path;
-            EXPECT_FALSE(errorOf(*reply).isEmpty()) << row.path;
+            const auto reply = service.send(method, path, wrong, "{}");
+            EXPECT_EQ(reply->status, 401) << path;
+            EXPECT_FALSE(errorOf(*reply).isEmpty()) << path;
         }
     }
 }

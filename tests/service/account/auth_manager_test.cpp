@@ -124,17 +124,15 @@ TEST_F(AuthManagerTest, SendsWhatIsToldOfTheName) {
         const char *user; // as the item's JSON text
         const char *expected;
     };
-    const Row rows[] = {
-        {"both parts", R"({"name":{"firstName":"Kari","lastName":"Ås & co","x":1}})",
-         R"({"fullName":{"familyName":"Ås & co","givenName":"Kari"},"identityToken":"i=d"})"},
-        {"one part", R"({"name":{"lastName":"Nordmann"}})",
-         R"({"fullName":{"familyName":"Nordmann"},"identityToken":"i=d"})"},
-        {"parts of another kind", R"({"name":{"firstName":1,"lastName":null}})",
-         R"({"identityToken":"i=d"})"},
-        {"a name of another kind", R"({"name":"Kari"})", R"({"identityToken":"i=d"})"},
-        {"no JSON", "Kari", R"({"identityToken":"i=d"})"},
-        {"no value", "", R"({"identityToken":"i=d"})"},
-    };
+    const Row rows[] = {{"both parts", R"({"name":{"firstName":"Kari","lastName":"Ås & co","x":1}})",
+                         R"({"fullName":{"familyName":"Ås & co","givenName":"Kari"},"identityToken":"i=d"})"},
+                        {"one part", R"({"name":{"lastName":"Nordmann"}})",
+                         R"({"fullName":{"familyName":"Nordmann"},"identityToken":"i=d"})"},
+                        {"parts of another kind", R"({"name":{"firstName":1,"lastName":null}})",
+                         R"({"identityToken":"i=d"})"},
+                        {"a name of another kind", R"({"name":"Kari"})", R"({"identityToken":"i=d"})"},
+                        {"no JSON", "Kari", R"({"identityToken":"i=d"})"},
+                        {"no value", "", R"({"identityToken":"i=d"})"}};
     server.answer(kExchange, 500, "");
     for (const Row &row : rows) {
         startAttempt();
@@ -159,12 +157,6 @@ TEST_F(AuthManagerTest, TellsThatASignInFailedUntilTheNextOne) {
 
 TEST(TokenExchange, SaysWhyThereIsNoSession) {
     using Failure = TransportFailure::Kind;
-    struct Row {
-        const char *name;
-        HttpOutcome outcome;
-        QString logLine;
-        QString message;
-    };
     const auto failure = [](Failure kind) { return failed(TransportFailure{kind, u"It rains."_s}); };
     const auto answer = [](const QByteArray &body) { return HttpReply{200, body}; };
     const QString rains = u"Token exchange failed: It rains."_s;
@@ -174,7 +166,7 @@ TEST(TokenExchange, SaysWhyThereIsNoSession) {
     const QString unreadable = u"Sign-in failed — couldn't read server response."_s;
     const QString odd = u"Unexpected response format"_s;
     const QString unexpected = u"Sign-in failed — unexpected server response."_s;
-    const Row rows[] = {
+    const std::tuple<const char *, HttpOutcome, QString, QString> rows[] = {
         {"not reached", failure(Failure::Network), rains, u"Sign-in failed: It rains."_s},
         {"late", failure(Failure::TimedOut), rains, u"Server took too long to respond. Please try again."_s},
         {"no HTTP", failure(Failure::InvalidReply), none, noResponse},
@@ -190,37 +182,44 @@ TEST(TokenExchange, SaysWhyThereIsNoSession) {
         {"an e-mail of another kind", answer(R"({"token":"t","user":{"id":"u","email":1}})"), unparsed,
          unreadable},
     };
-    for (const Row &row : rows) {
-        const auto result = exchangeResult(row.outcome);
-        ASSERT_FALSE(result) << row.name;
-        EXPECT_TRUE(result.error().logLine.startsWith(row.logLine))
-            << row.name << result.error().logLine.toStdString();
-        EXPECT_EQ(result.error().message, row.message) << row.name;
+    for (const auto &[name, outcome, logLine, message] : rows) {
+        const auto result = exchangeResult(outcome);
+        ASSERT_FALSE(result) << name;
+        EXPECT_TRUE(result.error().logLine.startsWith(logLine))
+            << name << result.error().logLine.toStdString();
+        EXPECT_EQ(result.error().message, message) << name;
     }
 }
 
-TEST_F(AuthManagerTest, RefusesCallbacksThatCannotBeUsed) {
+TEST_F(AuthManagerTest, EndsAnAttemptThatBringsNoTokenOfItsOwn) {
     struct Row {
         const char *name;
-        QString address;
+        WebAuthentication::Outcome outcome;
         QString logLine;
-        QString message;
+        QString message; // none where the person knows
+    };
+    const auto failure = [](Kind kind) {
+        return failed(WebAuthenticationFailure{kind, u"The page is gone."_s});
     };
     const QString missing = u"Missing id_token in callback URL"_s;
     const QString noToken = u"Sign-in failed — no token received from Apple. Please try again."_s;
-    const Row rows[] = {
-        {"no address", u"velmo://a b%zz"_s, u"Failed to parse callback URL"_s,
-         u"Sign-in failed — invalid callback. Please try again."_s},
-        {"no items", u"velmo://auth"_s, missing, noToken},
-        {"another item", u"velmo://auth?token=id"_s, missing, noToken},
-        {"no value", u"velmo://auth?id_token"_s, missing, noToken},
-        {"of another attempt", u"velmo://auth?id_token=id&state=other"_s, missing, noToken},
-        {"of no attempt", u"velmo://auth?id_token=id&state="_s, missing, noToken},
-    };
+    const Row rows[] = {{"no address", u"velmo://a b%zz"_s, u"Failed to parse callback URL"_s,
+                         u"Sign-in failed — invalid callback. Please try again."_s},
+                        {"no items", u"velmo://auth"_s, missing, noToken},
+                        {"another item", u"velmo://auth?token=id"_s, missing, noToken},
+                        {"no value", u"velmo://auth?id_token"_s, missing, noToken},
+                        {"of another attempt", u"velmo://auth?id_token=id&state=other"_s, missing, noToken},
+                        {"of no attempt", u"velmo://auth?id_token=id&state="_s, missing, noToken},
+                        {"cancelled", failure(Kind::Cancelled), u"User cancelled sign-in"_s, {}},
+                        {"failed", failure(Kind::Other), u"Web auth error: The page is gone."_s, {}},
+                        {"not started", failure(Kind::NotStarted), u"Failed to start web auth session"_s, {}},
+                        {"no callback", std::optional<QString>(), u"No callback URL received"_s, {}}};
     for (const Row &row : rows) {
         startAttempt();
         log.clear();
-        callback(row.address);
+        std::exchange(web.complete, {})(row.outcome);
+        EXPECT_TRUE(auth->isLoading()) << row.name; // not before the next turn
+        settle();
         EXPECT_EQ(log.lines(), QStringList{auth_(row.logLine)}) << row.name;
         EXPECT_EQ(auth->authError(), row.message) << row.name;
         EXPECT_FALSE(auth->isLoading()) << row.name;
@@ -231,33 +230,6 @@ TEST_F(AuthManagerTest, RefusesCallbacksThatCannotBeUsed) {
     const QString state = QUrlQuery(QUrl(web.address)).queryItemValue(u"state"_s);
     callback(u"velmo://auth?id_token=id&state="_s + state);
     EXPECT_THAT(requests(), ::testing::SizeIs(1));
-}
-
-TEST_F(AuthManagerTest, EndsWithoutAMessageWhenTheBrowserBringsNothing) {
-    struct Row {
-        const char *name;
-        WebAuthentication::Outcome outcome;
-        QString logLine;
-    };
-    const auto failure = [](Kind kind) {
-        return failed(WebAuthenticationFailure{kind, u"The page is gone."_s});
-    };
-    const Row rows[] = {
-        {"cancelled", failure(Kind::Cancelled), u"User cancelled sign-in"_s},
-        {"failed", failure(Kind::Other), u"Web auth error: The page is gone."_s},
-        {"not started", failure(Kind::NotStarted), u"Failed to start web auth session"_s},
-        {"no address", std::optional<QString>(), u"No callback URL received"_s},
-    };
-    for (const Row &row : rows) {
-        startAttempt();
-        log.clear();
-        std::exchange(web.complete, {})(row.outcome);
-        EXPECT_TRUE(auth->isLoading()) << row.name; // not before the next turn
-        settle();
-        EXPECT_EQ(log.lines(), QStringList{auth_(row.logLine)}) << row.name;
-        EXPECT_FALSE(auth->isLoading()) << row.name;
-        EXPECT_TRUE(auth->authError().isNull()) << row.name;
-    }
 }
 
 TEST_F(AuthManagerTest, ListensOnlyToTheLastAttempt) {

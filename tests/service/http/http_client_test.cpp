@@ -67,9 +67,7 @@ TEST_F(HttpClientTest, LetsNoHeaderValueBecomeAHeader) {
         Row{"line break", "accurate\r\nAuthorization: Bearer stolen", "accurateAuthorization: Bearer stolen"},
         Row{"lone line feed", "a\nX-Evil: 1", "aX-Evil: 1"},
         Row{"a body of its own", "a\r\n\r\nGET /evil HTTP/1.1", "aGET /evil HTTP/1.1"},
-        Row{"NUL", QByteArray("a\0b", 3), "ab"},
-        Row{"only controls", "\r\n", ""},
-    };
+        Row{"NUL", QByteArray("a\0b", 3), "ab"}, Row{"only controls", "\r\n", ""}};
     server.answer("/", 200, "{}");
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);

@@ -5,6 +5,7 @@
 #include "store/history_store.h"
 #include "store/preference_keys.h"
 #include "store/snippet_list.h"
+#include "support/failing_preferences.h"
 
 #include <future>
 
@@ -30,37 +31,17 @@ QString sync_(const QString &line) {
     return u"🔄 [Sync] "_s + line;
 }
 
-/// A preference domain that can be made to fail, as a broken disk does.
-class FailingPreferences final : public Preferences {
-public:
-    [[nodiscard]] Result<std::optional<PreferenceValue>, PreferencesFailure>
-    read(const QString &key) const override {
-        if (fails)
-            return failed(PreferencesFailure{u"disk I/O error"_s});
-        return m_values.read(key);
-    }
-    [[nodiscard]] std::optional<PreferenceValue> value(const QString &key) const override {
-        return fails ? std::nullopt : m_values.value(key);
-    }
-    [[nodiscard]] std::map<QString, PreferenceValue> all() const override { return m_values.all(); }
-    bool change(const QString &key, const Change &change) override {
-        return !fails && m_values.change(key, change);
-    }
-
-    std::atomic<bool> fails = false;
-
-private:
-    MemoryPreferences m_values;
-};
-
 } // namespace
 
 class SyncManagerTest : public testing::AccountTest, protected TokenSource, protected Account {
 protected:
-    SyncManagerTest()
-        : sync(std::make_unique<SyncManager>(
-              *ServiceOrigin::parse(server.origin()),
-              SyncManager::Collaborators{queue, worker, store, history, *this, *this, http})) {}
+    SyncManagerTest() { create(); }
+
+    void create() {
+        sync = std::make_unique<SyncManager>(
+            *ServiceOrigin::parse(server.origin()),
+            SyncManager::Collaborators{queue, worker, store, history, *this, *this, http});
+    }
 
     [[nodiscard]] std::optional<QString> authToken() override {
         const std::lock_guard lock(tokenMutex);
@@ -88,7 +69,7 @@ protected:
         return [&ends, name](bool merged) { ends.append(name + (merged ? u" true"_s : u" false"_s)); };
     }
 
-    FailingPreferences store;
+    testing::FailingPreferences store;
     HistoryStore history{store, queue};
     std::mutex tokenMutex;
     std::optional<QString> token = u"t-1"_s;
@@ -135,12 +116,7 @@ TEST_F(SyncManagerTest, PullsMergesStoresAndPushesTheSnippets) {
 }
 
 TEST_F(SyncManagerTest, PushesWhatIsStoredWhenAPullFails) {
-    struct Row {
-        const char *name;
-        testing::Reaction reaction;
-        QString failure;
-    };
-    const Row rows[] = {
+    const std::tuple<const char *, testing::Reaction, QString> rows[] = {
         {"signed out there", reply(401, ""), uR"(Error Domain=SyncManager Code=401 "HTTP 401")"_s},
         {"in its own words", reply(503, R"({"error":"down"})"),
          uR"(Error Domain=SyncManager Code=503 "down")"_s},
@@ -151,17 +127,17 @@ TEST_F(SyncManagerTest, PushesWhatIsStoredWhenAPullFails) {
         {"no reply", {"", Then::Close}, uR"(Error Domain=Transport Code=-1 "The connection was lost.")"_s},
     };
     setWords({u"Oslo"_s});
-    for (const Row &row : rows) {
+    for (const auto &[name, reaction, failure] : rows) {
         log.clear();
-        server.react(kDictionary, {row.reaction, reply(500, "")});
+        server.react(kDictionary, {reaction, reply(500, "")});
         QStringList ends;
         sync->syncDictionary(noted(ends, u"dictionary"_s));
         settle();
-        EXPECT_EQ(log.lines(), QStringList({sync_(u"Pull dictionary failed: "_s + row.failure),
+        EXPECT_EQ(log.lines(), QStringList({sync_(u"Pull dictionary failed: "_s + failure),
                                             sync_(u"Pushed 1 local dictionary words (pull failed)"_s)}))
-            << row.name;
-        EXPECT_EQ(ends, QStringList{u"dictionary false"_s}) << row.name;
-        EXPECT_EQ(server.requests().back().body, R"({"words":["Oslo"]})") << row.name;
+            << name;
+        EXPECT_EQ(ends, QStringList{u"dictionary false"_s}) << name;
+        EXPECT_EQ(server.requests().back().body, R"({"words":["Oslo"]})") << name;
     }
     EXPECT_EQ(words(), QStringList{u"Oslo"_s});
     EXPECT_EQ(sync->lastSyncDate(), std::nullopt);
@@ -388,13 +364,13 @@ TEST_F(SyncManagerTest, PushesNoListThatCannotBeReadOrStored) {
     QStringList ends;
     sync->syncDictionary(noted(ends, u"dictionary"_s));
     awaitAnswers();
-    store.fails = true;
+    store.unreadable = true;
     settle();
     sync->pushDictionary();
     settle();
     EXPECT_EQ(requests(), QStringList{u"GET /api/sync/dictionary"_s});
     EXPECT_EQ(ends, QStringList{u"dictionary false"_s});
-    store.fails = false;
+    store.unreadable = false;
     EXPECT_EQ(words(), QStringList{u"mine"_s});
 }
 
@@ -403,9 +379,7 @@ TEST_F(SyncManagerTest, MayEndAtAnyMoment) {
     for (const QByteArray &path : {kDictionary, kSnippets, kStats, kIncrement})
         server.answer(path, 200, "{}");
     for (int steps = 0; steps < 5; ++steps) {
-        sync = std::make_unique<SyncManager>(
-            *ServiceOrigin::parse(server.origin()),
-            SyncManager::Collaborators{queue, worker, store, history, *this, *this, http});
+        create();
         sync->syncAll();
         sync->incrementStats(1);
         for (int step = 0; step < steps; ++step) {

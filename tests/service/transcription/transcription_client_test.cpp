@@ -3,10 +3,11 @@
 #include "service/http/fake_lookup.h"
 #include "service/http/http_client.h"
 #include "service/transcription/multipart_body.h"
-#include "service/wire/session_interfaces.h"
 #include "store/memory_preferences.h"
 #include "store/preference_keys.h"
 #include "support/completion_probe.h"
+#include "support/files.h"
+#include "support/fixed_token.h"
 #include "support/log_capture.h"
 #include "support/scripted_server.h"
 
@@ -32,19 +33,6 @@ using Case = TranscriptionError::Case;
 
 const QByteArray kPath = "/api/transcribe";
 
-class FixedToken final : public TokenSource {
-public:
-    [[nodiscard]] std::optional<QString> authToken() override {
-        thread = std::this_thread::get_id();
-        return token;
-    }
-    void prepareToken() override { ++prepared; }
-
-    std::optional<QString> token;
-    std::thread::id thread;
-    int prepared = 0;
-};
-
 class TranscriptionClientTest : public ::testing::Test {
 protected:
     TranscriptionClientTest() { preferences.set(keys::deviceId, u"3f1c2b9e-8d47-4a0e-9b51-6c2d7e8f9a10"_s); }
@@ -52,9 +40,7 @@ protected:
     /// A file of that many bytes, none like its neighbour.
     [[nodiscard]] QString recording(qsizetype size, const QString &name = u"a.wav"_s) const {
         QString path = directory.filePath(name);
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes(size));
+        testing::writeFile(path, bytes(size));
         return path;
     }
 
@@ -89,7 +75,7 @@ protected:
 
     QTemporaryDir directory;
     ScriptedServer server;
-    FixedToken token;
+    testing::FixedToken token;
     MemoryPreferences preferences;
     HttpLimits limits{30s, 30s};
     TranscriptionSettings settings{u"no"_s, u"no, sv ,da"_s, {}};
@@ -141,12 +127,10 @@ TEST_F(TranscriptionClientTest, SendsExactlyTheseBytes) {
         "\r\n--B--\r\n";
     EXPECT_EQ(QByteArray(request.body).replace("--" + boundary, "--B"), expected);
 
-    EXPECT_EQ(lines(), (QStringList{
-                           u"🎙️ [Tx] File size: 2048 bytes"_s,
-                           u"⏱️ [Latency] Uploading 2KB audio (2KB total) to Whisper"_s,
-                           u"⏱️ [Latency] Whisper upload+response: …ms"_s,
-                           u"🎙️ [Tx] Success:  Hei på deg. ... (lang: no)"_s,
-                       }));
+    EXPECT_EQ(lines(), (QStringList{u"🎙️ [Tx] File size: 2048 bytes"_s,
+                                    u"⏱️ [Latency] Uploading 2KB audio (2KB total) to Whisper"_s,
+                                    u"⏱️ [Latency] Whisper upload+response: …ms"_s,
+                                    u"🎙️ [Tx] Success:  Hei på deg. ... (lang: no)"_s}));
 }
 
 TEST_F(TranscriptionClientTest, SaysLittleForSomebodyWithoutASession) {
@@ -308,14 +292,12 @@ TEST(MultipartBody, WritesTheSelectedLanguagesAsTheyAre) {
         const char *stored;
         const char *json;
     };
-    const std::array rows = {
-        Row{"no,sv,da,fi,en", "[\"no\",\"sv\",\"da\",\"fi\",\"en\"]"},
-        Row{"no, sv\t,\u00a0da\u3000", "[\"no\",\"sv\",\"da\"]"},
-        Row{"no,,sv,", "[\"no\",\"\",\"sv\",\"\"]"},
-        Row{"", "[\"\"]"},
-        Row{"no\n", "[\"no\\n\"]"},
-        Row{"n\"o", "[\"n\\\"o\"]"},
-    };
+    const std::array rows = {Row{"no,sv,da,fi,en", "[\"no\",\"sv\",\"da\",\"fi\",\"en\"]"},
+                             Row{"no, sv\t,\u00a0da\u3000", "[\"no\",\"sv\",\"da\"]"},
+                             Row{"no,,sv,", "[\"no\",\"\",\"sv\",\"\"]"},
+                             Row{"", "[\"\"]"},
+                             Row{"no\n", "[\"no\\n\"]"},
+                             Row{"n\"o", "[\"n\\\"o\"]"}};
     for (const Row &row : rows)
         EXPECT_EQ(languagesJson(QString::fromUtf8(row.stored)), row.json);
 }
@@ -326,12 +308,10 @@ TEST(MultipartBody, NamesTheFileByItsExtension) {
         QByteArray name;
         QByteArray type;
     };
-    const std::array rows = {
-        Row{"/tmp/a.b.Wav", "recording.wav", "audio/wav"},
-        Row{"/tmp/a.waV2", "recording.wav2", "audio/m4a"},
-        Row{"/tmp/dir.wav/speech", "recording.", "audio/m4a"},
-        Row{"/tmp/a.w\"a\r\nv", "recording.w%22a%0D%0Av", "audio/m4a"},
-    };
+    const std::array rows = {Row{"/tmp/a.b.Wav", "recording.wav", "audio/wav"},
+                             Row{"/tmp/a.waV2", "recording.wav2", "audio/m4a"},
+                             Row{"/tmp/dir.wav/speech", "recording.", "audio/m4a"},
+                             Row{"/tmp/a.w\"a\r\nv", "recording.w%22a%0D%0Av", "audio/m4a"}};
     for (const Row &row : rows) {
         QBuffer silence;
         ASSERT_TRUE(silence.open(QIODevice::ReadOnly));

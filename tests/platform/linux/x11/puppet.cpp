@@ -19,6 +19,7 @@
 #include <QSocketNotifier>
 #include <cstdio>
 #include <iostream>
+#include <map>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -68,14 +69,10 @@ void watch() {
 }
 
 void obey(const std::string &command) {
-    if (command == "offer")
-        offer();
-    else if (command == "offer-large")
-        offerLarge();
-    else if (command == "read")
-        read();
-    else if (command == "watch")
-        watch();
+    static const std::map<std::string, void (*)()> commands = {
+        {"offer", offer}, {"offer-large", offerLarge}, {"read", read}, {"watch", watch}};
+    if (const auto found = commands.find(command); found != commands.end())
+        found->second();
 }
 
 void takeCommands() {

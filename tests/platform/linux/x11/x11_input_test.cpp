@@ -2,6 +2,7 @@
 
 #include "key_stage.h"
 #include "platform/linux/x11/keys/accessibility.h"
+#include "support/files.h"
 #include "support/manual_main_queue.h"
 #include "support/xvfb.h"
 
@@ -120,19 +121,7 @@ TEST_F(X11InputTest, KnowsKeysByTheirPlaceAndWhatTheLayoutMakesOfThem) {
 
 // Windows
 
-struct ApplicationCase {
-    const char *label;
-    QByteArray windowClass; ///< Instance and class, each ended by NUL.
-    const char *hint;       ///< Property by which a toolkit tells its desktop file; may be null.
-    const char *hintedFile;
-    const char *name;
-};
-
-void PrintTo(const ApplicationCase &row, std::ostream *out) {
-    *out << row.label;
-}
-
-class WorkspaceTest : public X11InputTest, public ::testing::WithParamInterface<ApplicationCase> {
+class WorkspaceTest : public X11InputTest {
 protected:
     static void SetUpTestSuite() {
         // The library reads these once in a process.
@@ -150,9 +139,8 @@ protected:
     }
 
     static void writeDesktopFile(const char *id, const QByteArray &lines) {
-        QFile file(data().filePath(u"applications/%1.desktop"_s.arg(QLatin1StringView(id))));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[Desktop Entry]\nType=Application\n" + lines);
+        testing::writeFile(data().filePath(u"applications/%1.desktop"_s.arg(QLatin1StringView(id))),
+                           "[Desktop Entry]\nType=Application\n" + lines);
     }
 
     void activate(xcb_window_t window) {
@@ -199,34 +187,40 @@ protected:
     xcb_window_t manager = connection->createWindow(XCB_EVENT_MASK_NO_EVENT);
 };
 
-TEST_P(WorkspaceTest, CallsApplicationsAsPeopleDo) {
-    const xcb_window_t window = createWindow(GetParam().windowClass);
-    if (GetParam().hint)
-        setText(window, GetParam().hint, "UTF8_STRING", GetParam().hintedFile);
-    setText(window, "_NET_WM_NAME", "UTF8_STRING", "Åpen fil");
-    activate(window);
-    const QString name = QString::fromUtf8(GetParam().name);
-    EXPECT_TRUE(waitFor([&] { return input.workspace->frontmostApplicationName() == name; }))
-        << input.workspace->frontmostApplicationName().value_or(QString()).toStdString();
-}
-
 QByteArray windowClass(const char *instance, const char *className) {
     return QByteArray(instance) + '\0' + className + '\0';
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Names, WorkspaceTest,
-    ::testing::Values(
-        ApplicationCase{"ToolkitNamesTheFile", windowClass("x", "X"), "_KDE_NET_WM_DESKTOP_FILE",
-                        "org.example.Letters", "Letters"},
-        ApplicationCase{"OtherToolkitNamesTheFile", windowClass("x", "X"), "_GTK_APPLICATION_ID", "painter",
-                        "Paint Studio"},
-        ApplicationCase{"FileNamesTheClass", windowClass("p", "painter-2.0"), nullptr, "", "Paint Studio"},
-        ApplicationCase{"FileIsCalledAsTheClass", windowClass("l", "letters"), nullptr, "", "Letters"},
-        ApplicationCase{"FileStartsTheProgram", windowClass("echo", "Echo"), nullptr, "", "Tables"},
-        ApplicationCase{"NoFile", windowClass("xyz", "Xyz"), nullptr, "", "Xyz"},
-        ApplicationCase{"OnlyATitle", "", nullptr, "", "Åpen fil"}),
-    [](const auto &info) { return info.param.label; });
+TEST_F(WorkspaceTest, CallsApplicationsAsPeopleDo) {
+    struct Row {
+        const char *label;
+        QByteArray windowClass; ///< Instance and class, each ended by NUL.
+        const char *hint;       ///< Property by which a toolkit tells its desktop file; may be null.
+        const char *hintedFile;
+        const char *name;
+    };
+    const Row rows[] = {
+
+        {"ToolkitNamesTheFile", windowClass("x", "X"), "_KDE_NET_WM_DESKTOP_FILE", "org.example.Letters",
+         "Letters"},
+        {"OtherToolkitNamesTheFile", windowClass("x", "X"), "_GTK_APPLICATION_ID", "painter", "Paint Studio"},
+        {"FileNamesTheClass", windowClass("p", "painter-2.0"), nullptr, "", "Paint Studio"},
+        {"FileIsCalledAsTheClass", windowClass("l", "letters"), nullptr, "", "Letters"},
+        {"FileStartsTheProgram", windowClass("echo", "Echo"), nullptr, "", "Tables"},
+        {"NoFile", windowClass("xyz", "Xyz"), nullptr, "", "Xyz"},
+        {"OnlyATitle", "", nullptr, "", "Åpen fil"},
+    };
+    for (const Row &row : rows) {
+        const xcb_window_t window = createWindow(row.windowClass);
+        if (row.hint)
+            setText(window, row.hint, "UTF8_STRING", row.hintedFile);
+        setText(window, "_NET_WM_NAME", "UTF8_STRING", "Åpen fil");
+        activate(window);
+        const QString name = QString::fromUtf8(row.name);
+        EXPECT_TRUE(waitFor([&] { return input.workspace->frontmostApplicationName() == name; }))
+            << row.label << input.workspace->frontmostApplicationName().value_or(QString()).toStdString();
+    }
+}
 
 TEST_F(WorkspaceTest, TellsWhenThisOrAnotherApplicationComesToTheFront) {
     std::vector<bool> activations;
@@ -263,41 +257,25 @@ TEST_F(WorkspaceTest, KnowsWhatPanelsLeaveFreeOfEachScreen) {
     };
     struct Row {
         const char *name;
-        const char *property;
-        std::vector<uint32_t> strut;
-        QRect left;  ///< Of a screen of 640 × 800.
-        QRect right; ///< Of one of 640 × 600 beside it.
+        std::vector<uint32_t> strut; ///< In its whole form, or from the borders of the display.
+        QRect left;                  ///< Of a screen of 640 × 800.
+        QRect right;                 ///< Of one of 640 × 600 beside it.
     };
     const QRect left(0, 0, 640, 800);
     const QRect right(640, 0, 640, 600);
+    constexpr uint32_t huge = 0xffffffff;
     const Row rows[] = {
-        {"None", "_NET_WM_STRUT", {}, left, right},
-        {"BelowTheLeft",
-         "_NET_WM_STRUT_PARTIAL",
-         {0, 0, 0, 60, 0, 0, 0, 0, 0, 0, 0, 639},
-         {0, 0, 640, 740},
-         right},
-        {"BelowTheRight",
-         "_NET_WM_STRUT_PARTIAL",
-         {0, 0, 0, 230, 0, 0, 0, 0, 0, 0, 640, 1279},
-         left,
-         {640, 0, 640, 570}},
-        {"BetweenThem",
-         "_NET_WM_STRUT_PARTIAL",
-         {690, 0, 0, 0, 0, 599, 0, 0, 0, 0, 0, 0},
-         left,
-         {690, 0, 590, 600}},
-        {"AboveBoth", "_NET_WM_STRUT", {0, 0, 28, 0}, {0, 28, 640, 772}, {640, 28, 640, 572}},
-        {"AtTheRight", "_NET_WM_STRUT", {0, 48, 0, 0}, left, {640, 0, 592, 600}},
-        {"Nonsense",
-         "_NET_WM_STRUT_PARTIAL",
-         {0xffffffff, 5, 0xffffffff, 0, 7, 3, 0xffffffff, 0x80000000, 0, 0, 0, 0},
-         left,
-         right},
+        {"none", {}, left, right},
+        {"below the left", {0, 0, 0, 60, 0, 0, 0, 0, 0, 0, 0, 639}, QRect(0, 0, 640, 740), right},
+        {"below the right", {0, 0, 0, 230, 0, 0, 0, 0, 0, 0, 640, 1279}, left, QRect(640, 0, 640, 570)},
+        {"between them", {690, 0, 0, 0, 0, 599, 0, 0, 0, 0, 0, 0}, left, QRect(690, 0, 590, 600)},
+        {"above both", {0, 0, 28, 0}, QRect(0, 28, 640, 772), QRect(640, 28, 640, 572)},
+        {"at the right", {0, 48, 0, 0}, left, QRect(640, 0, 592, 600)},
+        {"nonsense", {huge, 5, huge, 0, 7, 3, huge, 0x80000000, 0, 0, 0, 0}, left, right},
     };
     for (const Row &row : rows) {
         const auto panel = createWindow(windowClass("panel", "Panel"));
-        setNumbers(panel, row.property, row.strut);
+        setNumbers(panel, row.strut.size() == 12 ? "_NET_WM_STRUT_PARTIAL" : "_NET_WM_STRUT", row.strut);
         setNumbers(connection->root(), "_NET_CLIENT_LIST", {panel});
         connection->waitForServer();
         EXPECT_EQ(input.floating->freeOf(left), row.left) << row.name;
@@ -332,40 +310,29 @@ TEST(X11InputWithoutDisplay, SaysSoInEveryPart) {
     EXPECT_FALSE(input.permission->isTrusted());
 }
 
-struct SessionCase {
-    const char *name;
-    bool canObserve;
-    bool canInject;
-    const char *sessionType;
-    const char *waylandDisplay;
-    bool isTrusted;
-};
-
-void PrintTo(const SessionCase &row, std::ostream *out) {
-    *out << row.name;
+TEST(Sessions, DecideWhatIsPermitted) {
+    const struct {
+        const char *name;
+        bool canObserve;
+        bool canInject;
+        const char *sessionType;
+        const char *waylandDisplay;
+        bool isTrusted;
+    } rows[] = {{"X11", true, true, "x11", "", true},
+                {"UnnamedSession", true, true, "", "", true},
+                {"X11WithANestedCompositor", true, true, "x11", "wayland-1", true},
+                {"Wayland", true, true, "wayland", "wayland-0", false},
+                {"WaylandUnnamed", true, true, "", "wayland-0", false},
+                {"NoDisplay", false, false, "", "", false},
+                {"NoInjection", true, false, "x11", "", false}};
+    for (const auto &row : rows) {
+        QProcessEnvironment environment;
+        environment.insert(u"XDG_SESSION_TYPE"_s, QLatin1StringView(row.sessionType));
+        environment.insert(u"WAYLAND_DISPLAY"_s, QLatin1StringView(row.waylandDisplay));
+        const x11::Accessibility permission(row.canObserve, row.canInject, environment);
+        EXPECT_EQ(permission.isTrusted(), row.isTrusted) << row.name;
+    }
 }
-
-class Sessions : public ::testing::TestWithParam<SessionCase> {};
-
-TEST_P(Sessions, DecideWhatIsPermitted) {
-    const SessionCase &row = GetParam();
-    QProcessEnvironment environment;
-    environment.insert(u"XDG_SESSION_TYPE"_s, QLatin1StringView(row.sessionType));
-    environment.insert(u"WAYLAND_DISPLAY"_s, QLatin1StringView(row.waylandDisplay));
-    const x11::Accessibility permission(row.canObserve, row.canInject, environment);
-    EXPECT_EQ(permission.isTrusted(), row.isTrusted);
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, Sessions,
-                         ::testing::Values(SessionCase{"X11", true, true, "x11", "", true},
-                                           SessionCase{"UnnamedSession", true, true, "", "", true},
-                                           SessionCase{"X11WithANestedCompositor", true, true, "x11",
-                                                       "wayland-1", true},
-                                           SessionCase{"Wayland", true, true, "wayland", "wayland-0", false},
-                                           SessionCase{"WaylandUnnamed", true, true, "", "wayland-0", false},
-                                           SessionCase{"NoDisplay", false, false, "", "", false},
-                                           SessionCase{"NoInjection", true, false, "x11", "", false}),
-                         [](const auto &info) { return info.param.name; });
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "platform/linux/xdg/autostart_entry.h"
 
+#include "support/files.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -11,12 +13,6 @@ namespace velmo {
 
 class AutostartEntryTest : public ::testing::Test {
 protected:
-    void put(const QByteArray &content) const {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
-
     const QTemporaryDir home;
     const QString folder = home.filePath(u"config/autostart"_s);
     const QString path = folder + u"/velmo.desktop"_s;
@@ -28,13 +24,12 @@ TEST_F(AutostartEntryTest, IsWhatDesktopsStartAtLogin) {
     ASSERT_TRUE(entry.setEnabled(true));
     EXPECT_TRUE(entry.isEnabled());
     EXPECT_EQ(QProcess::execute(u"desktop-file-validate"_s, {path}), 0);
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(file.readAll().contains("\nExec=\"/opt/a b/velmo\" %u\n"));
+    EXPECT_TRUE(testing::contentOf(path).contains("\nExec=\"/opt/a b/velmo\" %u\n"));
 
     // A program of the desktop switches it off in its own way; switching on again brings it back.
     for (const char *line : {"Hidden=true\n", "X-GNOME-Autostart-enabled = false\n"}) {
-        put(QByteArray("[Desktop Entry]\nType=Application\nName=Velmo\nExec=velmo\n") + line);
+        testing::writeFile(path,
+                           QByteArray("[Desktop Entry]\nType=Application\nName=Velmo\nExec=velmo\n") + line);
         EXPECT_FALSE(entry.isEnabled()) << line;
         ASSERT_TRUE(entry.setEnabled(true));
         EXPECT_TRUE(entry.isEnabled()) << line;
@@ -45,7 +40,7 @@ TEST_F(AutostartEntryTest, IsWhatDesktopsStartAtLogin) {
 }
 
 TEST_F(AutostartEntryTest, SaysWhyItCannotBeWritten) {
-    QFile(home.filePath(u"config"_s)).open(QIODevice::WriteOnly); // a file where a folder belongs
+    testing::writeFile(home.filePath(u"config"_s)); // a file where a folder belongs
     AutostartEntry entry(folder, u"/opt/velmo"_s);
     const auto outcome = entry.setEnabled(true);
     ASSERT_FALSE(outcome);

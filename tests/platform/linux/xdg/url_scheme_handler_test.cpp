@@ -1,5 +1,6 @@
 #include "platform/linux/xdg/url_scheme_handler.h"
 
+#include "support/files.h"
 #include "support/wait_until.h"
 
 #include <QDir>
@@ -15,10 +16,7 @@ namespace velmo {
 
 namespace {
 
-QString contentOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
+using testing::contentOf;
 
 /// Whether the program says that all is well; waits for it.
 std::optional<bool> outcomeOf(const QString &program, const QStringList &arguments) {
@@ -50,22 +48,19 @@ TEST_F(UrlSchemeHandlerTest, MakesTheDesktopOpenAddressesWithTheProgram) {
     const QString folder = home.filePath(u"a \"$`\\ b"_s);
     ASSERT_TRUE(QDir().mkpath(folder));
     const QString program = folder + u"/velmo"_s;
-    QFile script(program);
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf %s \"$1\" >\"$HOME/noted~\"\nmv \"$HOME/noted~\" \"$HOME/noted\"\n");
-    script.close();
-    script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    testing::writeScript(program,
+                         "printf %s \"$1\" >\"$HOME/noted~\"\nmv \"$HOME/noted~\" \"$HOME/noted\"\n");
 
     UrlSchemeHandler handler;
     ASSERT_TRUE(handler.install(program));
     EXPECT_EQ(outcomeOf(u"desktop-file-validate"_s, {entry}), true);
     ASSERT_TRUE(testing::waitUntil([&] {
-        return contentOf(home.filePath(u"config/mimeapps.list"_s)).contains(u"x-scheme-handler/velmo"_s);
+        return contentOf(home.filePath(u"config/mimeapps.list"_s)).contains("x-scheme-handler/velmo");
     }));
     const QString address = u"velmo://auth?id_token=a%20b&state='c'"_s;
     EXPECT_EQ(outcomeOf(u"gio"_s, {u"open"_s, address}), true);
     EXPECT_TRUE(testing::waitUntil([&] { return QFile::exists(home.filePath(u"noted"_s)); }));
-    EXPECT_EQ(contentOf(home.filePath(u"noted"_s)), address);
+    EXPECT_EQ(contentOf(home.filePath(u"noted"_s)), address.toUtf8());
 }
 
 TEST(DesktopEntry, QuotesTheProgramOnlyWhereItMust) {
@@ -77,14 +72,14 @@ TEST(DesktopEntry, QuotesTheProgramOnlyWhereItMust) {
 
 TEST_F(UrlSchemeHandlerTest, LeavesTheEntryOfAPackageInPlace) {
     ASSERT_TRUE(QDir().mkpath(home.filePath(u"system/applications"_s)));
-    QFile(home.filePath(u"system/applications/velmo.desktop"_s)).open(QIODevice::WriteOnly);
+    testing::writeFile(home.filePath(u"system/applications/velmo.desktop"_s));
     UrlSchemeHandler handler;
     EXPECT_TRUE(handler.install(u"/opt/velmo"_s));
     EXPECT_FALSE(QFile::exists(entry));
 }
 
 TEST_F(UrlSchemeHandlerTest, SaysWhenTheEntryCannotBeWritten) {
-    QFile(home.filePath(u"data"_s)).open(QIODevice::WriteOnly); // a file where a folder belongs
+    testing::writeFile(home.filePath(u"data"_s)); // a file where a folder belongs
     UrlSchemeHandler handler;
     const auto outcome = handler.install(u"/opt/velmo"_s);
     ASSERT_FALSE(outcome);

@@ -1,5 +1,5 @@
 #include "dictation/insertion/insertion_fakes.h"
-#include "platform/linux/x11/insertion/insertion_desktop.h"
+#include "platform/linux/x11/insertion/clipboard_user.h"
 
 #include <gmock/gmock.h>
 
@@ -32,52 +32,16 @@ private:
     testing::FakeClipboard m_clipboard{queue};
 };
 
-class X11Desktop : public testing::InsertionDesktop {
+class OpenDesktop : public testing::X11Desktop {
 protected:
-    X11Desktop() { open(); }
-
-    [[nodiscard]] Clipboard &clipboard() { return x11->clipboard(); }
-    void somebodyCopies(const QByteArray &text) { m_owners.push_back(copy(text)); }
-    [[nodiscard]] QByteArray somebodyPastes() { return paste(); }
-
-private:
-    std::vector<std::unique_ptr<testing::DisplayProgram>> m_owners;
+    OpenDesktop() { open(); }
 };
 
 /// What insertion relies on.
 template <class Desktop>
-class ClipboardContract : public Desktop {
-protected:
-    using Changed = std::optional<Clipboard::ChangeCount>;
+class ClipboardContract : public testing::ClipboardUser<Desktop> {};
 
-    Clipboard::Saved save() {
-        return answerOf<Clipboard::Saved>([this](auto done) { this->clipboard().save(done); });
-    }
-    Changed setText(Clipboard::ChangeCount expected, const QString &text) {
-        return answerOf<Changed>([&](auto done) {
-            this->clipboard().setText(expected, text,
-                                      {[this](DisplayClient) { ++readings; }, [this] { ++losses; }}, done);
-        });
-    }
-    Changed setItems(Clipboard::ChangeCount expected, const std::vector<ClipboardItem> &items) {
-        return answerOf<Changed>([&](auto done) { this->clipboard().setItems(expected, items, done); });
-    }
-
-    int readings = 0;
-    int losses = 0;
-
-private:
-    template <class Answer>
-    Answer answerOf(const std::function<void(std::function<void(Answer)>)> &question) {
-        std::optional<Answer> answer;
-        question([&answer](const Answer &given) { answer = given; });
-        EXPECT_FALSE(answer) << "an answer is a task of the queue";
-        EXPECT_TRUE(this->waitFor([&answer] { return answer.has_value(); }));
-        return answer.value_or(Answer());
-    }
-};
-
-using Desktops = ::testing::Types<FakeDesktop, X11Desktop>;
+using Desktops = ::testing::Types<FakeDesktop, OpenDesktop>;
 TYPED_TEST_SUITE(ClipboardContract, Desktops);
 
 TYPED_TEST(ClipboardContract, CountsEveryChangeAndNothingElse) {

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/insertion/insertion_desktop.h"
+#include "platform/linux/x11/insertion/clipboard_user.h"
 #include "platform/linux/x11/server/connection.h"
 
 #include <gmock/gmock.h>
@@ -70,42 +70,7 @@ private:
     xcb_window_t m_window;
 };
 
-class X11ClipboardTest : public testing::InsertionDesktop {
-protected:
-    Clipboard::Saved save() {
-        std::optional<Clipboard::Saved> saved;
-        x11->clipboard().save([&saved](const Clipboard::Saved &contents) { saved = contents; });
-        EXPECT_TRUE(waitFor([&saved] { return saved.has_value(); }));
-        return saved.value_or(Clipboard::Saved{});
-    }
-
-    std::optional<Clipboard::ChangeCount> setText(Clipboard::ChangeCount expected, const QString &text) {
-        return changed([&](Clipboard::Changed done) {
-            x11->clipboard().setText(expected, text, {[this](DisplayClient) { ++readings; }, [] {}},
-                                     std::move(done));
-        });
-    }
-
-    std::optional<Clipboard::ChangeCount> setItems(Clipboard::ChangeCount expected,
-                                                   const std::vector<ClipboardItem> &items) {
-        return changed(
-            [&](Clipboard::Changed done) { x11->clipboard().setItems(expected, items, std::move(done)); });
-    }
-
-    int readings = 0;
-
-private:
-    std::optional<Clipboard::ChangeCount> changed(const std::function<void(Clipboard::Changed)> &change) {
-        bool answered = false;
-        std::optional<Clipboard::ChangeCount> count;
-        change([&](std::optional<Clipboard::ChangeCount> result) {
-            answered = true;
-            count = result;
-        });
-        EXPECT_TRUE(waitFor([&answered] { return answered; }));
-        return count;
-    }
-};
+class X11ClipboardTest : public testing::ClipboardUser<testing::X11Desktop> {};
 
 TEST_F(X11ClipboardTest, OffersATextInTheFormatsProgramsAskFor) {
     open();

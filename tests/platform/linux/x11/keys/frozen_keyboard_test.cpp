@@ -1,4 +1,5 @@
 #include "platform/linux/x11/key_stage.h"
+#include "support/files.h"
 #include "support/xvfb.h"
 
 #include <QDir>
@@ -51,8 +52,7 @@ protected:
 
     /// "pid (name) state parent …"; empty when there is no such process.
     [[nodiscard]] static QByteArray stateOf(qint64 process) {
-        QFile status(u"/proc/%1/stat"_s.arg(process));
-        return status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
+        return testing::contentOf(u"/proc/%1/stat"_s.arg(process));
     }
 
     /// The guard of the program, as a process; 0 when there is none.
