@@ -20,16 +20,9 @@ Sheet {
         trigger.forceActiveFocus()
     }
 
-    Column {
+    FormField {
         width: parent.width
-        spacing: 6
-
-        Label {
-            text: qsTr("When I say...")
-            size: 12
-            weight: Font.Medium
-            color: Theme.secondary
-        }
+        label: qsTr("When I say...")
 
         TextField {
             id: trigger
@@ -41,16 +34,9 @@ Sheet {
         }
     }
 
-    Column {
+    FormField {
         width: parent.width
-        spacing: 6
-
-        Label {
-            text: qsTr("Replace with...")
-            size: 12
-            weight: Font.Medium
-            color: Theme.secondary
-        }
+        label: qsTr("Replace with...")
 
         TextArea {
             id: expansion
