@@ -60,7 +60,7 @@ private:
     }
 
     static void answer(const QString &command, bool succeeded) {
-        std::cout << command.toStdString() << (succeeded ? " ok" : " failed") << std::endl;
+        std::cout << command.toStdString() << (succeeded ? " ok" : " failed") << '\n' << std::flush;
     }
 
     CoreParts &m_parts;

@@ -7,6 +7,7 @@
 #include "ui/flow/flow_placement.h"
 
 #include <QQmlEngine>
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -13,7 +13,7 @@ public:
     ~AnimationClock() override { uninstall(); }
 
     /// In steps of a frame, as what follows an animation is told at each.
-    void advance(std::chrono::milliseconds time) {
+    void moveOn(std::chrono::milliseconds time) {
         constexpr std::chrono::milliseconds kFrame{25};
         for (; time > kFrame; time -= kFrame)
             step(kFrame);

@@ -63,7 +63,7 @@ protected:
     /// Clicks as soon as what is clicked on is there; bar and handle come with a movement.
     [[nodiscard]] bool clickLeadsTo(State state, QPoint at) {
         return testing::waitUntil([this, state, at] {
-            animations.advance(25ms);
+            animations.moveOn(25ms);
             click(at);
             return stage.manager.state() == state;
         });
@@ -188,22 +188,22 @@ TEST_F(OverlayTest, GoesToTheScreenOfAClickAndOfADictation) {
     const int leftOfSecond = RecordingOverlayController::placement(screens[1]->geometry()).x();
     const int halfway = (left + leftOfSecond) / 2;
     QCursor::setPos(screens[1]->geometry().center());
-    animations.advance(1s);
+    animations.moveOn(1s);
     EXPECT_EQ(panel().x(), left) << "the pointer alone moves nothing";
     mouse.click({});
-    animations.advance(150ms);
+    animations.moveOn(150ms);
     EXPECT_EQ(panel().x(), halfway);
-    animations.advance(150ms);
+    animations.moveOn(150ms);
     EXPECT_EQ(panel().x(), leftOfSecond);
 
     QCursor::setPos(screens[0]->geometry().center());
     stage.controls.startListening();
     stage.hotkey.pressed();
     stage.queue.runPosted();
-    animations.advance(175ms);
+    animations.moveOn(175ms);
     EXPECT_EQ(panel().x(), halfway);
     EXPECT_EQ(desktop.inputRegion.first().y(), 34) << "the bar has half grown";
-    animations.advance(175ms);
+    animations.moveOn(175ms);
     EXPECT_EQ(panel().x(), left);
     EXPECT_EQ(desktop.inputRegion.first().y(), 32);
 }
@@ -211,16 +211,16 @@ TEST_F(OverlayTest, GoesToTheScreenOfAClickAndOfADictation) {
 TEST_F(OverlayTest, DotsFollowTheVoiceAndShimmerInTurnAfterwards) {
     click(handle());
     hear(1);
-    animations.advance(2s);
+    animations.moveOn(2s);
     EXPECT_GT(std::ranges::max(dotHeights()), 15);
     hear(0);
     for (int frame = 0; frame < 40; ++frame) {
-        animations.advance(25ms);
+        animations.moveOn(25ms);
         EXPECT_GE(std::ranges::min(dotHeights()), 4) << "also on the way";
     }
     stage.manager.stopRecording();
     stage.queue.runPosted();
-    animations.advance(6s); // five waves of 1.2 s
+    animations.moveOn(6s); // five waves of 1.2 s
     EXPECT_NEAR(dotHeights()[0], 4 + 0.3 * 16, 0.01);
     EXPECT_GT(dotHeights()[1], dotHeights()[0] + 0.05) << "a little later";
 }
@@ -235,7 +235,7 @@ TEST_F(OverlayTest, RestsWhenNothingMoves) {
     int frames = 0;
     QObject::connect(&panel(), &QQuickWindow::afterFrameEnd, &panel(), [&] { ++frames; });
     EXPECT_TRUE(testing::waitUntil([&] {
-        animations.advance(25ms);
+        animations.moveOn(25ms);
         return !animations.isRunning() && std::exchange(frames, 0) == 0;
     }));
 }

@@ -95,7 +95,7 @@ TEST_F(Insertion, PastesIntoATerminal) {
     const auto selection = copy("selected", "UTF8_STRING", "primary");
     insert(u"echo «blåbær» 😀\n"_s);
     letInsertionEnd();
-    EXPECT_TRUE(waitFor([&path] { return testing::contentOf(path) == u"echo «blåbær» 😀 "_s.toUtf8(); }));
+    EXPECT_TRUE(waitFor([&path] { return testing::contentOf(path) == u"echo «blåbær» 😀\n"_s.toUtf8(); }));
     EXPECT_EQ(paste(), "kept");
     EXPECT_EQ(paste("UTF8_STRING", "primary"), "selected");
 }
