@@ -33,9 +33,9 @@ struct FakeEventTap final : EventTap {
 
 struct FakeGlobalHotkey final : GlobalHotkey {
     struct Held final : Registration {
-        explicit Held(std::function<void()> &pressed) : m_pressed(pressed) {}
-        ~Held() override { m_pressed = nullptr; }
-        std::function<void()> &m_pressed;
+        explicit Held(std::function<void()> &pressed) : heard(pressed) {}
+        ~Held() override { heard = nullptr; }
+        std::function<void()> &heard;
     };
 
     Status failure = 0;

@@ -8,6 +8,8 @@
 
 namespace velmo {
 
+// NOLINTBEGIN(readability-identifier-naming): the slots are methods of the bus, whose names begin with a capital
+
 /// org.freedesktop.Application: how desktops start, show and hand addresses to an application.
 class DesktopApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
@@ -42,5 +44,7 @@ public Q_SLOTS:
 private:
     ApplicationRequests &m_requests;
 };
+
+// NOLINTEND(readability-identifier-naming)
 
 } // namespace velmo
