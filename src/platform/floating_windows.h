@@ -20,7 +20,7 @@ public:
     class KeyboardLoan : public Handle {
     public:
         /// Whether the window still has the keys, but for those that somebody grabs. Asks the desktop.
-        [[nodiscard]] virtual bool isOut() const = 0;
+        [[nodiscard]] virtual bool isActive() const = 0;
     };
 
     /// Each is called as a task of the main queue.

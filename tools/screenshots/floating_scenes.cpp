@@ -116,7 +116,7 @@ Scene popover(const QString &state, const Play &play) {
                         MenuBarView::Collaborators{dictation.queue, dictation.triggerKeyName,
                                                    dictation.manager, dictation.history, dictation.listener,
                                                    dictation.permission},
-                        MenuBarView::Ways{}, Region{u"en_US"_s, u"UTC"_s});
+                        MenuBarView::Actions{}, Region{u"en_US"_s, u"UTC"_s});
                 });
                 play(dictation);
                 popover.toggle(QRect(400, 0, 24, 24));

@@ -89,9 +89,9 @@ struct WindowParts::Onboarding {
     OnboardingWindowController window;
 };
 
-WindowParts::WindowParts(const Collaborators &collaborators, Ways ways)
+WindowParts::WindowParts(const Collaborators &collaborators, Actions actions)
     : m_with(collaborators),
-      m_ways(std::move(ways)),
+      m_actions(std::move(actions)),
       m_isDesktopDark(StatusItem::isDesktopDark()), // before our own colours take over
       m_triggerKeyName(m_with.core.preferences(), m_with.core.preferenceWatch(), *m_with.display.keys),
       m_triggerKey(
@@ -124,7 +124,8 @@ std::unique_ptr<MenuBarView> WindowParts::makeMenuBarView() {
         MenuBarView::Collaborators{m_with.core.mainQueue(), m_triggerKeyName, m_with.recordingManager,
                                    m_with.core.historyStore(), m_with.hotkeyListener,
                                    *m_with.display.permission},
-        MenuBarView::Ways{m_ways.openMainWindow, m_ways.quit, m_ways.showPermission, copyToClipboard},
+        MenuBarView::Actions{m_actions.openMainWindow, m_actions.quit, m_actions.showPermission,
+                             copyToClipboard},
         Region::ofSession());
 }
 

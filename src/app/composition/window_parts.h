@@ -37,13 +37,13 @@ public:
         SystemSettings &systemSettings;
     };
     /// What leads out of the popover.
-    struct Ways {
+    struct Actions {
         std::function<void()> openMainWindow;
         std::function<void()> quit;
         std::function<void()> showPermission;
     };
 
-    WindowParts(const Collaborators &collaborators, Ways ways);
+    WindowParts(const Collaborators &collaborators, Actions actions);
     ~WindowParts() override;
 
     void showStatusItem(std::function<void()> pressed) override;
@@ -64,7 +64,7 @@ private:
     [[nodiscard]] std::unique_ptr<MenuBarView> makeMenuBarView();
 
     Collaborators m_with;
-    Ways m_ways;
+    Actions m_actions;
     bool m_isDesktopDark;
     TriggerKeyName m_triggerKeyName; ///< For every text that names the key.
     TriggerKeyCapture m_triggerKey;  ///< Chosen in onboarding and on the settings page.

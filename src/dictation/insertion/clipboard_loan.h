@@ -30,7 +30,7 @@ public:
     void leave() { m_borrowed.reset(); }
 
     /// Whether a text of ours stands there, as far as is known.
-    [[nodiscard]] bool isOut() const { return m_borrowed.has_value(); }
+    [[nodiscard]] bool isActive() const { return m_borrowed.has_value(); }
 
 private:
     struct Borrowed {

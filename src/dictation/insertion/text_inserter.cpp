@@ -122,7 +122,7 @@ void TextInserter::textRead(DisplayClient client) {
 }
 
 void TextInserter::textLost() {
-    if (m_pressed && !m_clipboard.isOut() && !m_primary.isOut())
+    if (m_pressed && !m_clipboard.isActive() && !m_primary.isActive())
         end();
 }
 

@@ -18,8 +18,8 @@ constexpr auto kRefreshInterval = 2000ms;
 
 } // namespace
 
-MenuBarView::MenuBarView(const Collaborators &collaborators, Ways ways, const Region &region)
-    : m_with(collaborators), m_ways(std::move(ways)), m_calendar(region) {
+MenuBarView::MenuBarView(const Collaborators &collaborators, Actions actions, const Region &region)
+    : m_with(collaborators), m_actions(std::move(actions)), m_calendar(region) {
     const RecordingManager &manager = m_with.recordingManager;
     connect(&manager, &RecordingManager::stateChanged, this, &MenuBarView::statusChanged);
     connect(&manager, &RecordingManager::errorMessageChanged, this, &MenuBarView::errorMessageChanged);
@@ -118,7 +118,7 @@ void MenuBarView::loadEntries() {
 void MenuBarView::copy(const QString &entryId) {
     for (const RecentEntry &entry : m_recentEntries.rows()) {
         if (entry.id == entryId)
-            return m_ways.copy(entry.text);
+            return m_actions.copy(entry.text);
     }
 }
 
@@ -126,18 +126,18 @@ void MenuBarView::remove(const QString &entryId) {
     m_with.historyStore.remove(entryId);
 }
 
-// Ways out
+// Actions out
 
 void MenuBarView::showPermission() {
-    m_ways.showPermission();
+    m_actions.showPermission();
 }
 
 void MenuBarView::openVelmo() {
-    m_ways.openVelmo();
+    m_actions.openVelmo();
 }
 
 void MenuBarView::quit() {
-    m_ways.quit();
+    m_actions.quit();
 }
 
 } // namespace velmo

@@ -63,14 +63,14 @@ public:
     };
 
     /// What leads out of the popover.
-    struct Ways {
+    struct Actions {
         std::function<void()> openVelmo;
         std::function<void()> quit;
         std::function<void()> showPermission; ///< To what is missing for dictation.
         std::function<void(const QString &text)> copy;
     };
 
-    MenuBarView(const Collaborators &collaborators, Ways ways, const Region &region);
+    MenuBarView(const Collaborators &collaborators, Actions actions, const Region &region);
 
     [[nodiscard]] bool isRecording() const;
     [[nodiscard]] bool isTranscribing() const;
@@ -111,7 +111,7 @@ private:
     void loadEntries();
 
     Collaborators m_with;
-    Ways m_ways;
+    Actions m_actions;
     Calendar m_calendar;
     bool m_hasAccessibility = false;
     bool m_hasFnHotkey = false;

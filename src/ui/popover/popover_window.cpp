@@ -112,7 +112,7 @@ void PopoverWindow::activeChanged() {
     m_focusTimer.reset();
     if (!m_keyboard || m_view->isActive())
         return;
-    if (m_keyboard->isOut())
+    if (m_keyboard->isActive())
         m_focusTimer = m_with.queue.after(kFocusInterval, [this] { activeChanged(); });
     else
         close();

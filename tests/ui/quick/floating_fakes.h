@@ -8,10 +8,10 @@ namespace velmo::testing {
 /// A desktop that remembers what it was asked to do for floating windows.
 struct FakeFloatingWindows final : FloatingWindows {
     struct Loan final : KeyboardLoan {
-        explicit Loan(bool &isOut) : m_isOut(isOut) { m_isOut = true; }
-        ~Loan() override { m_isOut = false; }
-        [[nodiscard]] bool isOut() const override { return m_isOut; }
-        bool &m_isOut;
+        explicit Loan(bool &isActive) : lent(isActive) { lent = true; }
+        ~Loan() override { lent = false; }
+        [[nodiscard]] bool isActive() const override { return lent; }
+        bool &lent;
     };
 
     bool composited = true;

@@ -28,15 +28,15 @@ protected:
     }
 
     std::unique_ptr<MenuBarView> makeContent() {
-        MenuBarView::Ways ways;
-        ways.openVelmo = [this] { popover.close(), opened = true; };
-        ways.quit = [this] { hasQuit = true; };
-        ways.showPermission = [this] { permissionShown = true; };
-        ways.copy = [this](const QString &text) { copied = text; };
+        MenuBarView::Actions actions;
+        actions.openVelmo = [this] { popover.close(), opened = true; };
+        actions.quit = [this] { hasQuit = true; };
+        actions.showPermission = [this] { permissionShown = true; };
+        actions.copy = [this](const QString &text) { copied = text; };
         auto made = std::make_unique<MenuBarView>(
             MenuBarView::Collaborators{stage.queue, stage.triggerKeyName, stage.manager, stage.history,
                                        stage.listener, stage.permission},
-            std::move(ways), Region{u"en_US"_s, u"UTC"_s});
+            std::move(actions), Region{u"en_US"_s, u"UTC"_s});
         content = made.get();
         return made;
     }

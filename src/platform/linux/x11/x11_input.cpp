@@ -27,16 +27,16 @@ bool canInject(x11::DesktopWatch *watch) {
 
 } // namespace
 
-X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places) {
-    const std::shared_ptr<x11::DesktopWatch> watch = x11::DesktopWatch::open(places.display);
+X11Input makeX11Input(MainQueue &queue, const X11InputOptions &options) {
+    const std::shared_ptr<x11::DesktopWatch> watch = x11::DesktopWatch::open(options.display);
     X11Input input;
     input.permission = std::make_unique<x11::Accessibility>(watch != nullptr, canInject(watch.get()),
                                                             QProcessEnvironment::systemEnvironment());
     input.tap = std::make_unique<x11::TriggerTap>(
-        queue, watch, x11::TriggerTap::Places{places.display, places.keyGuardProgram});
-    input.hotkey = std::make_unique<x11::Hotkeys>(queue, watch, places.display);
+        queue, watch, x11::TriggerTap::Options{options.display, options.keyGuardProgram});
+    input.hotkey = std::make_unique<x11::Hotkeys>(queue, watch, options.display);
     input.mouse = std::make_unique<x11::MouseMonitor>(queue, watch);
-    input.floating = std::make_unique<x11::UnmanagedWindows>(queue, watch, places.windows);
+    input.floating = std::make_unique<x11::UnmanagedWindows>(queue, watch, options.windows);
     input.panels = std::make_unique<x11::DockWindows>(watch);
     input.motion = std::make_unique<x11::AnimationSetting>(queue, watch);
     input.keys = std::make_unique<x11::Keys>(watch);

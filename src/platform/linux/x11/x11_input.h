@@ -32,7 +32,7 @@ struct X11Input {
     std::unique_ptr<Workspace> workspace;
 };
 
-struct X11InputPlaces {
+struct X11InputOptions {
     QString display;         ///< As in $DISPLAY; empty for what that says.
     QString keyGuardProgram; ///< Without it the trigger key is observed but not kept from other applications.
 
@@ -41,7 +41,7 @@ struct X11InputPlaces {
 };
 
 /// Main thread; asks the X server a few things and waits for the answers. `queue` outlives the parts.
-[[nodiscard]] X11Input makeX11Input(MainQueue &queue, const X11InputPlaces &places);
+[[nodiscard]] X11Input makeX11Input(MainQueue &queue, const X11InputOptions &options);
 
 /// Where the key guard is installed, as seen from the running program: beside it in a build, under libexec
 /// when installed.

@@ -68,10 +68,10 @@ public:
         giveKeyboard(m_xcb, m_window);
     }
     ~FocusLoan() override {
-        if (isOut())
+        if (isActive())
             giveKeyboard(m_xcb, m_previous);
     }
-    [[nodiscard]] bool isOut() const override { return windowWithKeyboard(m_xcb) == m_window; }
+    [[nodiscard]] bool isActive() const override { return windowWithKeyboard(m_xcb) == m_window; }
 
 private:
     xcb_connection_t *m_xcb;

@@ -17,13 +17,13 @@ constexpr auto kFormerTime = 30s;
 
 } // namespace
 
-X11Clipboard::X11Clipboard(const Parts &parts, const QByteArray &selection)
-    : m_with(parts),
-      m_selection(parts.connection.atom(selection)),
-      m_window(parts.connection.createWindow(XCB_EVENT_MASK_NO_EVENT)),
-      m_newOwner(selectOwnerChanges(m_selection, parts.connection)),
-      m_answers(parts.connection, parts.deliveries),
-      m_manager(parts.connection, parts.loop, m_window) {}
+X11Clipboard::X11Clipboard(const Collaborators &collaborators, const QByteArray &selection)
+    : m_with(collaborators),
+      m_selection(collaborators.connection.atom(selection)),
+      m_window(collaborators.connection.createWindow(XCB_EVENT_MASK_NO_EVENT)),
+      m_newOwner(selectOwnerChanges(m_selection, collaborators.connection)),
+      m_answers(collaborators.connection, collaborators.deliveries),
+      m_manager(collaborators.connection, collaborators.loop, m_window) {}
 
 // Asked for by the main thread
 

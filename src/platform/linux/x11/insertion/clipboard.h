@@ -17,7 +17,7 @@ namespace velmo::x11 {
 /// thread; the loop has to end before it does.
 class X11Clipboard final : public Clipboard {
 public:
-    struct Parts {
+    struct Collaborators {
         MainQueue &queue;
         Connection &connection;
         Loop &loop;
@@ -26,7 +26,7 @@ public:
         ClipboardSaveLimits limits;
     };
 
-    X11Clipboard(const Parts &parts, const QByteArray &selection);
+    X11Clipboard(const Collaborators &collaborators, const QByteArray &selection);
 
     void save(std::function<void(Saved)> done) override;
     void setText(ChangeCount expected, const QString &text, TextEvents events, Changed done) override;
@@ -58,7 +58,7 @@ private:
     void requested(const xcb_selection_request_event_t &request);
     [[nodiscard]] const SelectionOffer *offerAt(xcb_timestamp_t time) const;
 
-    Parts m_with;
+    Collaborators m_with;
     xcb_atom_t m_selection;
     xcb_window_t m_window;
     int m_newOwner; ///< The kind of event that tells of a new owner.

@@ -16,8 +16,8 @@ constexpr auto kPollInterval = 200ms;
 
 } // namespace
 
-TriggerTap::TriggerTap(MainQueue &queue, std::shared_ptr<DesktopWatch> watch, Places places)
-    : m_queue(queue), m_watch(std::move(watch)), m_places(std::move(places)) {}
+TriggerTap::TriggerTap(MainQueue &queue, std::shared_ptr<DesktopWatch> watch, Options options)
+    : m_queue(queue), m_watch(std::move(watch)), m_options(std::move(options)) {}
 
 TriggerTap::~TriggerTap() {
     stop();
@@ -54,7 +54,7 @@ void TriggerTap::end() {
     closeGrab();
     closeGuard();
     m_state.reset();
-    m_standing = Standing::Unknown;
+    m_grabState = GrabState::Unknown;
 }
 
 // What the keyboard does
@@ -80,7 +80,7 @@ void TriggerTap::triggerPressed(const RawInput &input) {
 
 void TriggerTap::triggerReleased(std::chrono::nanoseconds at) {
     m_state->released(at);
-    if (m_standing == Standing::Taken || m_standing == Standing::Unguarded)
+    if (m_grabState == GrabState::Taken || m_grabState == GrabState::Unguarded)
         takeKey(); // whoever had it may have let go
 }
 
@@ -134,7 +134,7 @@ void TriggerTap::takeKey() {
 bool TriggerTap::openGrab() {
     if (m_grab)
         return true;
-    m_grab = TriggerGrab::open(m_places.display);
+    m_grab = TriggerGrab::open(m_options.display);
     if (m_grab)
         m_watch->loop().addSource(m_grab->descriptor(), [this] { answerGrab(); });
     return m_grab != nullptr;
@@ -180,11 +180,11 @@ void TriggerTap::closeGrab() {
 bool TriggerTap::startGuard() {
     if (m_guard)
         return true;
-    m_guard = KeyGuardProcess::start(m_places.guardProgram, m_places.display);
+    m_guard = KeyGuardProcess::start(m_options.guardProgram, m_options.display);
     if (m_guard)
         m_watch->loop().addSource(m_guard->descriptor(), [this] { hearGuard(); });
     else
-        setStanding(Standing::Unguarded);
+        setGrabState(GrabState::Unguarded);
     return m_guard != nullptr;
 }
 
@@ -204,7 +204,7 @@ void TriggerTap::hearGuard() {
 }
 
 void TriggerTap::grabKey() {
-    setStanding(m_grab->take(m_code) ? Standing::Hidden : Standing::Taken);
+    setGrabState(m_grab->take(m_code) ? GrabState::Hidden : GrabState::Taken);
     answerGrab();
 }
 
@@ -212,7 +212,7 @@ void TriggerTap::guardGone() {
     if (m_grab)
         m_grab->giveBack();
     closeGuard();
-    setStanding(Standing::Unguarded);
+    setGrabState(GrabState::Unguarded);
 }
 
 void TriggerTap::closeGuard() {
@@ -224,22 +224,22 @@ void TriggerTap::closeGuard() {
 
 /// Tells of what changes for the person. That the key is hidden is what they expect and not worth a line,
 /// unless it was not.
-void TriggerTap::setStanding(Standing standing) {
-    const Standing previous = std::exchange(m_standing, standing);
-    if (previous == standing)
+void TriggerTap::setGrabState(GrabState state) {
+    const GrabState previous = std::exchange(m_grabState, state);
+    if (previous == state)
         return;
-    switch (standing) {
-    case Standing::Taken:
+    switch (state) {
+    case GrabState::Taken:
         report(u"Trigger key is grabbed by another application, so other applications see it too"_s);
         break;
-    case Standing::Unguarded:
+    case GrabState::Unguarded:
         report(u"Key guard does not run, so other applications see the trigger key too"_s);
         break;
-    case Standing::Hidden:
-        if (previous != Standing::Unknown)
+    case GrabState::Hidden:
+        if (previous != GrabState::Unknown)
             report(u"Trigger key is hidden from other applications again"_s);
         break;
-    case Standing::Unknown:
+    case GrabState::Unknown:
         break;
     }
 }

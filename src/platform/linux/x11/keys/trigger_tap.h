@@ -21,13 +21,13 @@ namespace velmo::x11 {
 /// observed, with a log line.
 class TriggerTap final : public EventTap, private DesktopWatch::Observer {
 public:
-    struct Places {
+    struct Options {
         QString display;
         QString guardProgram;
     };
 
     /// `watch` may be null: then no tap can start.
-    TriggerTap(MainQueue &queue, std::shared_ptr<DesktopWatch> watch, Places places);
+    TriggerTap(MainQueue &queue, std::shared_ptr<DesktopWatch> watch, Options options);
     ~TriggerTap() override;
 
     [[nodiscard]] bool start(const QString &triggerKey, Handler handler) override;
@@ -61,13 +61,13 @@ private:
     void guardGone();
     void closeGuard();
 
-    enum class Standing { Unknown, Hidden, Taken, Unguarded };
-    void setStanding(Standing standing);
+    enum class GrabState { Unknown, Hidden, Taken, Unguarded };
+    void setGrabState(GrabState state);
     void report(const QString &line);
 
     MainQueue &m_queue;
     std::shared_ptr<DesktopWatch> m_watch;
-    Places m_places;
+    Options m_options;
 
     QString m_key;
     xcb_keycode_t m_code = 0; ///< 0 when this keyboard has no such key.
@@ -75,7 +75,7 @@ private:
     Loop::Timer m_poll;
     std::unique_ptr<KeyGuardProcess> m_guard;
     std::unique_ptr<TriggerGrab> m_grab;
-    Standing m_standing = Standing::Unknown;
+    GrabState m_grabState = GrabState::Unknown;
 };
 
 } // namespace velmo::x11
