@@ -59,7 +59,7 @@ void ManualMainQueue::advance(std::chrono::nanoseconds by) {
                                            [](const auto &a, const auto &b) { return a->due < b->due; });
         if (next == m_delayed.end() || (*next)->due > end)
             break;
-        const auto pending = *next;
+        const auto pending = std::move(*next);
         m_delayed.erase(next);
         const auto step = std::max(pending->due - m_uptime, std::chrono::nanoseconds(0));
         m_uptime += step;

@@ -54,7 +54,7 @@ bool sendAll(int socket, const QByteArray &bytes) {
 /// socket may already be another's when the server cuts its connections.
 void reset(int socket) {
     const sockaddr nowhere{AF_UNSPEC, {}};
-    static_cast<void>(connect(socket, &nowhere, sizeof nowhere));
+    [[maybe_unused]] const int always = connect(socket, &nowhere, sizeof nowhere);
 }
 
 } // namespace

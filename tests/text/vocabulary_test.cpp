@@ -86,7 +86,7 @@ TEST(EditDistance, AgreesWithTheFullTable) {
 /// Every candidate in list order, as the rule is written.
 std::optional<QString> plainCorrection(const QString &word, const QStringList &candidates) {
     const qsizetype length = characterCount(word);
-    const int limit = length < 5 ? 0 : length < 8 ? 1 : 2;
+    const int limit = (length >= 5 ? 1 : 0) + (length >= 8 ? 1 : 0);
     std::optional<QString> best;
     int bestDistance = limit + 1;
     for (const QString &candidate : candidates) {

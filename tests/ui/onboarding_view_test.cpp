@@ -18,9 +18,9 @@ protected:
     [[nodiscard]] QStringList steps() {
         QStringList texts;
         for (const OnboardingStep &step : view.steps()->rows()) {
-            const QString text = step.isDone      ? u"done"_s
-                                 : step.isCurrent ? u"now: "_s + step.buttonText + u", "_s + step.hint
-                                                  : u"later: "_s + step.note;
+            const QString now = u"now: "_s + step.buttonText + u", "_s + step.hint;
+            const QString toDo = step.isCurrent ? now : u"later: "_s + step.note;
+            const QString text = step.isDone ? u"done"_s : toDo;
             texts.append(QString(text).replace(QChar::Nbsp, u' '));
         }
         return texts;

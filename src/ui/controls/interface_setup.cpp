@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-void qml_register_types_Velmo_Controls();
+void qml_register_types_Velmo_Controls(); // NOLINT(readability-identifier-naming): Qt names it
 
 namespace velmo {
 

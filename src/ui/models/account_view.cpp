@@ -17,7 +17,8 @@ namespace {
 
 /// How long "how long ago" stays true: it counts in seconds for a minute, then in minutes, then in hours.
 std::chrono::milliseconds untilAnotherText(std::chrono::system_clock::duration age) {
-    const std::chrono::system_clock::duration unit = age < 1min ? 1s : age < 1h ? 60s : 3600s;
+    const std::chrono::system_clock::duration longUnit = age < 1h ? 1min : 1h;
+    const std::chrono::system_clock::duration unit = age < 1min ? 1s : longUnit;
     const auto rest = unit - std::max(age, std::chrono::system_clock::duration::zero()) % unit;
     return std::chrono::ceil<std::chrono::milliseconds>(rest);
 }

@@ -25,7 +25,7 @@ const QByteArray kRefresh = "/api/auth/me";
 const QByteArray kSession =
     R"({"token":"t-1","user":{"id":"u1","email":"kari@example.no","name":"Kari","x":1}})";
 
-QString auth_(const QString &line) {
+QString authLine(const QString &line) {
     return u"🔑 [Auth] "_s + line;
 }
 
@@ -100,8 +100,8 @@ TEST_F(AuthManagerTest, SignsInAndRemembersIt) {
     EXPECT_FALSE(server.requests()[0].header("Authorization"));
     EXPECT_EQ(storedToken(), "t-1");
     EXPECT_EQ(preferences.data(keys::user), R"({"email":"kari@example.no","id":"u1","name":"Kari"})");
-    EXPECT_EQ(log.lines(), QStringList({auth_(u"Got Apple id_token, exchanging via /api/auth/apple..."_s),
-                                        auth_(u"Signed in as kari@example.no"_s)}));
+    EXPECT_EQ(log.lines(), QStringList({authLine(u"Got Apple id_token, exchanging via /api/auth/apple..."_s),
+                                        authLine(u"Signed in as kari@example.no"_s)}));
     EXPECT_TRUE(auth->isLoggedIn());
     EXPECT_FALSE(auth->isLoading());
     EXPECT_EQ(auth->userName(), u"Kari"_s);
@@ -147,7 +147,7 @@ TEST_F(AuthManagerTest, TellsThatASignInFailedUntilTheNextOne) {
     startAttempt();
     callback(u"velmo://auth?id_token=id"_s);
     EXPECT_EQ(auth->authError(), u"Sign-in failed (server error 500). Please try again."_s);
-    EXPECT_TRUE(log.contains(auth_(u"Token exchange failed: HTTP 500"_s)));
+    EXPECT_TRUE(log.contains(authLine(u"Token exchange failed: HTTP 500"_s)));
     EXPECT_FALSE(auth->isLoading());
     EXPECT_FALSE(auth->isLoggedIn());
     EXPECT_THAT(keychain.items, IsEmpty());
@@ -220,7 +220,7 @@ TEST_F(AuthManagerTest, EndsAnAttemptThatBringsNoTokenOfItsOwn) {
         std::exchange(web.complete, {})(row.outcome);
         EXPECT_TRUE(auth->isLoading()) << row.name; // not before the next turn
         settle();
-        EXPECT_EQ(log.lines(), QStringList{auth_(row.logLine)}) << row.name;
+        EXPECT_EQ(log.lines(), QStringList{authLine(row.logLine)}) << row.name;
         EXPECT_EQ(auth->authError(), row.message) << row.name;
         EXPECT_FALSE(auth->isLoading()) << row.name;
     }
@@ -243,7 +243,7 @@ TEST_F(AuthManagerTest, ListensOnlyToTheLastAttempt) {
     EXPECT_TRUE(auth->isLoading());
     auth->cancelSignIn();
     settle();
-    EXPECT_EQ(log.lines(), QStringList{auth_(u"User cancelled sign-in"_s)});
+    EXPECT_EQ(log.lines(), QStringList{authLine(u"User cancelled sign-in"_s)});
     EXPECT_FALSE(auth->isLoading());
 }
 
@@ -257,7 +257,7 @@ TEST_F(AuthManagerTest, RestoresTheSessionThatIsStored) {
     EXPECT_TRUE(isRestored);
     EXPECT_FALSE(auth->isLoggedIn());
     EXPECT_EQ(log.lines(),
-              QStringList{auth_(u"The session token is out of reach: The keyring is locked."_s)});
+              QStringList{authLine(u"The session token is out of reach: The keyring is locked."_s)});
     EXPECT_EQ(token(), std::nullopt);
     EXPECT_EQ(log.lines().size(), 1); // the same again is no news
 
@@ -330,7 +330,8 @@ TEST_F(AuthManagerTest, KeepsTheSessionUnlessTheServiceSaysItIsOver) {
     settle();
     EXPECT_FALSE(auth->isLoggedIn());
     EXPECT_EQ(auth->currentUser(), std::nullopt);
-    EXPECT_EQ(log.lines(), QStringList({auth_(u"Token expired, signing out"_s), auth_(u"Signed out"_s)}));
+    EXPECT_EQ(log.lines(),
+              QStringList({authLine(u"Token expired, signing out"_s), authLine(u"Signed out"_s)}));
     EXPECT_EQ(storedToken(), QByteArray());
     EXPECT_EQ(preferences.data(keys::user), std::nullopt);
 }
@@ -345,7 +346,7 @@ TEST_F(AuthManagerTest, ForgetsTheSessionAtOnceEvenIfTheKeychainRefuses) {
     keychain.failure.reset();
     EXPECT_EQ(token(), std::nullopt);
     EXPECT_FALSE(auth->isLoggedIn());
-    EXPECT_EQ(log.lines().count(auth_(u"Signed out"_s)), 1);
+    EXPECT_EQ(log.lines().count(authLine(u"Signed out"_s)), 1);
 
     log.clear();
     signIn();

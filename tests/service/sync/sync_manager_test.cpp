@@ -27,7 +27,7 @@ const QByteArray kSnippets = "/api/sync/snippets";
 const QByteArray kStats = "/api/sync/stats";
 const QByteArray kIncrement = "/api/sync/stats/increment";
 
-QString sync_(const QString &line) {
+QString syncLine(const QString &line) {
     return u"🔄 [Sync] "_s + line;
 }
 
@@ -88,9 +88,10 @@ TEST_F(SyncManagerTest, PullsMergesStoresAndPushesTheDictionary) {
                                        uR"(PUT /api/sync/dictionary {"words":["Bergen","fjord"]})"_s}));
     EXPECT_EQ(server.requests()[0].header("Authorization"), "Bearer t-1");
     EXPECT_EQ(store.string(keys::dictionary), uR"([{"word":"Bergen"},{"word":"fjord"}])"_s);
-    EXPECT_EQ(log.lines(),
-              QStringList({sync_(u"Dictionary merged: 2 local + 2 server → 3 union → 2 after 1 tombstones"_s),
-                           sync_(u"Dictionary pushed 2 words to server"_s)}));
+    EXPECT_EQ(
+        log.lines(),
+        QStringList({syncLine(u"Dictionary merged: 2 local + 2 server → 3 union → 2 after 1 tombstones"_s),
+                     syncLine(u"Dictionary pushed 2 words to server"_s)}));
     EXPECT_EQ(ends, QStringList{u"dictionary true"_s});
     EXPECT_EQ(sync->lastSyncDate(), queue.now());
 }
@@ -109,8 +110,8 @@ TEST_F(SyncManagerTest, PullsMergesStoresAndPushesTheSnippets) {
     EXPECT_EQ(server.requests()[1].body, "{\"snippets\":" + serialiseSnippets(stored).toUtf8() + "}");
     EXPECT_EQ(
         log.lines(),
-        QStringList({sync_(u"Snippets merged: 1 local + 2 server → 2 total"_s),
-                     sync_(u"Snippets push failed: Error Domain=SyncManager Code=500 \"full\\nup\""_s)}));
+        QStringList({syncLine(u"Snippets merged: 1 local + 2 server → 2 total"_s),
+                     syncLine(u"Snippets push failed: Error Domain=SyncManager Code=500 \"full\\nup\""_s)}));
     EXPECT_EQ(ends, QStringList{u"snippets true"_s}); // merged and sent, whatever became of it
     EXPECT_EQ(sync->lastSyncDate(), queue.now());
 }
@@ -133,8 +134,8 @@ TEST_F(SyncManagerTest, PushesWhatIsStoredWhenAPullFails) {
         QStringList ends;
         sync->syncDictionary(noted(ends, u"dictionary"_s));
         settle();
-        EXPECT_EQ(log.lines(), QStringList({sync_(u"Pull dictionary failed: "_s + failure),
-                                            sync_(u"Pushed 1 local dictionary words (pull failed)"_s)}))
+        EXPECT_EQ(log.lines(), QStringList({syncLine(u"Pull dictionary failed: "_s + failure),
+                                            syncLine(u"Pushed 1 local dictionary words (pull failed)"_s)}))
             << name;
         EXPECT_EQ(ends, QStringList{u"dictionary false"_s}) << name;
         EXPECT_EQ(server.requests().back().body, R"({"words":["Oslo"]})") << name;
@@ -146,8 +147,8 @@ TEST_F(SyncManagerTest, PushesWhatIsStoredWhenAPullFails) {
     server.answer(kSnippets, 401, "");
     sync->syncSnippets();
     settle();
-    EXPECT_EQ(log.lines(),
-              QStringList{sync_(uR"(Pull snippets failed: Error Domain=SyncManager Code=401 "HTTP 401")"_s)});
+    EXPECT_EQ(log.lines(), QStringList{syncLine(
+                               uR"(Pull snippets failed: Error Domain=SyncManager Code=401 "HTTP 401")"_s)});
 }
 
 TEST_F(SyncManagerTest, TakesAnySuccessWithoutAnObjectForAnEmptyOne) {
@@ -157,7 +158,7 @@ TEST_F(SyncManagerTest, TakesAnySuccessWithoutAnObjectForAnEmptyOne) {
         sync->syncDictionary();
         settle();
         EXPECT_EQ(words(), QStringList{u"Oslo"_s}) << empty.bytes.toStdString();
-        EXPECT_EQ(log.lines().last(), sync_(u"Dictionary pushed 1 words to server"_s));
+        EXPECT_EQ(log.lines().last(), syncLine(u"Dictionary pushed 1 words to server"_s));
     }
 }
 
@@ -187,18 +188,18 @@ TEST_F(SyncManagerTest, ShowsTheLargerTotalsAndPushesWhatIsAhead) {
         server.react(kStats, {reply(200, row.pulled), row.pushed});
         sync->syncStats();
         settle();
-        EXPECT_EQ(log.lines().last(), sync_(row.lastLine)) << row.name;
+        EXPECT_EQ(log.lines().last(), syncLine(row.lastLine)) << row.name;
         EXPECT_EQ(sync->serverTotalWords(), row.shownWords) << row.name;
         EXPECT_EQ(sync->serverTotalSessions(), row.shownSessions) << row.name;
     }
-    EXPECT_EQ(log.lines().count(sync_(u"Local > server, pushing stats: 5 words, 2 sessions"_s)), 3);
+    EXPECT_EQ(log.lines().count(syncLine(u"Local > server, pushing stats: 5 words, 2 sessions"_s)), 3);
     EXPECT_EQ(server.requests().back().body, R"({"totalSessions":2,"totalWords":5})");
 
     server.answer(kStats, 500, "");
     sync->syncStats();
     settle();
     EXPECT_EQ(log.lines().last(),
-              sync_(uR"(Pull stats failed: Error Domain=SyncManager Code=500 "HTTP 500")"_s));
+              syncLine(uR"(Pull stats failed: Error Domain=SyncManager Code=500 "HTTP 500")"_s));
 }
 
 TEST_F(SyncManagerTest, PushesAndCountsWithoutAPull) {
@@ -216,10 +217,11 @@ TEST_F(SyncManagerTest, PushesAndCountsWithoutAPull) {
         queue.advance(1s);
     }
     const QString failure = u" failed: Error Domain=SyncManager Code=500 \"HTTP 500\""_s;
-    EXPECT_EQ(log.lines(),
-              QStringList({sync_(u"Pushed 2 dictionary words"_s), sync_(u"Pushed 1 snippets"_s),
-                           sync_(u"Incremented stats: +12 words"_s), sync_(u"Push dictionary"_s + failure),
-                           sync_(u"Push snippets"_s + failure), sync_(u"Increment stats"_s + failure)}));
+    EXPECT_EQ(
+        log.lines(),
+        QStringList({syncLine(u"Pushed 2 dictionary words"_s), syncLine(u"Pushed 1 snippets"_s),
+                     syncLine(u"Incremented stats: +12 words"_s), syncLine(u"Push dictionary"_s + failure),
+                     syncLine(u"Push snippets"_s + failure), syncLine(u"Increment stats"_s + failure)}));
     EXPECT_EQ(
         requests().mid(0, 3),
         QStringList(

@@ -1,6 +1,7 @@
 #include "key_stage.h"
 
 #include <gtest/gtest.h>
+#include <ranges>
 #include <vector>
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
@@ -58,8 +59,8 @@ void Hands::tap(uint8_t code) {
 void Hands::chord(std::initializer_list<uint8_t> codes) {
     for (const uint8_t code : codes)
         press(code);
-    for (auto code = std::rbegin(codes); code != std::rend(codes); ++code)
-        release(*code);
+    for (const uint8_t code : std::views::reverse(codes))
+        release(code);
 }
 
 void Hands::click(QPoint at) {

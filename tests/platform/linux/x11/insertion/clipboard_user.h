@@ -21,16 +21,18 @@ protected:
     using Changed = std::optional<Clipboard::ChangeCount>;
 
     Clipboard::Saved save() {
-        return answerOf<Clipboard::Saved>([this](auto done) { this->clipboard().save(done); });
+        return answerOf<Clipboard::Saved>([this](auto done) { this->clipboard().save(std::move(done)); });
     }
     Changed setText(Clipboard::ChangeCount expected, const QString &text) {
         return answerOf<Changed>([&](auto done) {
             this->clipboard().setText(expected, text,
-                                      {[this](DisplayClient) { ++readings; }, [this] { ++losses; }}, done);
+                                      {[this](DisplayClient) { ++readings; }, [this] { ++losses; }},
+                                      std::move(done));
         });
     }
     Changed setItems(Clipboard::ChangeCount expected, const std::vector<ClipboardItem> &items) {
-        return answerOf<Changed>([&](auto done) { this->clipboard().setItems(expected, items, done); });
+        return answerOf<Changed>(
+            [&](auto done) { this->clipboard().setItems(expected, items, std::move(done)); });
     }
 
     int readings = 0;

@@ -20,9 +20,9 @@ protected:
     TapAnswer report(const TapEvent &event) {
         const bool isDown = event.flags.testFlag(KeyFlag::SecondaryFunction);
         const bool isBare = event.flags == KeyFlags(KeyFlag::SecondaryFunction);
-        const char *what = event.type != TapEventType::FlagsChanged ? "disabled"
-                           : isDown                                 ? (isBare ? "fn" : "fn+")
-                                                                    : "up";
+        const char *down = isBare ? "fn" : "fn+";
+        const char *moved = isDown ? down : "up";
+        const char *what = event.type == TapEventType::FlagsChanged ? moved : "disabled";
         reported.append(u"%1@%2"_s.arg(QLatin1StringView(what)).arg(event.time / 1ms));
         return isBare ? TapAnswer::Suppress : TapAnswer::Pass;
     }
