@@ -2,12 +2,12 @@
 #include "localservice/account_service.h"
 #include "localservice/chat/chat_client.h"
 #include "localservice/chat/endpoints.h"
+#include "localservice/embedded_speech.h"
 #include "localservice/http/server.h"
 #include "localservice/options.h"
 #include "localservice/speech/endpoints.h"
 #include "localservice/speech/engine_pool.h"
 #include "localservice/speech/openai_speech_engine.h"
-#include "localservice/speech/pocketsphinx_engine.h"
 #include "service/http/http_client.h"
 #include "service/http/loopback.h"
 
@@ -16,6 +16,8 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <thread>
 #include <unistd.h>
 
@@ -60,9 +62,9 @@ QString addressOf(const QString &host, int port) {
     return u"http://%1:%2"_s.arg(isIpv6 ? u'[' + host + u']' : host, QString::number(port));
 }
 
-QString readyLine(const QString &address, const EnginePool &engines) {
-    QString line = u"velmo-local-service is ready on %1 (%2"_s.arg(address, engines.description());
-    if (const auto work = engines.workPerSecond())
+QString readyLine(const QString &address, const SpeechRecognition &speech) {
+    QString line = u"velmo-local-service is ready on %1 (%2"_s.arg(address, speech.description());
+    if (const auto work = speech.workPerSecond())
         line += u", about %1 s for 10 s of speech"_s.arg(*work * 10, 0, 'f', 1);
     return line + u')';
 }
@@ -78,13 +80,15 @@ Result<OpenAiAddress, QString> address(const QString &url, const QString &model,
     return address;
 }
 
-Result<EngineKind, QString> engineKind(const Options &options, HttpClient &http) {
+Result<std::unique_ptr<SpeechRecognition>, QString> speechRecognition(const Options &options,
+                                                                      HttpClient &http) {
     if (options.speechUrl.isEmpty())
-        return pocketSphinxEngines(QStringLiteral(VELMO_SPEECH_MODEL_DIRECTORY));
+        return std::make_unique<EmbeddedSpeech>(
+            ModelStore(options.modelDirectory, options.furtherModelDirectories), options.model);
     const auto server = address(options.speechUrl, options.speechModel, "VELMO_SPEECH_API_KEY");
     if (!server)
         return failed(server.error());
-    return openAiSpeechEngines(http, {*server, options.detectLanguage});
+    return std::make_unique<EnginePool>(openAiSpeechEngines(http, {*server, options.detectLanguage}));
 }
 
 /// Null when there is no language model.
@@ -103,7 +107,7 @@ int failure(const QString &sentence) {
 }
 
 /// Serves until a signal, unless there turns out to be no engine; answers the exit status.
-int serveUntilStopped(Server &server, EnginePool &engines, const QString &address) {
+int serveUntilStopped(Server &server, SpeechRecognition &speech, const QString &address) {
     std::atomic<bool> isStopping = false;
     std::thread serving([&server, &isStopping] {
         server.run();
@@ -111,9 +115,9 @@ int serveUntilStopped(Server &server, EnginePool &engines, const QString &addres
             ::kill(::getpid(), SIGTERM); // listening failed: better gone, and restarted, than there and deaf
     });
 
-    const auto ready = engines.waitUntilReady();
+    const auto ready = speech.waitUntilReady();
     if (ready) {
-        print(stdout, readyLine(address, engines));
+        print(stdout, readyLine(address, speech));
         waitForStop();
     }
     isStopping = true;
@@ -124,9 +128,10 @@ int serveUntilStopped(Server &server, EnginePool &engines, const QString &addres
 
 int serve(const Options &options) {
     HttpClient http;
-    const auto kind = engineKind(options, http);
-    if (!kind)
-        return failure(kind.error());
+    const auto recognition = speechRecognition(options, http);
+    if (!recognition)
+        return failure(recognition.error());
+    SpeechRecognition &speech = **recognition;
     const auto chat = chatClient(options, http);
     if (!chat)
         return failure(chat.error());
@@ -137,16 +142,29 @@ int serve(const Options &options) {
     if (!isLoopbackHost(options.host))
         print(stderr, u"Anyone who can reach %1 can use this service."_s.arg(options.host));
 
-    EnginePool engines(*kind);
     AccountDatabase database(options.dataDirectory);
     Accounts accounts(database);
-    server.add(healthEndpoint(engines));
-    server.add(transcribeEndpoint(engines));
+    server.add(healthEndpoint(speech));
+    server.add(rootEndpoint(speech));
+    server.add(transcribeEndpoint(speech));
     server.add(processEndpoint(chat->get()));
     server.add(normalizeEndpoint(chat->get()));
     for (const Endpoint &endpoint : accountServiceEndpoints(database, accounts))
         server.add(endpoint);
-    return serveUntilStopped(server, engines, addressOf(options.host, *port));
+    return serveUntilStopped(server, speech, addressOf(options.host, *port));
+}
+
+/// The threads of the speech engine wait for one another by spinning, which on a busy machine keeps them from the work they
+/// wait for; so they are told to spin little. Their library reads it before anything here runs, hence the second beginning.
+/// Where that fails everything works all the same, more slowly.
+void spinLittle(char **argv) {
+    constexpr const char *variable = "GOMP_SPINCOUNT";
+    if (::getenv(variable) != nullptr || ::setenv(variable, "1000", 0) != 0)
+        return;
+    std::error_code failure;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", failure);
+    if (!failure)
+        ::execv(program.c_str(), argv);
 }
 
 int run(const QStringList &arguments) {
@@ -172,6 +190,7 @@ int run(const QStringList &arguments) {
 
 int main(int argc, char **argv) {
     velmo::occupyStandardStreams();
+    velmo::localservice::spinLittle(argv);
     // A reader or a client that went away is an answer of write(), not the end of the process.
     std::signal(SIGPIPE, SIG_IGN);
     const sigset_t signals = velmo::localservice::stopSignals();

@@ -1,6 +1,7 @@
 #include "localservice/options.h"
 
 #include "localservice/http/openai_server.h"
+#include "localservice/models/model_store.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -26,6 +27,11 @@ struct Parser {
                             u"Numeric address to listen on. Default: 127.0.0.1, which only this "
                             "machine can reach."_s,
                             u"address"_s, u"127.0.0.1"_s};
+    QCommandLineOption model{
+        u"model"_s,
+        u"Recognise speech with this model: a name, a file, or none for the simple English "
+        "engine. Default: as told by 'models use'."_s,
+        u"name or file"_s};
     QCommandLineOption speechUrl{
         u"speech-url"_s,
         u"Recognise speech by this server instead of the embedded engine: any with the "
@@ -53,7 +59,7 @@ struct Parser {
         line.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
         line.setApplicationDescription(
             u"Turns recordings into text for Velmo and keeps its accounts, on this machine."_s);
-        line.addOptions({port, host, dataDirectory, speechUrl, speechModel, detectLanguage, chatUrl,
+        line.addOptions({port, host, dataDirectory, model, speechUrl, speechModel, detectLanguage, chatUrl,
                          chatModel, help, version});
     }
 };
@@ -91,9 +97,17 @@ std::optional<QString> readUrl(const Parser &parser, const QCommandLineOption &o
     return std::nullopt;
 }
 
+QString ownDirectory() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/velmo-local-service"_s;
+}
+
+/// A model by its name, or by its file: whatever has the form of no name.
+QString readModel(const QString &written) {
+    return written.isEmpty() || isModelName(written) ? written : QDir().absoluteFilePath(written);
+}
+
 std::optional<QString> readDataDirectory(const Parser &parser, QString &directory) {
-    directory =
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/velmo-local-service"_s;
+    directory = ownDirectory();
     if (!parser.line.isSet(parser.dataDirectory))
         return std::nullopt;
     if (parser.line.value(parser.dataDirectory).isEmpty())
@@ -126,6 +140,10 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
         return failed(*wrong);
     if (const auto wrong = readDataDirectory(parser, options.dataDirectory))
         return failed(*wrong);
+    options.model = readModel(parser.line.value(parser.model));
+    options.modelDirectory = ownDirectory() + u"/models"_s;
+    options.furtherModelDirectories =
+        qEnvironmentVariable("VELMO_MODELS_PATH").split(u':', Qt::SkipEmptyParts);
     options.speechModel = parser.line.value(parser.speechModel);
     options.detectLanguage = parser.line.isSet(parser.detectLanguage);
     options.chatModel = parser.line.value(parser.chatModel);
@@ -133,9 +151,11 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
 }
 
 QString helpText() {
-    return Parser().line.helpText() + u"\nEnvironment:\n"
-                                      "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
-                                      "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n"_s;
+    return Parser().line.helpText() +
+           u"\nEnvironment:\n"
+           "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
+           "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n"
+           "  VELMO_MODELS_PATH      further folders with speech models, separated by colons\n"_s;
 }
 
 } // namespace velmo::localservice

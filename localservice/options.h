@@ -11,12 +11,16 @@ namespace velmo::localservice {
 struct Options {
     QString host = QStringLiteral("127.0.0.1"); ///< A numeric address.
     int port = 18650;                           ///< 0: any free one.
+    QString
+        model; ///< Of the embedded engine: a name, a file with a "/", "none"; empty: as told by `models use`.
     QString speechUrl; ///< Of POST /v1/audio/transcriptions; empty: the embedded engine.
     QString speechModel;
     bool detectLanguage = false; ///< The speech server listens for the language instead of being told it.
     QString chatUrl;             ///< Of POST /v1/chat/completions; empty: no language model.
     QString chatModel;           ///< Empty: the server's own choice.
     QString dataDirectory;       ///< Absolute; of the accounts.
+    QString modelDirectory;      ///< Absolute; of the speech models.
+    QStringList furtherModelDirectories;
     bool help = false;
     bool version = false;
 };

@@ -18,6 +18,8 @@ struct Request {
     QByteArray body;
     QByteArray query;            ///< What stands after the "?" of the address, as it was sent.
     bool isFromLoopback = false; ///< The connection comes from a loopback address.
+    std::function<bool()> isAbandoned =
+        {}; ///< Whether the client has closed the connection by now; never null in an answer.
 
     /// The value of the header of that name (upper and lower case are the same), or nothing.
     [[nodiscard]] std::optional<QByteArray> header(QByteArrayView name) const;

@@ -30,8 +30,9 @@ ServerLimits withRoomForHeaders(ServerLimits limits) {
     return limits;
 }
 
-/// When this thread's exchange began; a thread serves one at a time.
+/// When this thread's exchange began, and on which connection; a thread serves one at a time.
 thread_local Clock::time_point t_began;
+thread_local const SocketStream *t_stream = nullptr;
 
 void reuseAddress(socket_t socket) {
     // By default the library shares the port with whoever listens there already (SO_REUSEPORT), and requests
@@ -76,6 +77,7 @@ Request requestFrom(const httplib::Request &request, QByteArray body) {
     taken.body = std::move(body);
     taken.query = queryOf(request.target);
     taken.isFromLoopback = isLoopbackAddress(request.remote_addr);
+    taken.isAbandoned = [stream = t_stream] { return stream->isClosedByClient(); };
     for (const auto &[name, value] : request.headers) {
         const bool isSetAside = name == kSetAsideContentType;
         taken.headers.emplace_back(isSetAside ? QByteArray("Content-Type") : QByteArray::fromStdString(name),
@@ -234,6 +236,7 @@ void Server::Http::logExchange(const httplib::Request &request, const httplib::R
 bool Server::Http::process_and_close_socket(socket_t socket) {
     t_began = Clock::now();
     SocketStream stream(socket, m_limits.connection, m_stopEvent);
+    t_stream = &stream;
     bool connectionClosed = false;
     return process_request(stream, true, connectionClosed, prepare);
 }

@@ -87,6 +87,12 @@ void SocketStream::noteStop() {
     m_receiveUntil = std::min(m_receiveUntil, Clock::now() + m_limits.afterStop);
 }
 
+bool SocketStream::isClosedByClient() const {
+    char next = 0;
+    const ssize_t count = ::recv(m_socket, &next, sizeof next, MSG_PEEK | MSG_DONTWAIT);
+    return count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
+}
+
 bool SocketStream::is_readable() const {
     return m_next < m_filled || waitFor(m_socket, POLLIN, Clock::now());
 }

@@ -31,6 +31,9 @@ public:
     /// would reset the connection and the reply with it.
     ~SocketStream() override;
 
+    /// Whether the client has closed the connection, all its bytes having been read.
+    [[nodiscard]] bool isClosedByClient() const;
+
     [[nodiscard]] bool is_readable() const override;
     [[nodiscard]] bool is_writable() const override;
     ssize_t read(char *into, size_t size) override;

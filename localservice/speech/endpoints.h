@@ -1,17 +1,21 @@
 #pragma once
 
 #include "localservice/http/endpoint.h"
-#include "localservice/speech/engine_pool.h"
+#include "localservice/speech/speech_recognition.h"
 
 namespace velmo::localservice {
 
 /// GET /health: 200 and {"status": "ok"} once speech is recognised without delay, 503 while the engine is
-/// still loading. The pool must outlive the endpoint.
-[[nodiscard]] Endpoint healthEndpoint(const EnginePool &engines);
+/// still loading. The recognition must outlive the endpoint.
+[[nodiscard]] Endpoint healthEndpoint(const SpeechRecognition &speech);
+
+/// HEAD (and GET) /: somebody has begun to speak; the engine gets ready while they do. The recognition must outlive the
+/// endpoint.
+[[nodiscard]] Endpoint rootEndpoint(SpeechRecognition &speech);
 
 /// POST /api/transcribe: a recording, in the exact form Velmo uploads it, becomes {"text",
 /// "detectedLanguage"}. A request of another form is answered with 400 and the piece at fault. The pool must
 /// outlive the endpoint.
-[[nodiscard]] Endpoint transcribeEndpoint(EnginePool &engines);
+[[nodiscard]] Endpoint transcribeEndpoint(SpeechRecognition &speech);
 
 } // namespace velmo::localservice

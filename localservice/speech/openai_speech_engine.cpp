@@ -52,9 +52,10 @@ public:
 
     [[nodiscard]] std::optional<double> measureWorkPerSecond() override { return std::nullopt; }
 
-    [[nodiscard]] SpeechOutcome transcribe(const Speech &speech, Clock::time_point deadline) override {
+    [[nodiscard]] SpeechOutcome transcribe(const Speech &speech, const Patience &patience) override {
         const Form form = formFor(speech.upload);
-        const auto limit = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        const auto limit =
+            std::chrono::duration_cast<std::chrono::milliseconds>(patience.end() - Clock::now());
         const auto reply = m_server.post(form.contentType(), form.body(), limit);
         if (!reply)
             return failed(reply.error());

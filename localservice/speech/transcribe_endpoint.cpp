@@ -26,21 +26,21 @@ Reply transcriptReply(const Transcript &transcript) {
     return {200, body};
 }
 
-Reply transcribe(EnginePool &engines, const Request &request) {
+Reply transcribe(SpeechRecognition &speech, const Request &request) {
     if (const auto wrong = faultInHeaders(request))
         return refusalReply({400, *wrong});
     auto upload = parseUpload(request.header("Content-Type").value_or(QByteArray()), request.body);
     if (!upload)
         return refusalReply({400, upload.error()});
-    const auto outcome = engines.transcribe(std::move(*upload));
+    const auto outcome = speech.transcribe(std::move(*upload), request.isAbandoned);
     return outcome ? transcriptReply(*outcome) : refusalReply(outcome.error());
 }
 
 } // namespace
 
-Endpoint transcribeEndpoint(EnginePool &engines) {
+Endpoint transcribeEndpoint(SpeechRecognition &speech) {
     return {"POST", "/api/transcribe",
-            [&engines](const Request &request) { return transcribe(engines, request); }};
+            [&speech](const Request &request) { return transcribe(speech, request); }};
 }
 
 } // namespace velmo::localservice

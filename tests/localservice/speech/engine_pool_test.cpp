@@ -33,7 +33,7 @@ public:
 
     std::optional<double> measureWorkPerSecond() override { return m_script.workPerSecond; }
 
-    SpeechOutcome transcribe(const Speech &speech, Clock::time_point) override {
+    SpeechOutcome transcribe(const Speech &speech, const Patience &) override {
         {
             const std::lock_guard lock(m_script.mutex);
             ++m_script.begun;
@@ -51,6 +51,7 @@ private:
 EngineKind heldEngines(Script &script, int instances = 1) {
     EngineKind kind;
     kind.instances = instances;
+    kind.remedy = u"Use --speech-url."_s;
     kind.make = [&script]() -> Result<std::unique_ptr<SpeechEngine>, QString> {
         const std::lock_guard lock(script.mutex);
         ++script.made;

@@ -1,7 +1,8 @@
 #include "localservice/speech/endpoints.h"
 
 #include "localservice/http/running_server.h"
-#include "localservice/speech/pocketsphinx_engine.h"
+#include "localservice/speech/engine_pool.h"
+#include "localservice/speech/pocketsphinx/pocketsphinx_engine.h"
 #include "localservice/speech/spoken.h"
 #include "localservice/speech/upload_form.h"
 

@@ -1,4 +1,4 @@
-#include "localservice/speech/probe_sound.h"
+#include "localservice/speech/pocketsphinx/probe_sound.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "localservice/speech/pocketsphinx_engine.h"
+#include "localservice/speech/pocketsphinx/pocketsphinx_engine.h"
 
-#include "localservice/speech/probe_sound.h"
+#include "localservice/speech/pocketsphinx/probe_sound.h"
 
 #include <QDir>
 #include <QFile>
@@ -22,6 +22,10 @@ constexpr int kProbeRounds = 2; // the shorter counts
 // Speech of people takes the engine longer than the probe does: 0.30 against 0.21 seconds of work a second,
 // measured on one machine.
 constexpr double kSpeechOverProbe = 1.4;
+
+constexpr auto kRemedy =
+    "Get a speech model with 'velmo-local-service models get base', or start velmo-local-service with "
+    "--speech-url to use a speech server."_L1;
 
 struct FreeDecoder {
     void operator()(ps_decoder_t *decoder) const { ps_free(decoder); }
@@ -61,7 +65,7 @@ public:
         return shortest / kProbeSeconds * kSpeechOverProbe;
     }
 
-    [[nodiscard]] SpeechOutcome transcribe(const Speech &speech, Clock::time_point) override {
+    [[nodiscard]] SpeechOutcome transcribe(const Speech &speech, const Patience &) override {
         return Transcript{asSentence(recognise(speech.sound)), u"en"_s};
     }
 
@@ -103,9 +107,8 @@ Result<std::unique_ptr<SpeechEngine>, QString> makeEngine(const QString &modelDi
 Result<Speech, Refusal> prepare(Upload upload) {
     if (!upload.languages.contains(u"en"))
         return failed(Refusal{422, u"The embedded speech engine understands English only, and "
-                                   "English is not among the selected languages. Start "
-                                   "velmo-local-service with --speech-url to use a speech server "
-                                   "that knows them."_s});
+                                   "English is not among the selected languages. "_s +
+                                       kRemedy});
     auto sound = decodeAudio(upload.audio);
     if (!sound)
         return failed(Refusal{422, sound.error()});
@@ -119,6 +122,7 @@ EngineKind pocketSphinxEngines(const QString &modelDirectory) {
     kind.description = u"embedded engine, English"_s;
     kind.instances = std::thread::hardware_concurrency() > 1 ? 2 : 1;
     kind.make = [modelDirectory] { return makeEngine(modelDirectory); };
+    kind.remedy = kRemedy;
     kind.prepare = prepare;
     return kind;
 }
