@@ -4,6 +4,7 @@
 #include "localservice/chat/endpoints.h"
 #include "localservice/embedded_speech.h"
 #include "localservice/http/server.h"
+#include "localservice/models_command.h"
 #include "localservice/options.h"
 #include "localservice/speech/endpoints.h"
 #include "localservice/speech/engine_pool.h"
@@ -83,8 +84,7 @@ Result<OpenAiAddress, QString> address(const QString &url, const QString &model,
 Result<std::unique_ptr<SpeechRecognition>, QString> speechRecognition(const Options &options,
                                                                       HttpClient &http) {
     if (options.speechUrl.isEmpty())
-        return std::make_unique<EmbeddedSpeech>(
-            ModelStore(options.modelDirectory, options.furtherModelDirectories), options.model);
+        return std::make_unique<EmbeddedSpeech>(modelStore(), options.model);
     const auto server = address(options.speechUrl, options.speechModel, "VELMO_SPEECH_API_KEY");
     if (!server)
         return failed(server.error());
@@ -168,6 +168,11 @@ void spinLittle(char **argv) {
 }
 
 int run(const QStringList &arguments) {
+    if (arguments.value(0) == u"models") {
+        const sigset_t signals = stopSignals();
+        pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+        return runModelsCommand(arguments.sliced(1), modelStore());
+    }
     const auto options = parseOptions(arguments);
     if (!options) {
         print(stderr, options.error() + u"\nTry 'velmo-local-service --help'."_s);

@@ -1,7 +1,6 @@
 #include "localservice/options.h"
 
 #include "localservice/http/openai_server.h"
-#include "localservice/models/model_store.h"
 
 #include <QCommandLineParser>
 #include <QDir>
@@ -141,18 +140,21 @@ Result<Options, QString> parseOptions(const QStringList &arguments) {
     if (const auto wrong = readDataDirectory(parser, options.dataDirectory))
         return failed(*wrong);
     options.model = readModel(parser.line.value(parser.model));
-    options.modelDirectory = ownDirectory() + u"/models"_s;
-    options.furtherModelDirectories =
-        qEnvironmentVariable("VELMO_MODELS_PATH").split(u':', Qt::SkipEmptyParts);
     options.speechModel = parser.line.value(parser.speechModel);
     options.detectLanguage = parser.line.isSet(parser.detectLanguage);
     options.chatModel = parser.line.value(parser.chatModel);
     return options;
 }
 
+ModelStore modelStore() {
+    const QString further = qEnvironmentVariable("VELMO_MODELS_PATH");
+    return {ownDirectory() + u"/models"_s, further.split(u':', Qt::SkipEmptyParts)};
+}
+
 QString helpText() {
     return Parser().line.helpText() +
-           u"\nEnvironment:\n"
+           u"\nSpeech models: velmo-local-service models --help\n"
+           "\nEnvironment:\n"
            "  VELMO_SPEECH_API_KEY   key for the server of --speech-url\n"
            "  VELMO_CHAT_API_KEY     key for the server of --chat-url\n"
            "  VELMO_MODELS_PATH      further folders with speech models, separated by colons\n"_s;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/result.h"
+#include "localservice/models/model_store.h"
 
 #include <QString>
 #include <QStringList>
@@ -19,14 +20,15 @@ struct Options {
     QString chatUrl;             ///< Of POST /v1/chat/completions; empty: no language model.
     QString chatModel;           ///< Empty: the server's own choice.
     QString dataDirectory;       ///< Absolute; of the accounts.
-    QString modelDirectory;      ///< Absolute; of the speech models.
-    QStringList furtherModelDirectories;
     bool help = false;
     bool version = false;
 };
 
 /// Reads the words after the program's name; a sentence names the one that is off.
 [[nodiscard]] Result<Options, QString> parseOptions(const QStringList &arguments);
+
+/// The speech models of this person, and of the folders that VELMO_MODELS_PATH names.
+[[nodiscard]] ModelStore modelStore();
 
 /// What --help prints.
 [[nodiscard]] QString helpText();
