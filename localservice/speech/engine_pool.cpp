@@ -137,7 +137,9 @@ Refusal EnginePool::tooSlow() const {
 }
 
 EnginePool::Seconds EnginePool::workFor(const Sound &sound) const {
-    return Seconds(sound.seconds() * m_workPerSecond.value_or(0) * kMargin);
+    // What comes in pieces needs no margin: it is seen on the way whether the time suffices.
+    const double margin = m_kind.makeCutter ? 1 : kMargin;
+    return Seconds(sound.seconds() * m_workPerSecond.value_or(0) * margin);
 }
 
 /// When a recording that comes now would have an engine for itself, by estimate.

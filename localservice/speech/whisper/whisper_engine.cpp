@@ -69,7 +69,9 @@ public:
 private:
     [[nodiscard]] QStringList wantedLanguages(const Upload &upload) const;
     [[nodiscard]] std::optional<QString> languageHeard(const QStringList &wanted, int threads) const;
-    [[nodiscard]] std::optional<QString> recognise(const std::vector<float> &samples, WhisperRun run) const;
+    [[nodiscard]] std::optional<WhisperText> mended(std::optional<WhisperText> heard,
+                                                    const std::vector<float> &samples, WhisperRun run) const;
+    [[nodiscard]] WhisperRun runFor(const Upload &upload, double seconds, const Patience &patience) const;
     [[nodiscard]] QString promptOf(const QString &words) const;
 
     LoadedModel m_loaded;
@@ -106,15 +108,24 @@ QString WhisperEngine::promptOf(const QString &words) const {
     return prompt;
 }
 
-/// The text in the language of the run; nothing when the run was ended. Where the model loses its way it looks once more,
-/// with all of its window.
-std::optional<QString> WhisperEngine::recognise(const std::vector<float> &samples, WhisperRun run) const {
-    auto heard = m_model->recognise(samples, run);
-    if (heard && run.window < WhisperModel::wholeWindow && (heard->isCutOff || repeatsItself(heard->text))) {
-        run.window = WhisperModel::wholeWindow;
-        heard = m_model->recognise(samples, run);
-    }
-    return heard ? std::optional(heard->text) : std::nullopt;
+/// Where the model has lost its way it looks once more, with all of its window.
+std::optional<WhisperText> WhisperEngine::mended(std::optional<WhisperText> heard,
+                                                 const std::vector<float> &samples, WhisperRun run) const {
+    if (!heard || run.window == WhisperModel::wholeWindow ||
+        (!heard->isCutOff && !repeatsItself(heard->text)))
+        return heard;
+    run.window = WhisperModel::wholeWindow;
+    return m_model->recognise(samples, run);
+}
+
+WhisperRun WhisperEngine::runFor(const Upload &upload, double seconds, const Patience &patience) const {
+    WhisperRun run;
+    run.prompt = promptOf(upload.prompt);
+    run.window = windowFor(seconds);
+    run.mostTokens = static_cast<int>(kTokensPerSecond * seconds) + kTokensBeside;
+    run.threads = threadsForWork();
+    run.isOver = [&patience] { return patience.isOver(); };
+    return run;
 }
 
 SpeechOutcome WhisperEngine::transcribe(const Speech &speech, const Patience &patience) {
@@ -125,27 +136,23 @@ SpeechOutcome WhisperEngine::transcribe(const Speech &speech, const Patience &pa
                          "'velmo-local-service models use'."_s});
     const auto chosen = speech.choice ? speech.choice->language() : std::nullopt;
     const std::vector<float> samples = samplesOf(speech.sound);
-    const double seconds = static_cast<double>(samples.size()) / Sound::samplesPerSecond;
-    WhisperRun run;
+    WhisperRun run =
+        runFor(speech.upload, static_cast<double>(samples.size()) / Sound::samplesPerSecond, patience);
     run.language = chosen.value_or(wanted.first());
-    run.prompt = promptOf(speech.upload.prompt);
-    run.window = windowFor(seconds);
-    run.mostTokens = static_cast<int>(kTokensPerSecond * seconds) + kTokensBeside;
-    run.threads = threadsForWork();
-    run.isOver = [&patience] { return patience.isOver(); };
 
-    auto text = recognise(samples, run);
-    if (text && !chosen && speech.voiceSeconds >= kTellingVoiceSeconds) {
+    auto heard = m_model->recognise(samples, run);
+    if (heard && !chosen && speech.voiceSeconds >= kTellingVoiceSeconds) {
         if (const auto other = wanted.size() > 1 ? languageHeard(wanted, run.threads) : std::nullopt) {
             run.language = *other;
-            text = recognise(samples, run);
+            heard = m_model->recognise(samples, run);
         }
         if (speech.choice)
             speech.choice->choose(run.language);
     }
-    if (!text)
+    heard = mended(std::move(heard), samples, run);
+    if (!heard)
         return failed(Refusal{503, u"The speech engine was not done with this recording in time."_s});
-    return Transcript{*text, run.language};
+    return Transcript{heard->text, run.language};
 }
 
 Result<Speech, Refusal> prepare(Upload upload) {
