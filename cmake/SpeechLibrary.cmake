@@ -1,6 +1,13 @@
 # The speech library whisper.cpp: the distribution's own, else the one that scripts/install-deps builds where there is none.
 # The model of its voice detector comes from there in either case, and becomes part of the program, which so finds it wherever
 # it runs.
+#
+# The fuzz targets go without: clang has no OpenMP, and the library is not ours to fuzz.
+set(VELMO_WHISPER OFF)
+if(VELMO_FUZZ)
+  return()
+endif()
+
 if(DEFINED ENV{XDG_CACHE_HOME})
   set(VELMO_SPEECH_PREFIX "$ENV{XDG_CACHE_HOME}/velmo/tools/whisper")
 else()
@@ -15,6 +22,5 @@ mark_as_advanced(VELMO_VOICE_DETECTOR)
 if(whisper_FOUND AND VELMO_VOICE_DETECTOR)
   set(VELMO_WHISPER ON)
 else()
-  set(VELMO_WHISPER OFF)
   message(STATUS "No whisper.cpp (scripts/install-deps gets it): the local service understands English alone")
 endif()

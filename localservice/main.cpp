@@ -19,6 +19,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <malloc.h>
 #include <thread>
 #include <unistd.h>
 
@@ -200,6 +201,9 @@ int main(int argc, char **argv) {
     std::signal(SIGPIPE, SIG_IGN);
     const sigset_t signals = velmo::localservice::stopSignals();
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+
+    // Each connection has a thread, and a heap for each would keep what a recording has once taken.
+    ::mallopt(M_ARENA_MAX, 2);
 
     const QCoreApplication application(argc, argv);
     return velmo::localservice::run(QCoreApplication::arguments().sliced(1));
