@@ -96,7 +96,8 @@ private:
 };
 
 bool isPlausibleHalf(qint32 width, qint32 heads, qint32 layers) {
-    return width >= 384 && width <= 1280 && heads * kHeadWidth == width && layers >= 1 && layers <= 32;
+    return width >= 384 && width <= 1280 && width % kHeadWidth == 0 && heads == width / kHeadWidth &&
+           layers >= 1 && layers <= 32;
 }
 
 } // namespace

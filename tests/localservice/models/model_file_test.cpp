@@ -37,7 +37,7 @@ TEST(ModelFile, TakesAWholeModelAndNothingElse) {
     EXPECT_TRUE(faultAfter([](M &m) { m.mark = 0x46554747; }).contains(u"no speech model"));
     for (const auto &spoil : std::initializer_list<void (*)(M &)>{
              [](M &m) { m.sizes.vocabulary = 1 << 30; }, [](M &m) { m.sizes.audioContext = -1; },
-             [](M &m) { m.sizes.audioWidth = 385; }, [](M &m) { m.sizes.audioHeads = 0; },
+             [](M &m) { m.sizes.audioWidth = 385; }, [](M &m) { m.sizes.audioHeads = 100'665'344; },
              [](M &m) { m.sizes.textLayers = 1'000'000; }, [](M &m) { m.sizes.textWidth = 512; },
              [](M &m) { m.sizes.bands = 81; }, [](M &m) { m.sizes.form = 5; },
              [](M &m) { m.sizes.form = -2000; }})
