@@ -1,5 +1,7 @@
 #include "localservice/embedded_speech.h"
 
+#include "localservice/models/model_catalogue.h"
+#include "localservice/models/model_file.h"
 #include "localservice/speech/pocketsphinx/pocketsphinx_engine.h"
 #ifdef VELMO_WHISPER
 #include "localservice/speech/whisper/whisper_engine.h"
@@ -54,6 +56,20 @@ QString EmbeddedSpeech::description() const {
     const QString engine = engines().description();
     const auto model = modelFor({});
     return hasModel() && model ? engine + u" with the model \"%1\""_s.arg(model->name) : engine;
+}
+
+SpeechFacts EmbeddedSpeech::facts() const {
+    SpeechFacts facts = engines().facts();
+    const auto model = modelFor({});
+    if (!hasModel() || !model)
+        return facts;
+    facts.model = model->name;
+    const auto sizes = checkModelFile(model->path);
+    facts.languages =
+        catalogueModel(model->name).value_or(CatalogueModel{{}, 0, velmoLanguages(), {}, {}}).languages;
+    if (sizes && !sizes->isMultilingual())
+        facts.languages = {u"en"_s};
+    return facts;
 }
 
 Result<void, QString> EmbeddedSpeech::waitUntilReady() {

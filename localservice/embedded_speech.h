@@ -17,6 +17,7 @@ public:
     ~EmbeddedSpeech() override;
 
     [[nodiscard]] QString description() const override;
+    [[nodiscard]] SpeechFacts facts() const override;
     [[nodiscard]] Result<void, QString> waitUntilReady() override;
     [[nodiscard]] bool isReady() const override;
     [[nodiscard]] std::optional<double> workPerSecond() const override;

@@ -10,13 +10,8 @@ namespace {
 
 constexpr qint64 kMebibyte = 1024LL * 1024;
 
-const QStringList &all() {
-    static const QStringList languages = {u"no"_s, u"nn"_s, u"sv"_s, u"da"_s, u"fi"_s, u"en"_s};
-    return languages;
-}
-
 CatalogueModel general(const QString &name, qint64 mebibytes, const Checksum &checksum) {
-    return {name, mebibytes * kMebibyte, all(),
+    return {name, mebibytes * kMebibyte, velmoLanguages(),
             u"https://huggingface.co/ggerganov/whisper.cpp/resolve/main/ggml-%1.bin"_s.arg(name), checksum};
 }
 
@@ -42,6 +37,11 @@ Checksum sha1(const char *hex) {
 }
 
 } // namespace
+
+const QStringList &velmoLanguages() {
+    static const QStringList languages = {u"no"_s, u"nn"_s, u"sv"_s, u"da"_s, u"fi"_s, u"en"_s};
+    return languages;
+}
 
 const std::vector<CatalogueModel> &modelCatalogue() {
     static const std::vector<CatalogueModel> models = {

@@ -27,6 +27,9 @@ struct CatalogueModel {
     [[nodiscard]] bool canBeDownloaded() const { return !checksum.hex.isEmpty(); }
 };
 
+/// The codes of the languages Velmo is made for, all of which a general model understands.
+[[nodiscard]] const QStringList &velmoLanguages();
+
 /// What the publishers' own lists name, the smallest first.
 [[nodiscard]] const std::vector<CatalogueModel> &modelCatalogue();
 [[nodiscard]] std::optional<CatalogueModel> catalogueModel(const QString &name);

@@ -5,7 +5,7 @@
 
 namespace velmo::localservice {
 
-/// GET /health: 200 and {"status": "ok"} once speech is recognised without delay, 503 while the engine is
+/// GET /health: 200 and {"status": "ok", "engine", "model", "languages"} (see SpeechFacts) once speech is recognised without delay, 503 while the engine is
 /// still loading. The recognition must outlive the endpoint.
 [[nodiscard]] Endpoint healthEndpoint(const SpeechRecognition &speech);
 

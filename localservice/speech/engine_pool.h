@@ -31,6 +31,7 @@ public:
     ~EnginePool() override;
 
     [[nodiscard]] QString description() const override { return m_kind.description; }
+    [[nodiscard]] SpeechFacts facts() const override { return m_kind.facts; }
     [[nodiscard]] Result<void, QString> waitUntilReady() override;
     [[nodiscard]] bool isReady() const override;
     [[nodiscard]] std::optional<double> workPerSecond() const override;

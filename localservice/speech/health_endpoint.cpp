@@ -1,5 +1,7 @@
 #include "localservice/speech/endpoints.h"
 
+#include <QJsonArray>
+
 using namespace Qt::StringLiterals;
 
 namespace velmo::localservice {
@@ -8,7 +10,12 @@ Endpoint healthEndpoint(const SpeechRecognition &speech) {
     return {"GET", "/health", [&speech](const Request &) {
                 if (!speech.isReady())
                     return refusalReply({503, u"The speech engine is still loading."_s});
-                return Reply{200, {{u"status"_s, u"ok"_s}}};
+                const SpeechFacts facts = speech.facts();
+                return Reply{200,
+                             {{u"status"_s, u"ok"_s},
+                              {u"engine"_s, facts.engine},
+                              {u"model"_s, facts.model},
+                              {u"languages"_s, QJsonArray::fromStringList(facts.languages)}}};
             }};
 }
 

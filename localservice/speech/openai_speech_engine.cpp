@@ -88,6 +88,7 @@ private:
 
 EngineKind openAiSpeechEngines(HttpClient &http, const SpeechServerSettings &settings) {
     EngineKind kind;
+    kind.facts = {u"server"_s};
     const QUrl url(settings.address.url);
     kind.description =
         u"speech server %1"_s.arg(url.adjusted(QUrl::RemovePath | QUrl::RemoveQuery).toString());

@@ -48,8 +48,17 @@ public:
     [[nodiscard]] virtual SpeechOutcome transcribe(const Speech &speech, const Patience &patience) = 0;
 };
 
+/// What a program can be told about an engine.
+struct SpeechFacts {
+    QString engine;     ///< "whisper", "pocketsphinx" or "server".
+    QString model = {}; ///< Its name; empty when it is not ours to know.
+    QStringList languages =
+        {}; ///< Codes of those among Velmo's that it understands; empty when that is not known.
+};
+
 /// One kind of engine: what the service is started with.
 struct EngineKind {
+    SpeechFacts facts;
     QString description; ///< For the line that says the service is ready: "embedded engine, English".
     int instances = 1;   ///< At most; as many recordings are worked on at once.
     QString remedy = {}; ///< What to do about a recording that takes it too long, in a sentence.

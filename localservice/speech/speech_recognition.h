@@ -17,6 +17,9 @@ public:
     /// For the line that says the service is ready.
     [[nodiscard]] virtual QString description() const = 0;
 
+    /// As it is now.
+    [[nodiscard]] virtual SpeechFacts facts() const = 0;
+
     /// Waits until recordings are recognised without delay; a sentence when they cannot be.
     [[nodiscard]] virtual Result<void, QString> waitUntilReady() = 0;
     [[nodiscard]] virtual bool isReady() const = 0;

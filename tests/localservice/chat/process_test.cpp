@@ -68,7 +68,7 @@ TEST(Program, EndsGracefully) {
     // Connections are taken in their order, so the first has been once this one is answered.
     RawConnection other(port);
     other.send("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n");
-    EXPECT_TRUE(other.readAll().endsWith("{\"status\":\"ok\"}"));
+    EXPECT_TRUE(other.readAll().contains("\"status\":\"ok\""));
 
     RawConnection signingIn(port);
     signingIn.send("GET /auth/authorize?state=secret HTTP/1.1\r\nHost: localhost\r\n\r\n");
