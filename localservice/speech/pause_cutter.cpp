@@ -17,8 +17,6 @@ constexpr float kGoesOn = 0.35F;
 // What is weak for less is a stop consonant.
 constexpr size_t kWeakFrames = 5;
 
-constexpr double kSilenceBefore = 0.5;
-
 size_t framesIn(double seconds) {
     return static_cast<size_t>(std::lround(seconds / VoiceDetector::frameSeconds));
 }
@@ -43,7 +41,7 @@ PauseCutter::PauseCutter(std::unique_ptr<VoiceDetector> detector, const CutLimit
     : m_detector(std::move(detector)),
       m_limits(limits),
       // Somebody who speaks at once is understood better after a moment of silence, by the detector and by the engine.
-      m_partial(framesIn(kSilenceBefore) * kFrame) {}
+      m_partial(framesIn(limits.margin) * kFrame) {}
 
 std::vector<SoundPiece> PauseCutter::append(std::span<const int16_t> samples) {
     std::vector<SoundPiece> pieces;

@@ -10,12 +10,13 @@ namespace velmo::localservice {
 
 /// In seconds.
 struct CutLimits {
-    double shortest = 4;     ///< A piece goes on for as long, whatever the pauses in it.
-    double longest = 20;     ///< Without a pause by then it is cut where the voice is weakest.
-    double pause = 0.4;      ///< Ends a piece.
-    double margin = 0.3;     ///< Kept before and after the voice: words begin and end softly.
-    double longestGap = 1;   ///< Longer pauses inside a piece are shortened to this.
-    double leastVoice = 0.1; ///< With less a piece is a click, and dropped.
+    double shortest = 4;   ///< A piece goes on for as long, whatever the pauses in it.
+    double longest = 20;   ///< Without a pause by then it is cut where the voice is weakest.
+    double pause = 0.4;    ///< Ends a piece.
+    double margin = 0.3;   ///< Kept before and after the voice: words begin and end softly.
+    double longestGap = 1; ///< Longer pauses inside a piece are shortened to this.
+    /// With less a piece is a click or a tone, and dropped: the shortest words have 0.35.
+    double leastVoice = 0.25;
 };
 
 /// Cuts speech at its pauses, so that no word is cut in two: what is left out is what nobody said anything in.

@@ -46,6 +46,11 @@ std::vector<float> samplesOf(const Sound &sound) {
     return samples;
 }
 
+/// "..." is what the model writes of sound in which it found no word.
+bool hasWords(const QString &text) {
+    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isLetterOrNumber(); });
+}
+
 class WhisperEngine final : public SpeechEngine {
 public:
     explicit WhisperEngine(const ModelSurroundings &surroundings) : m_loaded(surroundings) {}
@@ -152,7 +157,7 @@ SpeechOutcome WhisperEngine::transcribe(const Speech &speech, const Patience &pa
     heard = mended(std::move(heard), samples, run);
     if (!heard)
         return failed(Refusal{503, u"The speech engine was not done with this recording in time."_s});
-    return Transcript{heard->text, run.language};
+    return Transcript{hasWords(heard->text) ? heard->text : QString(), run.language};
 }
 
 Result<Speech, Refusal> prepare(Upload upload) {

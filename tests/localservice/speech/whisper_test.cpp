@@ -11,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <cmath>
+#include <ctime>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
@@ -134,12 +135,13 @@ TEST_F(Whisper, RecognisesWhileSomebodySpeaks) {
 }
 
 TEST_F(Whisper, EndsWhenNobodyWaitsAnyMore) {
-    const QByteArray audio = spoken(u"one two three four five six seven "_s.repeated(12));
-    const auto begun = std::chrono::steady_clock::now();
+    const QByteArray audio = spoken(u"one two three four five six seven "_s.repeated(40));
+    const std::clock_t begun = std::clock();
     const auto outcome = pool().transcribe(upload(audio, {u"en"_s}), [] { return true; });
     EXPECT_EQ(outcome.error().status, 503);
     m_pool.reset(); // waits for what is being worked on
-    EXPECT_LT(std::chrono::steady_clock::now() - begun, std::chrono::seconds(5));
+    // All of it takes 15 s of the processors' time, however busy others keep them.
+    EXPECT_LT((std::clock() - begun) / CLOCKS_PER_SEC, 5);
 }
 
 TEST_F(Whisper, FollowsItsModelsFile) {
