@@ -1,9 +1,13 @@
 #pragma once
 
+#include "base/interface.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -42,12 +46,28 @@ struct Refusal {
 /// {"error": sentence}, the form of every reply that is no success.
 [[nodiscard]] Reply refusalReply(const Refusal &refusal);
 
+/// Takes a request's body while it arrives. On the thread of its connection; dropped without `finish` when the client goes
+/// away.
+class BodyTaker : public Interface {
+public:
+    /// @return false when no more of it is wanted; `finish` then says why.
+    [[nodiscard]] virtual bool take(QByteArrayView bytes) = 0;
+
+    /// Answers, once all of the body has been taken. May wait.
+    [[nodiscard]] virtual Reply finish() = 0;
+};
+
 /// One address of the service. `answer` runs on the thread of its connection, for several connections at
 /// once, and may wait.
 struct Endpoint {
     QByteArray method; ///< "GET" (answers HEAD too), "POST" or "PUT".
     QByteArray path;   ///< As it stands, without a query: "/api/transcribe".
     std::function<Reply(const Request &)> answer;
+
+    /// Where it is given, takes bodies that come in chunks, for as long as `longestBody`; the request it is given has none
+    /// yet.
+    std::function<std::unique_ptr<BodyTaker>(const Request &)> open = {};
+    std::chrono::seconds longestBody = {};
 };
 
 } // namespace velmo::localservice

@@ -25,8 +25,9 @@ struct Part {
 };
 
 /// The names in their order; the prompt may be left out.
-constexpr std::array<QLatin1StringView, 5> kOrder = {"audio"_L1, "prompt"_L1, "language"_L1, "languages"_L1,
-                                                     "source"_L1};
+using Order = std::array<QLatin1StringView, 5>;
+constexpr Order kOrder = {"audio"_L1, "prompt"_L1, "language"_L1, "languages"_L1, "source"_L1};
+constexpr Order kLiveOrder = {"prompt"_L1, "language"_L1, "languages"_L1, "source"_L1, "audio"_L1};
 
 auto fault(const QString &sentence) {
     return failed(sentence);
@@ -93,22 +94,25 @@ qsizetype countOf(const std::vector<Part> &parts, QStringView name) {
     return std::count_if(parts.begin(), parts.end(), [name](const Part &part) { return part.name == name; });
 }
 
+QString inWords(const Order &order) {
+    return QStringList(order.begin(), order.end()).join(u", "_s);
+}
+
 /// Says which part is unknown, there twice, missing or out of its order.
-std::optional<QString> faultInOrder(const std::vector<Part> &parts) {
+std::optional<QString> faultInOrder(const std::vector<Part> &parts, const Order &order) {
     for (const Part &part : parts) {
-        if (std::find(kOrder.begin(), kOrder.end(), part.name) == kOrder.end())
+        if (std::find(order.begin(), order.end(), part.name) == order.end())
             return u"The part \"%1\" does not belong to an upload."_s.arg(part.name);
     }
     auto next = parts.begin();
-    for (const QLatin1StringView name : kOrder) {
+    for (const QLatin1StringView name : order) {
         const qsizetype count = countOf(parts, QString(name));
         if (count > 1)
             return u"The part \"%1\" is there more than once."_s.arg(name);
         if (count == 0 && name != u"prompt")
             return u"The part \"%1\" is missing."_s.arg(name);
         if (count == 1 && (next++)->name != name)
-            return u"The part \"%1\" is out of its order (audio, prompt, language, languages, "
-                   "source)."_s.arg(name);
+            return u"The part \"%1\" is out of its order (%2)."_s.arg(name, inWords(order));
     }
     return std::nullopt;
 }
@@ -182,16 +186,11 @@ std::optional<QString> readText(const Part &part, Upload &upload) {
     return std::nullopt;
 }
 
-} // namespace
-
-Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteArray &body) {
-    const auto boundary = boundaryOf(contentType);
-    if (!boundary)
-        return fault(boundary.error());
-    const auto parts = partsOf(body, *boundary);
+Result<Upload, QString> uploadFrom(QByteArrayView body, const QByteArray &boundary, const Order &order) {
+    const auto parts = partsOf(body, boundary);
     if (!parts)
         return fault(parts.error());
-    if (const auto wrong = faultInOrder(*parts))
+    if (const auto wrong = faultInOrder(*parts, order))
         return fault(*wrong);
 
     Upload upload;
@@ -201,6 +200,31 @@ Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteAr
             return fault(*wrong);
     }
     return upload;
+}
+
+} // namespace
+
+Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteArray &body) {
+    return boundaryOf(contentType).and_then([&body](const QByteArray &boundary) {
+        return uploadFrom(body, boundary, kOrder);
+    });
+}
+
+qsizetype live::startOfAudio(QByteArrayView body) {
+    const qsizetype audio = body.indexOf("name=\"audio\"");
+    const qsizetype end = audio < 0 ? -1 : body.indexOf("\r\n\r\n", audio);
+    return end < 0 ? -1 : end + 4;
+}
+
+Result<Upload, QString> live::parseStart(const QByteArray &contentType, QByteArrayView start) {
+    return boundaryOf(contentType).and_then([&](const QByteArray &boundary) {
+        return uploadFrom(start.toByteArray() + endOfBody(contentType), boundary, kLiveOrder);
+    });
+}
+
+QByteArray live::endOfBody(const QByteArray &contentType) {
+    const auto boundary = boundaryOf(contentType);
+    return boundary ? "\r\n--" + *boundary + "--\r\n" : QByteArray();
 }
 
 } // namespace velmo::localservice

@@ -28,4 +28,19 @@ struct Upload {
 /// So a client that strays from the form learns it here, and from a sentence that names the piece at fault.
 [[nodiscard]] Result<Upload, QString> parseUpload(const QByteArray &contentType, const QByteArray &body);
 
+/// The same upload of a recording that is still being made has the part audio at its end, so that all else is known before
+/// the first sound.
+namespace live {
+
+/// Where the recording begins in a body of which this has come; -1: not yet.
+[[nodiscard]] qsizetype startOfAudio(QByteArrayView body);
+
+/// Takes what stands before the recording apart.
+[[nodiscard]] Result<Upload, QString> parseStart(const QByteArray &contentType, QByteArrayView start);
+
+/// What stands behind it; empty when the type is none of an upload's.
+[[nodiscard]] QByteArray endOfBody(const QByteArray &contentType);
+
+} // namespace live
+
 } // namespace velmo::localservice

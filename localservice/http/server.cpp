@@ -32,7 +32,7 @@ ServerLimits withRoomForHeaders(ServerLimits limits) {
 
 /// When this thread's exchange began, and on which connection; a thread serves one at a time.
 thread_local Clock::time_point t_began;
-thread_local const SocketStream *t_stream = nullptr;
+thread_local SocketStream *t_stream = nullptr;
 
 void reuseAddress(socket_t socket) {
     // By default the library shares the port with whoever listens there already (SO_REUSEPORT), and requests
@@ -116,6 +116,8 @@ private:
     [[nodiscard]] QByteArrayList methodsOf(const std::string &path) const;
     void answer(const Endpoint &endpoint, const httplib::Request &request, httplib::Response &response,
                 const httplib::ContentReader &readBody) const;
+    static void answerWhileItComes(const Endpoint &endpoint, const httplib::Request &request,
+                                   httplib::Response &response, const httplib::ContentReader &readBody);
     void logExchange(const httplib::Request &request, const httplib::Response &response) const;
 
     const ServerLimits m_limits;
@@ -169,7 +171,10 @@ void Server::Http::add(const Endpoint &endpoint) {
     }
     const auto handler = [this, endpoint](const httplib::Request &request, httplib::Response &response,
                                           const httplib::ContentReader &readBody) {
-        answer(endpoint, request, response, readBody);
+        if (endpoint.open && request.has_header("Transfer-Encoding"))
+            answerWhileItComes(endpoint, request, response, readBody);
+        else
+            answer(endpoint, request, response, readBody);
     };
     if (endpoint.method == "PUT")
         Put(path, handler);
@@ -221,6 +226,21 @@ void Server::Http::answer(const Endpoint &endpoint, const httplib::Request &requ
         write(response, refusalReply({408, u"The request did not arrive whole in time."_s}));
     else
         write(response, endpoint.answer(requestFrom(request, std::move(body))));
+}
+
+void Server::Http::answerWhileItComes(const Endpoint &endpoint, const httplib::Request &request,
+                                      httplib::Response &response, const httplib::ContentReader &readBody) {
+    t_stream->receiveFor(endpoint.longestBody);
+    const std::unique_ptr<BodyTaker> taker = endpoint.open(requestFrom(request, {}));
+    bool isWanted = true;
+    const bool isWhole = readBody([&](const char *bytes, size_t count) {
+        isWanted = taker->take({bytes, static_cast<qsizetype>(count)});
+        return isWanted;
+    });
+    if (isWhole || !isWanted)
+        write(response, taker->finish());
+    else
+        write(response, refusalReply({408, u"The request did not arrive whole in time."_s}));
 }
 
 void Server::Http::logExchange(const httplib::Request &request, const httplib::Response &response) const {

@@ -34,6 +34,9 @@ public:
     /// Whether the client has closed the connection, all its bytes having been read.
     [[nodiscard]] bool isClosedByClient() const;
 
+    /// The request may take so long to arrive, from now on.
+    void receiveFor(std::chrono::milliseconds duration) { m_receiveUntil = Clock::now() + duration; }
+
     [[nodiscard]] bool is_readable() const override;
     [[nodiscard]] bool is_writable() const override;
     ssize_t read(char *into, size_t size) override;

@@ -92,6 +92,8 @@ private:
     [[nodiscard]] bool receive();
     [[nodiscard]] std::optional<ReceivedRequest> receiveHead();
     [[nodiscard]] bool receiveBody(ReceivedRequest &request);
+    [[nodiscard]] std::optional<QByteArray> receiveLine();
+    [[nodiscard]] std::optional<QByteArray> receiveBytes(qsizetype count);
     [[nodiscard]] bool write(const Reaction &reaction) const;
     void end(Reaction::Then then);
 
@@ -146,14 +148,39 @@ std::optional<ReceivedRequest> ScriptedServer::Connection::receiveHead() {
 }
 
 bool ScriptedServer::Connection::receiveBody(ReceivedRequest &request) {
-    const qsizetype length = request.header("Content-Length").value_or("0").toLongLong();
-    while (m_received.size() < length) {
-        if (!receive())
-            return false;
+    if (request.header("Transfer-Encoding") != "chunked") {
+        const auto body = receiveBytes(request.header("Content-Length").value_or("0").toLongLong());
+        request.body = body.value_or(QByteArray());
+        return body.has_value();
     }
-    request.body = m_received.first(length);
-    m_received.remove(0, length);
+    for (qsizetype size = 1; size > 0;) {
+        const auto line = receiveLine();
+        size = line ? line->toLongLong(nullptr, 16) : 0;
+        const auto chunk = line ? receiveBytes(size + 2) : std::nullopt;
+        if (!chunk)
+            return false;
+        request.body += chunk->chopped(2);
+    }
     return true;
+}
+
+std::optional<QByteArray> ScriptedServer::Connection::receiveLine() {
+    qsizetype end = -1;
+    while ((end = m_received.indexOf("\r\n")) < 0) {
+        if (!receive())
+            return std::nullopt;
+    }
+    return receiveBytes(end + 2)->chopped(2);
+}
+
+std::optional<QByteArray> ScriptedServer::Connection::receiveBytes(qsizetype count) {
+    while (m_received.size() < count) {
+        if (!receive())
+            return std::nullopt;
+    }
+    QByteArray bytes = m_received.first(count);
+    m_received.remove(0, count);
+    return bytes;
 }
 
 bool ScriptedServer::Connection::write(const Reaction &reaction) const {

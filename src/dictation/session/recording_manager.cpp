@@ -81,7 +81,7 @@ void RecordingManager::beginRecording(bool granted) {
 
     const auto started = m_with.recorder.startRecording();
     if (started) {
-        recordingStarted();
+        recordingStarted(*started);
         return;
     }
     const QString message = u"Failed to start recording: "_s + started.error().description;
@@ -98,13 +98,14 @@ void RecordingManager::failStart(const QString &message) {
     }));
 }
 
-void RecordingManager::recordingStarted() {
+void RecordingManager::recordingStarted(const QString &path) {
     m_recordingStartTime = m_with.queue.now();
     setState(State::recording);
     setErrorMessage({});
     log(LogTag::Flow, u"Recording started"_s);
     m_with.sounds.play(SoundCue::Tink);
     keepServiceWarm();
+    m_with.transcriptionClient.follow(path, buildTranscriptionSettings());
 }
 
 void RecordingManager::keepServiceWarm() {
@@ -123,6 +124,7 @@ void RecordingManager::stopRecording() {
     const auto path = m_with.recorder.stopRecording();
     if (!path) {
         log(LogTag::Flow, u"No recording to stop"_s);
+        m_with.transcriptionClient.abandon();
         setState(State::idle);
         return;
     }
@@ -134,6 +136,7 @@ void RecordingManager::stopRecording() {
     m_with.sounds.play(SoundCue::Pop);
     if (dictation.durationSeconds < kShortestSeconds) {
         log(LogTag::Flow, u"Recording too short, discarding"_s);
+        m_with.transcriptionClient.abandon();
         m_with.recorder.deleteRecording(*path);
         setState(State::idle);
         return;
@@ -150,6 +153,7 @@ void RecordingManager::cancelRecording() {
     if (m_state != State::recording)
         return;
     m_warmTimer.reset();
+    m_with.transcriptionClient.abandon();
     if (const auto path = m_with.recorder.stopRecording())
         m_with.recorder.deleteRecording(*path);
     log(LogTag::Flow, u"Recording cancelled by user"_s);

@@ -98,7 +98,7 @@ private:
 
     void beginRecording(bool granted);
     void failStart(const QString &message);
-    void recordingStarted();
+    void recordingStarted(const QString &path);
     void keepServiceWarm();
     [[nodiscard]] double secondsRecorded() const;
     template <class Handler>

@@ -49,6 +49,7 @@ public:
     /// Without a completion the outcome is nobody's business.
     void enqueue(HttpRequest request, Completion completion);
     void waitUntilIdle();
+    void wake() { curl_multi_wakeup(m_multi.get()); }
 
 private:
     struct Queued {
@@ -69,7 +70,8 @@ private:
     void startQueued();
     void start(Queued queued);
     void finishDone();
-    void endStalled();
+    void resumeGrowing();
+    void endOverdue();
     void endAll();
     void finish(CURL *handle, CURLcode code);
     void end(CURL *handle, const TransportFailure &failure);
@@ -94,7 +96,7 @@ HttpClient::Worker::~Worker() {
         const std::lock_guard lock(m_mutex);
         m_ending = true;
     }
-    curl_multi_wakeup(m_multi.get());
+    wake();
     m_thread.join();
 }
 
@@ -105,7 +107,7 @@ void HttpClient::Worker::enqueue(HttpRequest request, Completion completion) {
             ++m_awaited;
         m_queued.push_back({std::move(request), std::move(completion)});
     }
-    curl_multi_wakeup(m_multi.get());
+    wake();
 }
 
 void HttpClient::Worker::waitUntilIdle() {
@@ -117,10 +119,11 @@ void HttpClient::Worker::run() {
     blockSignals();
     while (!isEnding()) {
         startQueued();
+        resumeGrowing();
         int running = 0;
         curl_multi_perform(m_multi.get(), &running);
         finishDone();
-        endStalled();
+        endOverdue();
         const int longestWait = m_running.empty() ? kForeverMs : kSamplePeriodMs;
         curl_multi_poll(m_multi.get(), nullptr, 0, longestWait, nullptr);
     }
@@ -166,13 +169,18 @@ void HttpClient::Worker::finishDone() {
     }
 }
 
-void HttpClient::Worker::endStalled() {
-    std::vector<CURL *> stalled;
+void HttpClient::Worker::resumeGrowing() {
+    for (const auto &[handle, running] : m_running)
+        running.exchange->resume();
+}
+
+void HttpClient::Worker::endOverdue() {
+    std::vector<CURL *> overdue;
     for (const auto &[handle, running] : m_running) {
-        if (running.exchange->hasStalled(HttpExchange::Clock::now()))
-            stalled.push_back(handle);
+        if (running.exchange->isOverdue(HttpExchange::Clock::now()))
+            overdue.push_back(handle);
     }
-    for (CURL *handle : stalled)
+    for (CURL *handle : overdue)
         end(handle, timedOut());
 }
 
@@ -227,6 +235,10 @@ HttpClient::Worker &HttpClient::worker() {
 
 void HttpClient::send(HttpRequest request, Completion completion) {
     worker().enqueue(std::move(request), std::move(completion));
+}
+
+void HttpClient::lookForMore() {
+    worker().wake();
 }
 
 void HttpClient::warm(const QString &origin) {

@@ -31,6 +31,9 @@ public:
     /// Any thread; returns at once.
     void send(HttpRequest request, Completion completion);
 
+    /// A growing body has become whole or is abandoned: it is asked at once, not at its next turn. Any thread.
+    void lookForMore();
+
     /// Opens a connection to the origin ("https://host[:port]") ahead of need, with a HEAD request for its
     /// root that carries no header of ours but the user agent. Its outcome is ignored. Any thread.
     void warm(const QString &origin);

@@ -85,7 +85,8 @@ std::unique_ptr<HttpExchange> HttpExchange::create(HttpRequest request, const Ht
 HttpExchange::HttpExchange(HttpRequest request) : m_request(std::move(request)), m_handle(curl_easy_init()) {
     CURL *curl = handle();
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, milliseconds(m_request.limits.whole));
+    if (!m_request.growingBody)
+        curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, milliseconds(m_request.limits.whole));
     // An exchange given up during the name look-up leaves the look-up to its own thread. Without this libcurl
     // waits for it (up to half a minute), and every other exchange with it.
     curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);
@@ -98,16 +99,24 @@ void HttpExchange::setMethodAndBody() {
     if (method == "HEAD") {
         curl_easy_setopt(curl, CURLOPT_NOBODY, 1L);
     } else if (m_request.body || method != "GET") {
-        curl_easy_setopt(curl, CURLOPT_POST, 1L);
-        curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE,
-                         static_cast<curl_off_t>(m_request.body.value_or(QByteArray()).size()));
-        // No function to seek: libcurl can never begin the body again.
-        curl_easy_setopt(curl, CURLOPT_READFUNCTION, &HttpExchange::giveBody);
-        curl_easy_setopt(curl, CURLOPT_READDATA, this);
+        setBody();
     }
     curl_easy_setopt(curl, CURLOPT_CUSTOMREQUEST, method.constData());
     curl_easy_setopt(curl, CURLOPT_PREREQFUNCTION, &HttpExchange::allowOneRequest);
     curl_easy_setopt(curl, CURLOPT_PREREQDATA, this);
+}
+
+void HttpExchange::setBody() {
+    CURL *curl = handle();
+    curl_easy_setopt(curl, CURLOPT_POST, 1L);
+    if (m_request.growingBody)
+        appendHeader("Transfer-Encoding: chunked");
+    else
+        curl_easy_setopt(curl, CURLOPT_POSTFIELDSIZE_LARGE,
+                         static_cast<curl_off_t>(m_request.body.value_or(QByteArray()).size()));
+    // No function to seek: libcurl can never begin the body again.
+    curl_easy_setopt(curl, CURLOPT_READFUNCTION, &HttpExchange::giveBody);
+    curl_easy_setopt(curl, CURLOPT_READDATA, this);
 }
 
 void HttpExchange::setHeaders() {
@@ -144,7 +153,23 @@ bool HttpExchange::hasHeader(const char *name) const {
     });
 }
 
-bool HttpExchange::hasStalled(Clock::time_point now) {
+void HttpExchange::resume() {
+    if (std::exchange(m_isPaused, false))
+        curl_easy_pause(handle(), CURLPAUSE_CONT);
+}
+
+bool HttpExchange::isOverdue(Clock::time_point now) {
+    if (const auto &body = m_request.growingBody) {
+        if (body->isAbandoned())
+            return true;
+        const auto wholeSince = body->wholeSince();
+        if (!wholeSince) {
+            m_lastProgress = now;
+            return false;
+        }
+        if (now - *wholeSince >= m_request.limits.whole)
+            return true;
+    }
     const curl_off_t moved = bytesMoved();
     if (moved != m_lastBytesMoved) {
         m_lastBytesMoved = moved;
@@ -171,6 +196,8 @@ HttpOutcome HttpExchange::takeOutcome(CURLcode code) {
 
 size_t HttpExchange::giveBody(char *buffer, size_t size, size_t count, void *exchange) {
     auto *self = static_cast<HttpExchange *>(exchange);
+    if (self->m_request.growingBody)
+        return self->giveGrowingBody(buffer, size * count);
     if (!self->m_request.body)
         return 0;
     const QByteArray &body = *self->m_request.body;
@@ -178,6 +205,14 @@ size_t HttpExchange::giveBody(char *buffer, size_t size, size_t count, void *exc
     std::memcpy(buffer, body.constData() + self->m_bodySent, given);
     self->m_bodySent += static_cast<qsizetype>(given);
     return given;
+}
+
+size_t HttpExchange::giveGrowingBody(char *buffer, size_t size) {
+    GrowingBody &body = *m_request.growingBody;
+    const bool isWhole = body.wholeSince().has_value(); // asked first: what is added until then is read below
+    const qsizetype given = body.read(buffer, static_cast<qsizetype>(size));
+    m_isPaused = given == 0 && !isWhole;
+    return m_isPaused ? CURL_READFUNC_PAUSE : static_cast<size_t>(given);
 }
 
 size_t HttpExchange::takeHead(char *, size_t size, size_t count, void *exchange) {

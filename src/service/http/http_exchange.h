@@ -20,10 +20,14 @@ public:
 
     [[nodiscard]] CURL *handle() const { return m_handle.get(); }
 
-    /// Takes note of how far the exchange has come; whether it stood still for as long as its idle limit.
-    /// Called a few times a second: libcurl's own low-speed limit counts whole seconds and also the time the
-    /// server thinks before it reads.
-    [[nodiscard]] bool hasStalled(Clock::time_point now);
+    /// Goes on with a growing body that had nothing to give.
+    void resume();
+
+    /// Takes note of how far the exchange has come; whether it stood still for as long as its idle limit, or
+    /// its growing body is abandoned or was whole for as long as the exchange may take. Called a few times a
+    /// second: libcurl's own low-speed limit counts whole seconds and also the time the server thinks before it
+    /// reads.
+    [[nodiscard]] bool isOverdue(Clock::time_point now);
 
     /// What became of it, given how libcurl ended it. The reply's body is handed over.
     [[nodiscard]] HttpOutcome takeOutcome(CURLcode code);
@@ -39,11 +43,13 @@ private:
     explicit HttpExchange(HttpRequest request);
 
     void setMethodAndBody();
+    void setBody();
     void setHeaders();
     void setReceivers();
     void appendHeader(const QByteArray &line);
     [[nodiscard]] bool hasHeader(const char *name) const;
     [[nodiscard]] curl_off_t bytesMoved() const;
+    size_t giveGrowingBody(char *buffer, size_t size);
 
     static size_t giveBody(char *buffer, size_t size, size_t count, void *exchange);
     static size_t takeHead(char *data, size_t size, size_t count, void *exchange);
@@ -54,6 +60,7 @@ private:
     std::unique_ptr<CURL, EasyCleanup> m_handle;
     std::unique_ptr<curl_slist, ListCleanup> m_headers;
     qsizetype m_bodySent = 0;
+    bool m_isPaused = false;
     qsizetype m_headSize = 0;
     QByteArray m_replyBody;
     bool m_requestBegun = false;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/interface.h"
 #include "base/result.h"
 
 #include <QByteArray>
 #include <QString>
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -20,10 +22,26 @@ struct HttpLimits {
     std::optional<std::chrono::milliseconds> idle;
 };
 
+/// A body that is sent while it comes to be, in chunks (RFC 9112, 7.1). Asked on the client's thread, a few times a
+/// second and whenever `HttpClient::lookForMore` says so.
+class GrowingBody : public Interface {
+public:
+    /// Copies what has come since, at most that much.
+    /// @return how much; 0 while there is nothing more.
+    [[nodiscard]] virtual qsizetype read(char *into, qsizetype most) = 0;
+
+    /// Since when nothing more is added; `read` gives what is left of it. All limits of the exchange count from there:
+    /// how long the body takes to come is nobody's fault.
+    [[nodiscard]] virtual std::optional<std::chrono::steady_clock::time_point> wholeSince() const = 0;
+
+    /// Whether nobody wants the exchange any more: it is ended, its outcome means nothing.
+    [[nodiscard]] virtual bool isAbandoned() const = 0;
+};
+
 using HttpHeaders = std::vector<std::pair<QByteArray, QByteArray>>;
 
 /// One exchange. Headers go out as given, in order; the client adds only Host, User-Agent and, where there is
-/// or could be a body, Content-Length. Control characters cannot stand in a header and are left out of it, so
+/// or could be a body, Content-Length or Transfer-Encoding. Control characters cannot stand in a header and are left out of it, so
 /// a value from outside cannot become a header of its own.
 struct HttpRequest {
     QByteArray method; ///< "GET", "POST", "PUT"; a POST or PUT without a body has the length 0.
@@ -31,6 +49,7 @@ struct HttpRequest {
     HttpHeaders headers;
     std::optional<QByteArray> body;
     HttpLimits limits;
+    std::shared_ptr<GrowingBody> growingBody = {}; ///< In place of `body`, of a POST.
 };
 
 struct HttpReply {

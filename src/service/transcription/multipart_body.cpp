@@ -36,15 +36,17 @@ QByteArray startOf(const QByteArray &boundary, const QString &path) {
            quotable(extension) + '"' + kLineEnd + "Content-Type: " + type + kLineEnd + kLineEnd;
 }
 
-/// Closes it; then the other parts.
-QByteArray endOf(const QByteArray &boundary, const TranscriptionSettings &settings) {
-    QByteArray end = kLineEnd;
+QByteArray fieldsOf(const QByteArray &boundary, const TranscriptionSettings &settings) {
+    QByteArray fields;
     if (settings.prompt && !settings.prompt->isEmpty())
-        end += field(boundary, "prompt", settings.prompt->toUtf8());
-    end += field(boundary, "language", settings.language.toUtf8());
-    end += field(boundary, "languages", languagesJson(settings.languages));
-    end += field(boundary, "source", "mac");
-    return end + "--" + boundary + "--" + kLineEnd;
+        fields += field(boundary, "prompt", settings.prompt->toUtf8());
+    fields += field(boundary, "language", settings.language.toUtf8());
+    fields += field(boundary, "languages", languagesJson(settings.languages));
+    return fields += field(boundary, "source", "mac");
+}
+
+QByteArray lastDelimiter(const QByteArray &boundary) {
+    return "--" + boundary + "--" + kLineEnd;
 }
 
 } // namespace
@@ -61,7 +63,7 @@ QByteArray multipartContentType(const QByteArray &boundary) {
 std::optional<QByteArray> multipartBody(const QByteArray &boundary, const QString &path, QIODevice &recording,
                                         const TranscriptionSettings &settings) {
     QByteArray body = startOf(boundary, path);
-    const QByteArray end = endOf(boundary, settings);
+    const QByteArray end = kLineEnd + fieldsOf(boundary, settings) + lastDelimiter(boundary);
     const qsizetype start = body.size();
     const qint64 size = recording.size();
     body.reserve(start + size + end.size());
@@ -71,6 +73,15 @@ std::optional<QByteArray> multipartBody(const QByteArray &boundary, const QStrin
         return std::nullopt;
     body.resize(start + read);
     return body += end;
+}
+
+QByteArray liveBodyStart(const QByteArray &boundary, const QString &path,
+                         const TranscriptionSettings &settings) {
+    return fieldsOf(boundary, settings) + startOf(boundary, path);
+}
+
+QByteArray liveBodyEnd(const QByteArray &boundary) {
+    return kLineEnd + lastDelimiter(boundary);
 }
 
 QByteArray languagesJson(const QString &languages) {

@@ -23,6 +23,12 @@ namespace velmo {
                                                       QIODevice &recording,
                                                       const TranscriptionSettings &settings);
 
+/// The same upload for a recording that is still being made: the parts that are known come first, "audio" last. What
+/// stands before the recording's bytes, and behind them.
+[[nodiscard]] QByteArray liveBodyStart(const QByteArray &boundary, const QString &path,
+                                       const TranscriptionSettings &settings);
+[[nodiscard]] QByteArray liveBodyEnd(const QByteArray &boundary);
+
 /// The selected codes as a JSON array: "no, sv ,,da" becomes ["no","sv","","da"]. Blanks around a code go,
 /// line breaks and empty codes stay.
 [[nodiscard]] QByteArray languagesJson(const QString &languages);

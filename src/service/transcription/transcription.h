@@ -34,7 +34,15 @@ public:
     /// A recording has begun (or goes on): whatever an upload will need can be got ready. Returns at once.
     virtual void prepare() = 0;
 
-    /// Any thread; the completion comes exactly once: for a file that is missing, too small, too large or
+    /// A recording that is being written to the path can be uploaded while it grows, so that after its end little is left
+    /// to do. The next `transcribe` is told of the same path and settings, or `abandon` is called. Main thread; returns at
+    /// once.
+    virtual void follow(const QString &path, const TranscriptionSettings &settings) = 0;
+
+    /// What is followed will not be transcribed. Main thread.
+    virtual void abandon() = 0;
+
+    /// Main thread; the completion comes exactly once: for a file that is missing, too small, too large or
     /// cannot be opened before this returns, on the caller's thread; for everything else on another thread. The file is read,
     /// never removed; once this has returned it may be.
     virtual void transcribe(const QString &path, const TranscriptionSettings &settings,

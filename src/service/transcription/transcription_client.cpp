@@ -4,6 +4,7 @@
 #include "base/json.h"
 #include "base/log.h"
 #include "service/http/http_client.h"
+#include "service/transcription/live_upload.h"
 #include "service/transcription/multipart_body.h"
 #include "service/wire/service_reply.h"
 #include "service/wire/session_interfaces.h"
@@ -47,7 +48,7 @@ OpenRecording openRecording(const QString &path) {
     return file;
 }
 
-void logUpload(const QString &path, qsizetype bodySize) {
+void logUpload(const QString &path, qint64 bodySize) {
     log(LogTag::Latency,
         u"Uploading %1KB audio (%2KB total) to Whisper"_s.arg(QFileInfo(path).size() / kKilobyte)
             .arg(bodySize / kKilobyte));
@@ -70,6 +71,46 @@ TranscriptionResult resultOf(const HttpOutcome &outcome, Clock::time_point sent)
     return objectOf(outcome).and_then(transcriptOf);
 }
 
+/// What an upload in the usual way needs; the client may be gone when a live one turns out to be broken.
+struct Upload {
+    ServiceOrigin origin;
+    HttpClient &http;
+    std::optional<HttpLimits> limits;
+    std::shared_ptr<QFile> file;
+    TranscriptionSettings settings;
+    Transcriber::Completion completion;
+
+    void send(const RequestSender &sender) const;
+};
+
+/// Whether the live upload brings the answer.
+bool finishLive(LiveUpload &live, const Upload &upload) {
+    const auto size = live.sizeIfSending(*upload.file, upload.settings);
+    if (!size)
+        return false;
+    logUpload(upload.file->fileName(), *size);
+    const auto answered = [completion = upload.completion, sent = Clock::now()](const HttpOutcome &outcome) {
+        completion(resultOf(outcome, sent));
+    };
+    return live.finish({answered, [upload](const RequestSender &sender) { upload.send(sender); }});
+}
+
+void Upload::send(const RequestSender &sender) const {
+    const QByteArray boundary = newBoundary();
+    auto body = multipartBody(boundary, file->fileName(), *file, settings);
+    if (!body) {
+        completion(failed(TranscriptionError::fileNotFound()));
+        return;
+    }
+    logUpload(file->fileName(), body->size());
+    HttpRequest request = serviceRequest(RequestKind::Transcription, origin, sender,
+                                         {std::move(body), multipartContentType(boundary)});
+    request.limits = limits.value_or(request.limits);
+    http.send(std::move(request), [completion = completion, sent = Clock::now()](const HttpOutcome &outcome) {
+        completion(resultOf(outcome, sent));
+    });
+}
+
 } // namespace
 
 TranscriptionClient::TranscriptionClient(ServiceOrigin origin, HttpClient &http, TokenSource &tokens,
@@ -82,41 +123,43 @@ TranscriptionClient::TranscriptionClient(ServiceOrigin origin, HttpClient &http,
     m_worker.setMaxThreadCount(1);
 }
 
+TranscriptionClient::~TranscriptionClient() {
+    abandon();
+}
+
 void TranscriptionClient::prepare() {
     m_tokens.prepareToken();
+    m_http.warm(m_origin.baseURL());
+}
+
+void TranscriptionClient::follow(const QString &path, const TranscriptionSettings &settings) {
+    abandon();
     if (!m_origin.isThisMachine())
-        m_http.warm(m_origin.baseURL());
+        return;
+    m_live = std::make_shared<LiveUpload>(m_origin, m_http, m_limits, settings, path);
+    m_worker.start([this, live = m_live] { live->begin(senderOfUpload(m_tokens, m_preferences)); });
+}
+
+void TranscriptionClient::abandon() {
+    if (const auto live = std::exchange(m_live, nullptr))
+        live->abandon();
 }
 
 void TranscriptionClient::transcribe(const QString &path, const TranscriptionSettings &settings,
                                      Completion completion) {
     const OpenRecording file = openRecording(path);
     if (!file) {
+        abandon();
         completion(failed(file.error()));
         return;
     }
-    m_worker.start([this, file = *file, settings, completion = std::move(completion)] {
-        upload(*file, settings, completion);
-    });
-}
-
-void TranscriptionClient::upload(QFile &file, const TranscriptionSettings &settings,
-                                 const Completion &completion) {
-    const RequestSender sender = senderOfUpload(m_tokens, m_preferences);
-    const QByteArray boundary = newBoundary();
-    auto body = multipartBody(boundary, file.fileName(), file, settings);
-    if (!body) {
-        completion(failed(TranscriptionError::fileNotFound()));
+    Upload upload{m_origin, m_http, m_limits, *file, settings, std::move(completion)};
+    const auto live = std::exchange(m_live, nullptr);
+    if (live && finishLive(*live, upload))
         return;
-    }
-    logUpload(file.fileName(), body->size());
-    HttpRequest request = serviceRequest(RequestKind::Transcription, m_origin, sender,
-                                         {std::move(body), multipartContentType(boundary)});
-    request.limits = m_limits.value_or(request.limits);
-    // The client may be gone when the outcome comes: the completion needs nothing of it.
-    m_http.send(std::move(request), [completion, sent = Clock::now()](const HttpOutcome &outcome) {
-        completion(resultOf(outcome, sent));
-    });
+    if (live)
+        live->abandon();
+    m_worker.start([this, upload] { upload.send(senderOfUpload(m_tokens, m_preferences)); });
 }
 
 } // namespace velmo

@@ -81,6 +81,7 @@ protected:
 
 TEST_F(RecordingManagerTest, TakesADictationFromStartToInsertedText) {
     record(4200ms);
+    EXPECT_EQ(transcriber.followed, u"recording.wav"_s);
     EXPECT_EQ(manager->state(), State::transcribing);
     queue.advance(1500ms);
     transcript(" \n hei  på\ndeg ", u"no"_s);
@@ -193,6 +194,7 @@ TEST_F(RecordingManagerTest, DiscardsRecordingsUnderThreeTenthsOfASecond) {
     record(299ms);
     EXPECT_TRUE(log.contains(u"🎙️ [Flow] Recording stopped — duration: 0.3s"_s));
     EXPECT_TRUE(log.contains(u"🎙️ [Flow] Recording too short, discarding"_s));
+    EXPECT_EQ(transcriber.followed, QString());
     EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Pop));
     EXPECT_EQ(recorder.deleted, QStringList{u"recording.wav"_s});
     EXPECT_EQ(manager->state(), State::idle);
@@ -217,6 +219,7 @@ TEST_F(RecordingManagerTest, EndsWhenTheRecorderHadNothing) {
         EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] "_s + line);
         EXPECT_EQ(manager->state(), State::idle);
         EXPECT_THAT(recorder.deleted, IsEmpty());
+        EXPECT_EQ(transcriber.followed, QString());
     }
 }
 
@@ -227,6 +230,7 @@ TEST_F(RecordingManagerTest, ThrowsACancelledRecordingAway) {
     queue.runPosted();
 
     EXPECT_EQ(log.lines().last(), u"🎙️ [Flow] Recording cancelled by user"_s);
+    EXPECT_EQ(transcriber.followed, QString());
     EXPECT_THAT(sounds.played, ElementsAre(SoundCue::Tink, SoundCue::Funk));
     EXPECT_EQ(recorder.deleted, QStringList{u"recording.wav"_s});
     EXPECT_EQ(manager->state(), State::idle);

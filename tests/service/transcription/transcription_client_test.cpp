@@ -16,7 +16,9 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -268,23 +270,151 @@ TEST_F(TranscriptionClientTest, ReadsTheRecordingThoughItIsRemovedAtOnce) {
     EXPECT_TRUE(server.requests().front().body.contains(bytes(100'000)));
 }
 
-TEST_F(TranscriptionClientTest, OpensAConnectionAheadUnlessTheServiceIsOnThisMachine) {
+TEST_F(TranscriptionClientTest, OpensAConnectionAhead) {
     HttpClient http;
-    TranscriptionClient local(originAt(server.origin()), http, token, preferences);
-    local.prepare();
+    TranscriptionClient client(originAt(server.origin()), http, token, preferences);
+    client.prepare();
+    server.waitForReplies(1);
     server.answer(kPath, 200, "{\"text\":\"hei\"}");
     CompletionProbe<TranscriptionResult> probe;
-    local.transcribe(recording(1000), settings, probe.callback());
+    client.transcribe(recording(1000), settings, probe.callback());
     EXPECT_TRUE(probe.outcome());
+    EXPECT_EQ(server.requests().front().head.first(8), "HEAD / H");
     EXPECT_EQ(server.connections(), 1);
-    EXPECT_EQ(server.requests().size(), 1U);
+    EXPECT_EQ(token.prepared, 1);
+}
 
-    // By its name this host is another machine.
-    const QString port = server.origin().section(u':', -1);
-    TranscriptionClient remote(originAt(u"https://here.velmo.example:"_s + port), http, token, preferences);
-    remote.prepare();
-    server.waitForConnections(2);
-    EXPECT_EQ(token.prepared, 2);
+// While the recording is being made
+
+class LiveUploadTest : public TranscriptionClientTest {
+protected:
+    LiveUploadTest() { server.answer("/health", 200, "{\"status\":\"ok\",\"liveUpload\":true}"); }
+
+    /// More is written to the recording, as the recorder does.
+    void grow(const QString &path, const QByteArray &bytes) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Append));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+
+    /// The recording is made in three steps, and the service meets each in its own time.
+    TranscriptionResult dictate(const TranscriptionSettings &atTheEnd) {
+        const QString path = recording(20);
+        CompletionProbe<TranscriptionResult> probe;
+        {
+            HttpClient http;
+            TranscriptionClient client(originAt(server.origin()), http, token, preferences, limits);
+            client.follow(path, settings);
+            server.waitForReplies(1);
+            grow(path, bytes(3000).sliced(20));
+            std::this_thread::sleep_for(150ms);
+            grow(path, bytes(90'000).sliced(3000));
+            client.transcribe(path, atTheEnd, probe.callback());
+            QFile::remove(path);
+            static_cast<void>(probe.outcome());
+        }
+        EXPECT_EQ(probe.calls(), 1);
+        return probe.outcome();
+    }
+};
+
+TEST_F(LiveUploadTest, SendsTheSameRecordingBehindTheSettings) {
+    settings.prompt = u"Bjørn"_s;
+    server.answer(kPath, 200, "{\"text\":\"Hei\",\"detectedLanguage\":\"no\"}");
+    const TranscriptionResult result = dictate(settings);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->text, u"Hei"_s);
+    ASSERT_EQ(server.requests().size(), 2U);
+    const testing::ReceivedRequest request = server.requests().back();
+    EXPECT_EQ(request.header("Content-Length"), std::nullopt);
+    EXPECT_EQ(request.header("X-Source"), "mac");
+    const QByteArray boundary =
+        request.header("Content-Type")->sliced(qstrlen("multipart/form-data; boundary="));
+    EXPECT_EQ(QByteArray(request.body).replace("--" + boundary, "--B"),
+              "--B\r\nContent-Disposition: form-data; name=\"prompt\"\r\n\r\nBj\xc3\xb8rn"
+              "\r\n--B\r\nContent-Disposition: form-data; name=\"language\"\r\n\r\nno"
+              "\r\n--B\r\nContent-Disposition: form-data; name=\"languages\"\r\n\r\n[\"no\",\"sv\",\"da\"]"
+              "\r\n--B\r\nContent-Disposition: form-data; name=\"source\"\r\n\r\nmac"
+              "\r\n--B\r\nContent-Disposition: form-data; name=\"audio\"; filename=\"recording.wav\"\r\n"
+              "Content-Type: audio/wav\r\n\r\n" +
+                  bytes(90'000) + "\r\n--B--\r\n");
+    EXPECT_EQ(lines(), (QStringList{u"🎙️ [Tx] File size: 90000 bytes"_s,
+                                    u"⏱️ [Latency] Uploading 87KB audio (88KB total) to Whisper"_s,
+                                    u"⏱️ [Latency] Whisper upload+response: …ms"_s,
+                                    u"🎙️ [Tx] Success: Hei... (lang: no)"_s}));
+}
+
+struct LiveEnding {
+    const char *name;
+    const char *health;
+    std::deque<Reaction> reactions; ///< Of the live upload, and of the one in the usual way.
+    const char *language;           ///< At the end; another one than at the beginning means other settings.
+    std::size_t uploads;
+    QString text; ///< Of the transcript or the error.
+
+    friend void PrintTo(const LiveEnding &ending, std::ostream *out) { *out << ending.name; }
+};
+
+const char kTakesLive[] = "{\"liveUpload\":true}";
+
+const std::vector<LiveEnding> kLiveEndings = {
+    {"NotOffered", "{\"status\":\"ok\"}", {testing::reply(200, "{\"text\":\"hei\"}")}, "no", 1, u"hei"_s},
+    {"Lost", kTakesLive, {{"", Then::Reset}, testing::reply(200, "{\"text\":\"hei\"}")}, "no", 2, u"hei"_s},
+    {"Busy",
+     kTakesLive,
+     {testing::reply(503, "{}"), testing::reply(200, "{\"text\":\"hei\"}")},
+     "no",
+     2,
+     u"hei"_s},
+    {"AnsweredTooEarly",
+     kTakesLive,
+     {{"HTTP/1.1 400 Early\r\nContent-Length: 2\r\n\r\n{}", Then::Hold, Reaction::Reads::Head},
+      testing::reply(200, "{\"text\":\"hei\"}")},
+     "no",
+     2,
+     u"hei"_s},
+    {"OtherSettings", kTakesLive, {testing::reply(200, "{\"text\":\"hei\"}")}, "sv", 1, u"hei"_s},
+    {"Refused",
+     kTakesLive,
+     {testing::reply(422, "{\"error\":\"No.\"}")},
+     "no",
+     1,
+     u"Server error 422: No."_s},
+    {"Late", kTakesLive, {{"", Then::Hold}}, "no", 1, u"Request timed out"_s},
+};
+
+class LiveUploadEnding : public LiveUploadTest, public ::testing::WithParamInterface<LiveEnding> {};
+
+TEST_P(LiveUploadEnding, NeverLosesTheDictationNorSendsItAgainOnceAnswered) {
+    const LiveEnding &row = GetParam();
+    limits = {800ms, 400ms};
+    server.answer("/health", 200, row.health);
+    server.react(kPath, row.reactions);
+    TranscriptionSettings atTheEnd = settings;
+    atTheEnd.language = QString::fromLatin1(row.language);
+    const TranscriptionResult result = dictate(atTheEnd);
+    EXPECT_EQ(result ? result->text : result.error().localizedDescription(), row.text);
+    const auto requests = server.requests();
+    EXPECT_EQ(std::count_if(requests.begin(), requests.end(),
+                            [](const auto &request) { return request.path == kPath; }),
+              row.uploads);
+    EXPECT_TRUE(row.uploads == 1 || requests.back().body.contains(bytes(90'000)));
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, LiveUploadEnding, ::testing::ValuesIn(kLiveEndings),
+                         [](const auto &row) { return std::string(row.param.name); });
+
+TEST_F(LiveUploadTest, TakesAsLongAsThePersonSpeaksAndEndsWhenTheyCancel) {
+    limits = {200ms, 100ms};
+    server.react(kPath, {{"", Then::Hold, Reaction::Reads::Head}});
+    HttpClient http;
+    TranscriptionClient client(originAt(server.origin()), http, token, preferences, limits);
+    client.follow(recording(3000), settings);
+    server.waitForRequests(2);
+    std::this_thread::sleep_for(500ms);
+    client.abandon();
+    http.waitUntilIdle(); // hangs where cancelling does not close the connection
+    EXPECT_EQ(server.requests().size(), 2U);
 }
 
 TEST(MultipartBody, WritesTheSelectedLanguagesAsTheyAre) {
