@@ -92,6 +92,10 @@ SpeechOutcome EmbeddedSpeech::transcribe(Upload upload, const std::function<bool
     return engines().transcribe(std::move(upload), isGone);
 }
 
+bool EmbeddedSpeech::takesGrowingRecordings() const {
+    return engines().takesGrowingRecordings();
+}
+
 Result<std::unique_ptr<SpeechSession>, Refusal> EmbeddedSpeech::begin(Upload about,
                                                                       std::shared_ptr<Patience> patience) {
     return engines().begin(std::move(about), std::move(patience));

@@ -23,6 +23,7 @@ public:
     [[nodiscard]] std::optional<double> workPerSecond() const override;
     void warm(const QString &language) override;
     [[nodiscard]] SpeechOutcome transcribe(Upload upload, const std::function<bool()> &isGone) override;
+    [[nodiscard]] bool takesGrowingRecordings() const override;
     [[nodiscard]] Result<std::unique_ptr<SpeechSession>, Refusal>
     begin(Upload about, std::shared_ptr<Patience> patience) override;
 

@@ -5,8 +5,8 @@
 
 namespace velmo::localservice {
 
-/// GET /health: 200 and {"status": "ok", "engine", "model", "languages"} (see SpeechFacts) once speech is recognised without delay, 503 while the engine is
-/// still loading. The recognition must outlive the endpoint.
+/// GET /health: 200 and {"status": "ok", "liveUpload", "engine", "model", "languages"} (see SpeechFacts) once speech is recognised
+/// without delay, 503 while the engine is still loading; "liveUpload" says whether recordings are taken while they are being made.
 [[nodiscard]] Endpoint healthEndpoint(const SpeechRecognition &speech);
 
 /// HEAD (and GET) /: somebody has begun to speak; the engine gets ready while they do. The recognition must outlive the
@@ -14,7 +14,7 @@ namespace velmo::localservice {
 [[nodiscard]] Endpoint rootEndpoint(SpeechRecognition &speech);
 
 /// POST /api/transcribe: a recording, in the exact form Velmo uploads it, becomes {"text",
-/// "detectedLanguage"}. A request of another form is answered with 400 and the piece at fault. The pool must
+/// "detectedLanguage"}. One that is still being made comes in chunks, behind the parts that go with it. A request of another form is answered with 400 and the piece at fault. The pool must
 /// outlive the endpoint.
 [[nodiscard]] Endpoint transcribeEndpoint(SpeechRecognition &speech);
 

@@ -13,6 +13,7 @@ Endpoint healthEndpoint(const SpeechRecognition &speech) {
                 const SpeechFacts facts = speech.facts();
                 return Reply{200,
                              {{u"status"_s, u"ok"_s},
+                              {u"liveUpload"_s, speech.takesGrowingRecordings()},
                               {u"engine"_s, facts.engine},
                               {u"model"_s, facts.model},
                               {u"languages"_s, QJsonArray::fromStringList(facts.languages)}}};

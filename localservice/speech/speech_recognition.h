@@ -33,6 +33,9 @@ public:
     /// Waits for the text of a recording; given up when `isGone` says that nobody waits for it any more.
     [[nodiscard]] virtual SpeechOutcome transcribe(Upload upload, const std::function<bool()> &isGone) = 0;
 
+    /// Whether `begin` can be had.
+    [[nodiscard]] virtual bool takesGrowingRecordings() const = 0;
+
     /// Begins with a recording whose sound will be appended as it comes; `about` goes without the file.
     [[nodiscard]] virtual Result<std::unique_ptr<SpeechSession>, Refusal>
     begin(Upload about, std::shared_ptr<Patience> patience) = 0;

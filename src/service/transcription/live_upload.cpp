@@ -19,10 +19,10 @@ bool takesLiveUploads(const HttpOutcome &health) {
     return reply && reply->value("liveUpload"_L1).toBool();
 }
 
-/// "Request Timeout" and "Service Unavailable" mean that the service did not look at the recording.
+/// "Request Timeout", "Not Implemented" and "Service Unavailable" mean that the service did not look at the recording.
 bool isAnswer(const HttpOutcome &outcome) {
     if (outcome)
-        return outcome->status != 408 && outcome->status != 503;
+        return outcome->status != 408 && outcome->status != 501 && outcome->status != 503;
     return outcome.error().kind != TransportFailure::Kind::Network;
 }
 
