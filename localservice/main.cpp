@@ -8,6 +8,7 @@
 #include "localservice/options.h"
 #include "localservice/speech/endpoints.h"
 #include "localservice/speech/engine_pool.h"
+#include "localservice/speech/live_recordings.h"
 #include "localservice/speech/openai_speech_engine.h"
 #include "service/http/http_client.h"
 #include "service/http/loopback.h"
@@ -136,6 +137,7 @@ int serve(const Options &options) {
     const auto chat = chatClient(options, http);
     if (!chat)
         return failure(chat.error());
+    LiveRecordings recordings;
     Server server;
     const auto port = server.bind(options.host, options.port);
     if (!port)
@@ -147,7 +149,8 @@ int serve(const Options &options) {
     Accounts accounts(database);
     server.add(healthEndpoint(speech));
     server.add(rootEndpoint(speech));
-    server.add(transcribeEndpoint(speech));
+    server.add(transcribeEndpoint(speech, recordings));
+    server.add(wordsEndpoint(recordings));
     server.add(processEndpoint(chat->get()));
     server.add(normalizeEndpoint(chat->get()));
     for (const Endpoint &endpoint : accountServiceEndpoints(database, accounts))

@@ -30,8 +30,10 @@ constexpr qsizetype kMostSamples = static_cast<qsizetype>(kLongestSoundSeconds) 
 
 } // namespace
 
-LiveTranscription::LiveTranscription(SpeechRecognition &speech, const Request &request)
+LiveTranscription::LiveTranscription(SpeechRecognition &speech, LiveRecordings &recordings,
+                                     const Request &request)
     : m_speech(speech),
+      m_recordings(recordings),
       m_contentType(request.header("Content-Type").value_or(QByteArray())),
       m_end(live::endOfBody(m_contentType)),
       m_isAbandoned(request.isAbandoned) {
@@ -75,6 +77,7 @@ void LiveTranscription::begin(qsizetype audio) {
         return;
     }
     m_session = std::move(*session);
+    m_recordings.add(m_contentType.sliced(m_contentType.indexOf('=') + 1), m_session);
     m_held.remove(0, audio + kHeaderSize);
 }
 

@@ -20,11 +20,13 @@ Reply transcribe(SpeechRecognition &speech, const Request &request) {
 
 } // namespace
 
-Endpoint transcribeEndpoint(SpeechRecognition &speech) {
-    return {
-        "POST", "/api/transcribe", [&speech](const Request &request) { return transcribe(speech, request); },
-        [&speech](const Request &request) { return std::make_unique<LiveTranscription>(speech, request); },
-        std::chrono::seconds(static_cast<int>(kLongestSoundSeconds))};
+Endpoint transcribeEndpoint(SpeechRecognition &speech, LiveRecordings &recordings) {
+    return {"POST", "/api/transcribe",
+            [&speech](const Request &request) { return transcribe(speech, request); },
+            [&speech, &recordings](const Request &request) {
+                return std::make_unique<LiveTranscription>(speech, recordings, request);
+            },
+            std::chrono::seconds(static_cast<int>(kLongestSoundSeconds))};
 }
 
 } // namespace velmo::localservice

@@ -10,6 +10,7 @@ inline constexpr QLatin1StringView selectedLanguages{"velmoSelectedLanguages"}; 
 inline constexpr QLatin1StringView ruleScope{"velmoRuleScope"};                 // String, "selected"
 inline constexpr QLatin1StringView selectedMode{"velmoSelectedMode"};           // String, "accurate"
 inline constexpr QLatin1StringView smartFormatting{"velmoSmartFormatting"};     // Bool, true
+inline constexpr QLatin1StringView liveWords{"velmoLiveWords"};                 // Bool, true
 inline constexpr QLatin1StringView customModes{"velmoCustomModes"};             // String (JSON), none
 inline constexpr QLatin1StringView dictionary{"velmoDictionary"};               // String (JSON), empty
 inline constexpr QLatin1StringView learnedWords{"velmoLearnedWords"};           // String (JSON), none

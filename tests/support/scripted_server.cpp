@@ -110,7 +110,7 @@ void ScriptedServer::Connection::serve() {
         auto request = receiveHead();
         if (!request)
             return;
-        const Reaction reaction = m_server.reactionTo(request->path);
+        const Reaction reaction = m_server.reactionTo(request->path.split('?').first());
         if (reaction.reads == Reaction::Reads::All && !receiveBody(*request))
             return;
         m_server.remember(std::move(*request));

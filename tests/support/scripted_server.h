@@ -60,7 +60,7 @@ public:
     /// "http://127.0.0.1:PORT".
     [[nodiscard]] QString origin() const;
 
-    /// Every request for the path is answered so.
+    /// Every request for the path, whatever its query, is answered so.
     void answer(const QByteArray &path, int status, const QByteArray &body);
 
     /// The first request for the path meets the first reaction, and so on; the last one stays.

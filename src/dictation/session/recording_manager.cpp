@@ -12,6 +12,8 @@
 #include "service/wire/session_interfaces.h"
 #include "store/dictation_history.h"
 #include "store/languages.h"
+#include "store/preference_keys.h"
+#include "store/preferences.h"
 #include "store/word_count.h"
 #include "text/passes/hallucination_filter.h"
 
@@ -105,7 +107,19 @@ void RecordingManager::recordingStarted(const QString &path) {
     log(LogTag::Flow, u"Recording started"_s);
     m_with.sounds.play(SoundCue::Tink);
     keepServiceWarm();
-    m_with.transcriptionClient.follow(path, buildTranscriptionSettings());
+    followRecording(path);
+}
+
+void RecordingManager::followRecording(const QString &path) {
+    Transcriber::Heard heard;
+    if (m_with.preferences.boolean(keys::liveWords).value_or(true)) {
+        heard = onMain(m_with.queue, m_lifetime, [this, path](const QString &text) {
+            if (m_state == State::recording && path == m_recordingPath)
+                setLiveText(text);
+        });
+    }
+    m_recordingPath = path;
+    m_with.transcriptionClient.follow(path, buildTranscriptionSettings(), std::move(heard));
 }
 
 void RecordingManager::keepServiceWarm() {
@@ -284,6 +298,8 @@ void RecordingManager::applyState(State state) {
         m_state = state;
         Q_EMIT stateChanged();
     }
+    if (state == State::idle)
+        setLiveText({});
     if (onStateChange)
         onStateChange(state);
     m_with.overlay.update(state);
@@ -298,6 +314,13 @@ void RecordingManager::setErrorMessage(const QString &message) {
         return;
     m_errorMessage = message;
     Q_EMIT errorMessageChanged();
+}
+
+void RecordingManager::setLiveText(const QString &text) {
+    if (m_liveText == text)
+        return;
+    m_liveText = text;
+    Q_EMIT liveTextChanged();
 }
 
 void RecordingManager::setLastTranscription(const QString &text) {

@@ -38,6 +38,7 @@ class RecordingManager final : public QObject {
     Q_PROPERTY(velmo::State state READ state NOTIFY stateChanged)
     Q_PROPERTY(QString lastTranscription READ lastTranscription NOTIFY lastTranscriptionChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(QString liveText READ liveText NOTIFY liveTextChanged)
     Q_PROPERTY(QString activeAppName READ activeAppName NOTIFY activeAppNameChanged)
 
 public:
@@ -73,6 +74,9 @@ public:
     [[nodiscard]] const QString &lastTranscription() const { return m_lastTranscription; }
     /// A sentence to show; null when there is none.
     [[nodiscard]] const QString &errorMessage() const { return m_errorMessage; }
+    /// What the service has heard of the recording so far; empty when nothing is known, and when no dictation runs. Shown,
+    /// never inserted.
+    [[nodiscard]] const QString &liveText() const { return m_liveText; }
     /// The application that had focus when the last recording began.
     [[nodiscard]] const QString &activeAppName() const { return m_activeAppName; }
 
@@ -83,6 +87,7 @@ Q_SIGNALS:
     void stateChanged();
     void lastTranscriptionChanged();
     void errorMessageChanged();
+    void liveTextChanged();
     void activeAppNameChanged();
     /// A start that was asked for led to no recording, and none runs.
     void startFailed();
@@ -100,6 +105,7 @@ private:
     void failStart(const QString &message);
     void recordingStarted(const QString &path);
     void keepServiceWarm();
+    void followRecording(const QString &path);
     [[nodiscard]] double secondsRecorded() const;
     template <class Handler>
     [[nodiscard]] auto whenAnswered(Handler handle);
@@ -114,6 +120,7 @@ private:
     void setState(State state);
     void applyState(State state);
     void setErrorMessage(const QString &message);
+    void setLiveText(const QString &text);
     void setLastTranscription(const QString &text);
     void setActiveAppName(const QString &name);
     [[nodiscard]] QString sinceStop(const Dictation &dictation) const;
@@ -123,6 +130,8 @@ private:
     State m_state = State::idle;
     QString m_lastTranscription;
     QString m_errorMessage;
+    QString m_recordingPath; ///< Of the recording that is followed.
+    QString m_liveText;
     QString m_activeAppName;
     std::optional<Date> m_recordingStartTime;
     MainQueue::Timer m_phantomMessageTimer;

@@ -1,5 +1,6 @@
 #include "service/transcription/live_upload.h"
 
+#include "base/json.h"
 #include "service/transcription/multipart_body.h"
 #include "service/wire/service_reply.h"
 
@@ -13,6 +14,11 @@ using std::chrono::seconds;
 
 /// A question on this machine; a service that does not answer it by then is no help with this recording.
 constexpr HttpLimits kAsking{seconds(2), std::nullopt};
+
+/// The service answers when it has heard more, after two seconds in any case.
+constexpr HttpLimits kAskingForWords{seconds(10), std::nullopt};
+/// What answers sooner without anything new does not wait, and is not asked again.
+constexpr std::chrono::milliseconds kShortestWait{200};
 
 bool takesLiveUploads(const HttpOutcome &health) {
     const auto reply = objectOf(health);
@@ -40,11 +46,11 @@ void LiveUpload::begin(const RequestSender &sender) {
 }
 
 void LiveUpload::send() {
-    const QByteArray boundary = newBoundary();
+    m_boundary = newBoundary();
     auto file = std::make_unique<QFile>(m_path);
     const bool isOpen = file->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     HttpRequest request = serviceRequest(RequestKind::Transcription, m_origin, m_sender,
-                                         {std::nullopt, multipartContentType(boundary)});
+                                         {std::nullopt, multipartContentType(m_boundary)});
     request.limits = m_limits.value_or(request.limits);
     {
         const std::lock_guard lock(m_mutex);
@@ -52,13 +58,44 @@ void LiveUpload::send() {
             m_state = State::Over;
             return;
         }
-        m_body = std::make_shared<GrowingRecording>(liveBodyStart(boundary, m_path, m_settings),
-                                                    std::move(file), liveBodyEnd(boundary));
+        m_body = std::make_shared<GrowingRecording>(liveBodyStart(m_boundary, m_path, m_settings),
+                                                    std::move(file), liveBodyEnd(m_boundary));
         m_state = State::Sending;
         request.growingBody = m_body;
     }
     m_http.send(std::move(request),
                 [self = shared_from_this()](const HttpOutcome &outcome) { self->ended(outcome); });
+    if (m_heard)
+        askForWords();
+}
+
+void LiveUpload::askForWords() {
+    m_asked = std::chrono::steady_clock::now();
+    const QString address = m_origin.baseURL() + u"/api/transcribe/words?upload=%1&known=%2"_s;
+    m_http.send({"GET",
+                 address.arg(QString::fromLatin1(m_boundary)).arg(m_words.size()),
+                 {},
+                 std::nullopt,
+                 kAskingForWords},
+                [self = shared_from_this()](const HttpOutcome &outcome) { self->wordsCame(outcome); });
+}
+
+void LiveUpload::wordsCame(const HttpOutcome &outcome) {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_state != State::Sending)
+            return;
+    }
+    const auto reply = objectOf(outcome);
+    const auto text = reply ? json::string(*reply, "text"_L1) : std::nullopt;
+    const bool isNew = text && *text != m_words;
+    if (!text || (!isNew && std::chrono::steady_clock::now() - m_asked < kShortestWait))
+        return;
+    if (isNew) {
+        m_words = *text;
+        m_heard(m_words);
+    }
+    askForWords();
 }
 
 std::optional<qint64> LiveUpload::sizeIfSending(const QFile &recording,

@@ -27,12 +27,13 @@ public:
 
     /// The client outlives all uploads. Limits other than those of every upload are for tests.
     LiveUpload(ServiceOrigin origin, HttpClient &http, std::optional<HttpLimits> limits,
-               TranscriptionSettings settings, QString path)
+               TranscriptionSettings settings, QString path, Transcriber::Heard heard)
         : m_origin(std::move(origin)),
           m_http(http),
           m_limits(limits),
           m_settings(std::move(settings)),
-          m_path(std::move(path)) {}
+          m_path(std::move(path)),
+          m_heard(std::move(heard)) {}
 
     /// Asks the service whether it takes this, and begins. Once; the recording has been begun.
     void begin(const RequestSender &sender);
@@ -54,18 +55,26 @@ private:
 
     void send();
     void ended(const HttpOutcome &outcome);
+    void askForWords();
+    void wordsCame(const HttpOutcome &outcome);
 
     const ServiceOrigin m_origin;
     HttpClient &m_http;
     const std::optional<HttpLimits> m_limits;
     const TranscriptionSettings m_settings;
     const QString m_path;
+    const Transcriber::Heard m_heard; ///< May be null.
 
     std::mutex m_mutex; // of what follows
     State m_state = State::Asking;
     RequestSender m_sender;
     std::shared_ptr<GrowingRecording> m_body; ///< Since it is sent.
     Ending m_ending;
+
+    // Of the HTTP client's thread.
+    QByteArray m_boundary; ///< By which the service knows the upload.
+    QString m_words;       ///< Told last.
+    std::chrono::steady_clock::time_point m_asked;
 };
 
 } // namespace velmo

@@ -34,10 +34,13 @@ public:
     /// A recording has begun (or goes on): whatever an upload will need can be got ready. Returns at once.
     virtual void prepare() = 0;
 
+    /// What has been heard so far, as it may still change. On another thread.
+    using Heard = std::function<void(const QString &text)>;
+
     /// A recording that is being written to the path can be uploaded while it grows, so that after its end little is left
-    /// to do. The next `transcribe` is told of the same path and settings, or `abandon` is called. Main thread; returns at
-    /// once.
-    virtual void follow(const QString &path, const TranscriptionSettings &settings) = 0;
+    /// to do. The next `transcribe` is told of the same path and settings, or `abandon` is called. Where `heard` is given, it is
+    /// told what the service has heard so far. Main thread; returns at once.
+    virtual void follow(const QString &path, const TranscriptionSettings &settings, Heard heard) = 0;
 
     /// What is followed will not be transcribed. Main thread.
     virtual void abandon() = 0;

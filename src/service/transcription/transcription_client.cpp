@@ -132,11 +132,11 @@ void TranscriptionClient::prepare() {
     m_http.warm(m_origin.baseURL());
 }
 
-void TranscriptionClient::follow(const QString &path, const TranscriptionSettings &settings) {
+void TranscriptionClient::follow(const QString &path, const TranscriptionSettings &settings, Heard heard) {
     abandon();
     if (!m_origin.isThisMachine())
         return;
-    m_live = std::make_shared<LiveUpload>(m_origin, m_http, m_limits, settings, path);
+    m_live = std::make_shared<LiveUpload>(m_origin, m_http, m_limits, settings, path, std::move(heard));
     m_worker.start([this, live = m_live] { live->begin(senderOfUpload(m_tokens, m_preferences)); });
 }
 

@@ -28,7 +28,7 @@ public:
     /// Begins to read the token and opens a connection; a service on this machine gets its model ready by it.
     void prepare() override;
 
-    void follow(const QString &path, const TranscriptionSettings &settings) override;
+    void follow(const QString &path, const TranscriptionSettings &settings, Heard heard) override;
     void abandon() override;
 
     void transcribe(const QString &path, const TranscriptionSettings &settings,

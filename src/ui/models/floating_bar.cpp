@@ -22,7 +22,7 @@ FloatingBar::FloatingBar(const Collaborators &collaborators) : m_with(collaborat
     const RecordingManager &manager = m_with.recordingManager;
     connect(&manager, &RecordingManager::stateChanged, this, &FloatingBar::stateChanged);
     connect(&manager, &RecordingManager::activeAppNameChanged, this, &FloatingBar::initialChanged);
-    connect(&manager, &RecordingManager::errorMessageChanged, this, &FloatingBar::takeError);
+    connect(&manager, &RecordingManager::liveTextChanged, this, &FloatingBar::liveTextChanged);
     connect(&m_with.levelMeter, &AudioLevelProvider::dotLevelsChanged, this, &FloatingBar::dotLevelsChanged);
     connect(&m_with.textInserter, &TextInserter::noticeChanged, this, &FloatingBar::messageChanged);
     connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &FloatingBar::triggerKeyNameChanged);
@@ -42,6 +42,10 @@ QString FloatingBar::initial() const {
 
 const QList<double> &FloatingBar::dotLevels() const {
     return m_with.levelMeter.dotLevels();
+}
+
+const QString &FloatingBar::liveText() const {
+    return m_with.recordingManager.liveText();
 }
 
 QString FloatingBar::triggerKeyName() const {

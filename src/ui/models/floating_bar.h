@@ -24,6 +24,7 @@ class FloatingBar final : public QObject {
     Q_PROPERTY(bool isTranscribing READ isTranscribing NOTIFY stateChanged)
     Q_PROPERTY(QString initial READ initial NOTIFY initialChanged)
     Q_PROPERTY(QList<double> dotLevels READ dotLevels NOTIFY dotLevelsChanged)
+    Q_PROPERTY(QString liveText READ liveText NOTIFY liveTextChanged)
     Q_PROPERTY(QString triggerKeyName READ triggerKeyName NOTIFY triggerKeyNameChanged)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged)
     Q_PROPERTY(bool isWarning READ isWarning NOTIFY messageChanged)
@@ -47,6 +48,8 @@ public:
     [[nodiscard]] QString initial() const;
     /// The heights of the ten dots, 0 to 1, leftmost first.
     [[nodiscard]] const QList<double> &dotLevels() const;
+    /// What has been heard so far; empty when there is nothing to show.
+    [[nodiscard]] const QString &liveText() const;
     [[nodiscard]] QString triggerKeyName() const;
 
     /// A sentence that is worth a look now; empty when there is none.
@@ -62,6 +65,7 @@ Q_SIGNALS:
     void stateChanged();
     void initialChanged();
     void dotLevelsChanged();
+    void liveTextChanged();
     void triggerKeyNameChanged();
     void messageChanged();
 

@@ -25,7 +25,7 @@ SettingsView::SettingsView(const Collaborators &collaborators)
     connect(&m_choice, &LanguageChoice::selectedLanguagesChanged, this, &SettingsView::loadLanguages);
     connect(&m_with.listener, &HotkeyListener::isUsingFnHotkeyChanged, this, &SettingsView::loadPermissions);
     connect(&m_with.triggerKey, &TriggerKeyCapture::keyNameChanged, this, &SettingsView::loadPermissions);
-    for (const QLatin1StringView key : {keys::ruleScope, keys::deviceId})
+    for (const QLatin1StringView key : {keys::ruleScope, keys::deviceId, keys::liveWords})
         m_with.watch.follow(key, this, [this] { load(); });
     load();
     loadLanguages();
@@ -69,11 +69,19 @@ void SettingsView::setFollowsSpokenLanguage(bool follows) {
     load();
 }
 
+void SettingsView::setShowsLiveWords(bool shows) {
+    m_with.preferences.set(keys::liveWords, shows);
+    load();
+}
+
 /// What is stored and shown as it stands.
 void SettingsView::load() {
     const bool follows = ruleScope(m_with.preferences) == RuleScope::Spoken;
     if (std::exchange(m_followsSpokenLanguage, follows) != follows)
         Q_EMIT followsSpokenLanguageChanged();
+    const bool shows = m_with.preferences.boolean(keys::liveWords).value_or(true);
+    if (std::exchange(m_showsLiveWords, shows) != shows)
+        Q_EMIT showsLiveWordsChanged();
     const QString id = m_with.preferences.string(keys::deviceId).value_or(QString());
     if (std::exchange(m_deviceId, id) != id)
         Q_EMIT deviceIdChanged();

@@ -67,6 +67,7 @@ class SettingsView final : public QObject {
     Q_PROPERTY(QString primaryLanguageName READ primaryLanguageName NOTIFY languagesChanged)
     Q_PROPERTY(bool followsSpokenLanguage READ followsSpokenLanguage WRITE setFollowsSpokenLanguage NOTIFY
                    followsSpokenLanguageChanged)
+    Q_PROPERTY(bool showsLiveWords READ showsLiveWords WRITE setShowsLiveWords NOTIFY showsLiveWordsChanged)
     Q_PROPERTY(velmo::TriggerKeyCapture *triggerKey READ triggerKey CONSTANT)
     Q_PROPERTY(bool canWatchKeys READ canWatchKeys NOTIFY permissionsChanged)
     Q_PROPERTY(QString keysNote READ keysNote NOTIFY permissionsChanged)
@@ -105,6 +106,10 @@ public:
     [[nodiscard]] bool followsSpokenLanguage() const { return m_followsSpokenLanguage; }
     void setFollowsSpokenLanguage(bool follows);
 
+    /// Whether the bar shows words while somebody speaks.
+    [[nodiscard]] bool showsLiveWords() const { return m_showsLiveWords; }
+    void setShowsLiveWords(bool shows);
+
     [[nodiscard]] TriggerKeyCapture *triggerKey() { return &m_with.triggerKey; }
     [[nodiscard]] bool canWatchKeys() const;
     /// How to dictate where keys cannot be watched, as styled text; empty where they can.
@@ -130,6 +135,7 @@ public:
 Q_SIGNALS:
     void languagesChanged();
     void followsSpokenLanguageChanged();
+    void showsLiveWordsChanged();
     void permissionsChanged();
     void startsAtLoginChanged();
     void deviceIdChanged();
@@ -146,6 +152,7 @@ private:
     LanguageChoice m_choice;
     RowModel<LanguageRow> m_languages;
     bool m_followsSpokenLanguage = false;
+    bool m_showsLiveWords = true;
     bool m_hasMicrophone = false;
     RowModel<PermissionRow> m_permissions;
     bool m_startsAtLogin = false;

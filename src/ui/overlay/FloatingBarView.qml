@@ -19,7 +19,7 @@ FloatingContent {
     readonly property bool swings: composited && !Theme.reducedMotion
 
     inputAreas: bar.isIdle ? idle.inputAreas : [areaOf(active)]
-    solidAreas: bar.isIdle ? idle.solidAreas : [areaOf(active)]
+    solidAreas: bar.isIdle ? idle.solidAreas : words.visible ? [areaOf(active), areaOf(words)] : [areaOf(active)]
     solidRadius: bar.isIdle ? idle.solidRadius : active.height / 2
 
     function areaOf(item: Item): rect {
@@ -48,6 +48,18 @@ FloatingContent {
         scale: 1 - 0.5 * presence.value
         visible: opacity > 0
         enabled: view.bar.isIdle
+    }
+
+    LiveWords {
+        id: words
+        composited: view.composited
+        visible: !view.bar.isIdle && text.length > 0
+        text: view.bar.liveText.replace(/\s+/g, " ")
+        width: implicitWidth
+        height: implicitHeight
+        x: Math.round((view.width - width) / 2)
+        y: active.y - height - 8
+        opacity: presence.shown
     }
 
     /// Made for the first dictation, and kept: at rest it would be memory for nothing.

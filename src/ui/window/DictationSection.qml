@@ -65,6 +65,22 @@ SettingsSection {
 
     SettingsRow {
         width: parent.width
+        title: qsTr("Show Words While You Speak")
+        subtitle: qsTr("Above the bar, where the service can; they may still change")
+
+        Toggle {
+            text: qsTr("Show Words While You Speak")
+            checked: section.settings.showsLiveWords
+            anchors.verticalCenter: parent.verticalCenter
+            onToggled: {
+                section.settings.showsLiveWords = checked
+                checked = Qt.binding(() => section.settings.showsLiveWords)
+            }
+        }
+    }
+
+    SettingsRow {
+        width: parent.width
         title: qsTr("Start at Login")
         subtitle: section.settings.startsAtLoginError.length > 0 ? section.settings.startsAtLoginError
                                                                  : qsTr("Velmo waits in the tray, ready to dictate")

@@ -64,11 +64,15 @@ struct FakeRecorder final : Recorder, ArmedCapture {
 struct FakeTranscriber final : Transcriber {
     int prepared = 0;
     QString followed; ///< The path; null when there is none.
+    Heard heard;
     std::vector<TranscriptionSettings> uploads;
     Completion complete;
 
     void prepare() override { ++prepared; }
-    void follow(const QString &path, const TranscriptionSettings &) override { followed = path; }
+    void follow(const QString &path, const TranscriptionSettings &, Heard toTell) override {
+        followed = path;
+        heard = std::move(toTell);
+    }
     void abandon() override { followed = QString(); }
     void transcribe(const QString &, const TranscriptionSettings &settings, Completion completion) override {
         uploads.push_back(settings);

@@ -135,6 +135,24 @@ TEST_F(RecordingManagerTest, AppliesStateChangesOneTurnLaterAndOnlyRecordingShow
     EXPECT_TRUE(manager->errorMessage().isNull()) << "there is a text after all";
 }
 
+TEST_F(RecordingManagerTest, ShowsTheWordsOfTheRunningRecordingAlone) {
+    manager->startRecording();
+    queue.runPosted();
+    const auto heard = transcriber.heard;
+    heard(u"Hei på"_s);
+    EXPECT_EQ(manager->liveText(), QString()) << "they come on another thread";
+    queue.runPosted();
+    EXPECT_EQ(manager->liveText(), u"Hei på"_s);
+    manager->cancelRecording();
+    heard(u"Hei på deg"_s);
+    queue.runPosted();
+    EXPECT_EQ(manager->liveText(), QString());
+
+    preferences.set(keys::liveWords, false);
+    manager->startRecording();
+    EXPECT_FALSE(transcriber.heard);
+}
+
 TEST_F(RecordingManagerTest, RefusesWhatDoesNotFitTheState) {
     manager->stopRecording();
     manager->cancelRecording();

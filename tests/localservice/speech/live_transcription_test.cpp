@@ -3,6 +3,7 @@
 #include "localservice/http/raw_connection.h"
 #include "localservice/http/running_server.h"
 #include "localservice/speech/engine_pool.h"
+#include "localservice/speech/live_recordings.h"
 #include "localservice/speech/upload_form.h"
 
 #include <atomic>
@@ -111,7 +112,9 @@ protected:
 
     std::counting_semaphore<> m_heard{0};
     EnginePool m_engines{engines()};
-    testing::RunningServer m_server{{transcribeEndpoint(m_engines), healthEndpoint(m_engines)}};
+    LiveRecordings m_recordings;
+    testing::RunningServer m_server{{transcribeEndpoint(m_engines, m_recordings), wordsEndpoint(m_recordings),
+                                     healthEndpoint(m_engines)}};
 };
 
 TEST_F(LiveTranscriptionTest, HearsEverySampleOnceHoweverTheBodyIsCut) {
@@ -138,6 +141,11 @@ TEST_F(LiveTranscriptionTest, BeginsBeforeTheRecordingEndsAndForgetsWhatIsBroken
     for (int piece = 0; piece < 4; ++piece) // the fifth may still turn out to be the end of the body
         m_heard.acquire();
     EXPECT_FALSE(client.waitForReply(std::chrono::milliseconds(50)));
+
+    const std::string upload = form.contentType.sliced(form.contentType.indexOf('=') + 1).toStdString();
+    const auto words = m_server.client().Get("/api/transcribe/words?known=0&upload=" + upload);
+    EXPECT_TRUE(objectOf(*words).value(u"text").toString().startsWith(u"1-1600 1601-3200"_s)) << words->body;
+    EXPECT_EQ(m_server.client().Get("/api/transcribe/words?known=0&upload=other")->status, 404);
 }
 
 struct LiveFault {

@@ -2,6 +2,7 @@
 
 #include "localservice/http/running_server.h"
 #include "localservice/speech/engine_pool.h"
+#include "localservice/speech/live_recordings.h"
 #include "localservice/speech/pocketsphinx/pocketsphinx_engine.h"
 #include "localservice/speech/spoken.h"
 #include "localservice/speech/upload_form.h"
@@ -36,7 +37,8 @@ public:
 
 private:
     EnginePool m_engines;
-    testing::RunningServer m_server{{transcribeEndpoint(m_engines), healthEndpoint(m_engines)}};
+    LiveRecordings m_recordings;
+    testing::RunningServer m_server{{transcribeEndpoint(m_engines, m_recordings), healthEndpoint(m_engines)}};
 };
 
 /// As long as a sentence.

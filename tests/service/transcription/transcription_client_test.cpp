@@ -18,6 +18,7 @@
 #include <QTemporaryDir>
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -304,7 +305,7 @@ protected:
         {
             HttpClient http;
             TranscriptionClient client(originAt(server.origin()), http, token, preferences, limits);
-            client.follow(path, settings);
+            client.follow(path, settings, {});
             server.waitForReplies(1);
             grow(path, bytes(3000).sliced(20));
             std::this_thread::sleep_for(150ms);
@@ -342,6 +343,24 @@ TEST_F(LiveUploadTest, SendsTheSameRecordingBehindTheSettings) {
                                     u"⏱️ [Latency] Uploading 87KB audio (88KB total) to Whisper"_s,
                                     u"⏱️ [Latency] Whisper upload+response: …ms"_s,
                                     u"🎙️ [Tx] Success: Hei... (lang: no)"_s}));
+}
+
+TEST_F(LiveUploadTest, TellsWhatIsHeardUntilTheServiceHasNoMoreToSay) {
+    server.react(kPath, {{"", Then::Hold, Reaction::Reads::Head}});
+    HttpClient http;
+    TranscriptionClient client(originAt(server.origin()), http, token, preferences, limits);
+    std::mutex mutex;
+    QStringList heard;
+    server.react("/api/transcribe/words",
+                 {testing::reply(200, "{\"text\":\"Hei\"}"), testing::reply(200, "{\"text\":\"Hei på\"}")});
+    client.follow(recording(3000), settings, [&](const QString &text) {
+        const std::lock_guard lock(mutex);
+        heard.append(text);
+    });
+    server.waitForReplies(5); // health, the upload, and the words: new, new, the same
+    client.abandon();
+    http.waitUntilIdle();
+    EXPECT_EQ(heard, (QStringList{u"Hei"_s, u"Hei på"_s}));
 }
 
 struct LiveEnding {
@@ -409,7 +428,7 @@ TEST_F(LiveUploadTest, TakesAsLongAsThePersonSpeaksAndEndsWhenTheyCancel) {
     server.react(kPath, {{"", Then::Hold, Reaction::Reads::Head}});
     HttpClient http;
     TranscriptionClient client(originAt(server.origin()), http, token, preferences, limits);
-    client.follow(recording(3000), settings);
+    client.follow(recording(3000), settings, {});
     server.waitForRequests(2);
     std::this_thread::sleep_for(500ms);
     client.abandon();
