@@ -2,8 +2,11 @@
 #include "localservice/account_service.h"
 #include "localservice/chat/chat_client.h"
 #include "localservice/chat/endpoints.h"
+#include "localservice/chat/language_model_choice.h"
 #include "localservice/embedded_speech.h"
 #include "localservice/http/server.h"
+#include "localservice/models/endpoints.h"
+#include "localservice/models/model_downloads.h"
 #include "localservice/models_command.h"
 #include "localservice/options.h"
 #include "localservice/speech/endpoints.h"
@@ -93,14 +96,21 @@ Result<std::unique_ptr<SpeechRecognition>, QString> speechRecognition(const Opti
     return std::make_unique<EnginePool>(openAiSpeechEngines(http, {*server, options.detectLanguage}));
 }
 
-/// Null when there is no language model.
-Result<std::unique_ptr<ChatClient>, QString> chatClient(const Options &options, HttpClient &http) {
+/// What the command line says of the language model, if it does.
+Result<void, QString> fixLanguageModel(const Options &options, HttpClient &http,
+                                       LanguageModelChoice &choice) {
     if (options.chatUrl.isEmpty())
-        return nullptr;
+        return {};
     const auto server = address(options.chatUrl, options.chatModel, "VELMO_CHAT_API_KEY");
     if (!server)
         return failed(server.error());
-    return std::make_unique<ChatClient>(http, *server);
+    choice.fix({options.chatUrl, options.chatModel}, std::make_unique<ChatClient>(http, *server));
+    return {};
+}
+
+/// "llama3 at http://127.0.0.1:11434"; empty when there is none.
+QString nameOf(const LanguageModelChoice::Chosen &chosen) {
+    return chosen.model.isEmpty() ? chosen.address : u"%1 at %2"_s.arg(chosen.model, chosen.address);
 }
 
 int failure(const QString &sentence) {
@@ -134,9 +144,11 @@ int serve(const Options &options) {
     if (!recognition)
         return failure(recognition.error());
     SpeechRecognition &speech = **recognition;
-    const auto chat = chatClient(options, http);
-    if (!chat)
-        return failure(chat.error());
+    LanguageModelChoice languageModel(http, options.dataDirectory + "/language-model.json"_L1);
+    if (const auto fixed = fixLanguageModel(options, http, languageModel); !fixed)
+        return failure(fixed.error());
+    const ModelStore store = modelStore();
+    ModelDownloads downloads(store);
     LiveRecordings recordings;
     Server server;
     const auto port = server.bind(options.host, options.port);
@@ -147,12 +159,17 @@ int serve(const Options &options) {
 
     AccountDatabase database(options.dataDirectory);
     Accounts accounts(database);
-    server.add(healthEndpoint(speech));
+    server.add(healthEndpoint(speech, [&languageModel] { return nameOf(languageModel.chosen()); }));
     server.add(rootEndpoint(speech));
     server.add(transcribeEndpoint(speech, recordings));
     server.add(wordsEndpoint(recordings));
-    server.add(processEndpoint(chat->get()));
-    server.add(normalizeEndpoint(chat->get()));
+    const auto model = [&languageModel] { return languageModel.client(); };
+    server.add(processEndpoint(model));
+    server.add(normalizeEndpoint(model));
+    for (const Endpoint &endpoint : languageModelEndpoints(http, languageModel))
+        server.add(endpoint);
+    for (const Endpoint &endpoint : modelEndpoints(store, downloads))
+        server.add(endpoint);
     for (const Endpoint &endpoint : accountServiceEndpoints(database, accounts))
         server.add(endpoint);
     return serveUntilStopped(server, speech, addressOf(options.host, *port));

@@ -48,7 +48,9 @@ Result<QString, Refusal> ChatClient::rewrite(const QString &instruction, const Q
 }
 
 Refusal noChatServer() {
-    return {503, u"No language model is set up. Start velmo-local-service with --chat-url."_s};
+    return {
+        503,
+        u"No language model is set up. Choose one in the settings, or start velmo-local-service with --chat-url."_s};
 }
 
 } // namespace velmo::localservice

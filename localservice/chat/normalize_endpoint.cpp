@@ -24,9 +24,9 @@ QString instruction() {
 
 } // namespace
 
-Endpoint normalizeEndpoint(const ChatClient *chat) {
-    return rewriteEndpoint(
-        chat, {"/api/normalize-bokmal", kLimit, [](const QJsonObject &) { return instruction(); }});
+Endpoint normalizeEndpoint(LanguageModelSource model) {
+    return rewriteEndpoint(std::move(model), {"/api/normalize-bokmal", kLimit,
+                                              [](const QJsonObject &) { return instruction(); }});
 }
 
 } // namespace velmo::localservice

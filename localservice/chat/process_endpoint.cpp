@@ -14,10 +14,10 @@ constexpr std::chrono::milliseconds kLimit{14500};
 
 } // namespace
 
-Endpoint processEndpoint(const ChatClient *chat) {
-    return rewriteEndpoint(chat, {"/api/process", kLimit, [](const QJsonObject &body) {
-                                      return textMember(body, "systemPrompt"_L1);
-                                  }});
+Endpoint processEndpoint(LanguageModelSource model) {
+    return rewriteEndpoint(std::move(model), {"/api/process", kLimit, [](const QJsonObject &body) {
+                                                  return textMember(body, "systemPrompt"_L1);
+                                              }});
 }
 
 } // namespace velmo::localservice

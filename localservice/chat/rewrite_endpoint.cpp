@@ -8,7 +8,9 @@ namespace velmo::localservice {
 
 namespace {
 
-Result<QString, Refusal> rewrite(const ChatClient *chat, const Rewriting &rewriting, const Request &request) {
+Result<QString, Refusal> rewrite(const LanguageModelSource &model, const Rewriting &rewriting,
+                                 const Request &request) {
+    const auto chat = model();
     if (!chat)
         return failed(noChatServer());
     const auto body = jsonObjectOf(request);
@@ -25,9 +27,9 @@ Result<QString, Refusal> rewrite(const ChatClient *chat, const Rewriting &rewrit
 
 } // namespace
 
-Endpoint rewriteEndpoint(const ChatClient *chat, const Rewriting &rewriting) {
-    return {"POST", rewriting.path, [chat, rewriting](const Request &request) {
-                return textReply(rewrite(chat, rewriting, request));
+Endpoint rewriteEndpoint(LanguageModelSource model, const Rewriting &rewriting) {
+    return {"POST", rewriting.path, [model = std::move(model), rewriting](const Request &request) {
+                return textReply(rewrite(model, rewriting, request));
             }};
 }
 

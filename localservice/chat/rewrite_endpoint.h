@@ -1,6 +1,6 @@
 #pragma once
 
-#include "localservice/chat/chat_client.h"
+#include "localservice/chat/endpoints.h"
 #include "localservice/http/endpoint.h"
 
 namespace velmo::localservice {
@@ -14,6 +14,6 @@ struct Rewriting {
 };
 
 /// Without a chat server it answers 503.
-[[nodiscard]] Endpoint rewriteEndpoint(const ChatClient *chat, const Rewriting &rewriting);
+[[nodiscard]] Endpoint rewriteEndpoint(LanguageModelSource model, const Rewriting &rewriting);
 
 } // namespace velmo::localservice

@@ -7,9 +7,12 @@ namespace velmo::localservice {
 
 class LiveRecordings;
 
-/// GET /health: 200 and {"status": "ok", "liveUpload", "engine", "model", "languages"} (see SpeechFacts) once speech is recognised
-/// without delay, 503 while the engine is still loading; "liveUpload" says whether recordings are taken while they are being made.
-[[nodiscard]] Endpoint healthEndpoint(const SpeechRecognition &speech);
+/// GET /health: 200 once speech is recognised without delay, 503 while the engine is still loading. {"status": "ok",
+/// "liveUpload": whether recordings are taken while they are being made, "since": when the service began (ISO 8601), "engine",
+/// "model" and "languages" (codes) as far as they are known, "languageModel": what rewrites texts, unless there is none}. The
+/// recognition must outlive the endpoint.
+[[nodiscard]] Endpoint healthEndpoint(const SpeechRecognition &speech,
+                                      std::function<QString()> languageModel = {});
 
 /// HEAD (and GET) /: somebody has begun to speak; the engine gets ready while they do. The recognition must outlive the
 /// endpoint.

@@ -1,22 +1,37 @@
 #include "localservice/speech/endpoints.h"
 
+#include <QDateTime>
 #include <QJsonArray>
 
 using namespace Qt::StringLiterals;
 
 namespace velmo::localservice {
 
-Endpoint healthEndpoint(const SpeechRecognition &speech) {
-    return {"GET", "/health", [&speech](const Request &) {
+namespace {
+
+QJsonObject health(const SpeechRecognition &speech, const QString &since, const QString &languageModel) {
+    const SpeechFacts facts = speech.facts();
+    QJsonObject body{{u"status"_s, u"ok"_s},
+                     {u"liveUpload"_s, speech.takesGrowingRecordings()},
+                     {u"since"_s, since},
+                     {u"engine"_s, facts.engine}};
+    if (!facts.model.isEmpty())
+        body.insert(u"model"_s, facts.model);
+    if (!facts.languages.isEmpty())
+        body.insert(u"languages"_s, QJsonArray::fromStringList(facts.languages));
+    if (!languageModel.isEmpty())
+        body.insert(u"languageModel"_s, languageModel);
+    return body;
+}
+
+} // namespace
+
+Endpoint healthEndpoint(const SpeechRecognition &speech, std::function<QString()> languageModel) {
+    const QString since = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+    return {"GET", "/health", [&speech, since, languageModel = std::move(languageModel)](const Request &) {
                 if (!speech.isReady())
                     return refusalReply({503, u"The speech engine is still loading."_s});
-                const SpeechFacts facts = speech.facts();
-                return Reply{200,
-                             {{u"status"_s, u"ok"_s},
-                              {u"liveUpload"_s, speech.takesGrowingRecordings()},
-                              {u"engine"_s, facts.engine},
-                              {u"model"_s, facts.model},
-                              {u"languages"_s, QJsonArray::fromStringList(facts.languages)}}};
+                return Reply{200, health(speech, since, languageModel ? languageModel() : QString())};
             }};
 }
 

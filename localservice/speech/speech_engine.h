@@ -50,7 +50,7 @@ public:
 
 /// What a program can be told about an engine.
 struct SpeechFacts {
-    QString engine;     ///< "whisper", "pocketsphinx" or "server".
+    QString engine;     ///< "Whisper", "PocketSphinx" or "server".
     QString model = {}; ///< Its name; empty when it is not ours to know.
     QStringList languages =
         {}; ///< Codes of those among Velmo's that it understands; empty when that is not known.

@@ -119,7 +119,7 @@ Result<Speech, Refusal> prepare(Upload upload) {
 
 EngineKind pocketSphinxEngines(const QString &modelDirectory) {
     EngineKind kind;
-    kind.facts = {u"pocketsphinx"_s, {}, {u"en"_s}};
+    kind.facts = {u"PocketSphinx"_s, {}, {u"en"_s}};
     kind.description = u"embedded engine, English"_s;
     kind.instances = std::thread::hardware_concurrency() > 1 ? 2 : 1;
     kind.make = [modelDirectory] { return makeEngine(modelDirectory); };

@@ -171,7 +171,7 @@ Result<Speech, Refusal> prepare(Upload upload) {
 
 EngineKind whisperEngines(const ModelSurroundings &surroundings) {
     EngineKind kind;
-    kind.facts = {u"whisper"_s};
+    kind.facts = {u"Whisper"_s};
     kind.description = u"embedded engine, Whisper"_s;
     kind.remedy = kRemedy;
     kind.make = [surroundings]() -> Result<std::unique_ptr<SpeechEngine>, QString> {

@@ -38,8 +38,10 @@ protected:
 
     ScriptedServer m_model;
     HttpClient m_http;
-    ChatClient m_chat{m_http, {m_model.origin() + QString::fromLatin1(kPath), u"llama"_s, "secret"}};
-    RunningServer m_server{{processEndpoint(&m_chat), normalizeEndpoint(&m_chat)}};
+    const std::shared_ptr<const ChatClient> m_chat = std::make_shared<ChatClient>(
+        m_http, OpenAiAddress{m_model.origin() + QString::fromLatin1(kPath), u"llama"_s, "secret"});
+    RunningServer m_server{
+        {processEndpoint([this] { return m_chat; }), normalizeEndpoint([this] { return m_chat; })}};
 };
 
 } // namespace
@@ -98,7 +100,8 @@ TEST_F(ChatEndpoints, AnswerWithoutTextIsAFailure) {
 }
 
 TEST(ChatEndpointsAlone, SayThatThereIsNoModel) {
-    const RunningServer server({processEndpoint(nullptr), normalizeEndpoint(nullptr)});
+    const RunningServer server(
+        {processEndpoint([] { return nullptr; }), normalizeEndpoint([] { return nullptr; })});
     for (const char *path : {"/api/process", "/api/normalize-bokmal"}) {
         const auto reply = server.client().Post(path, "{}", "application/json");
         EXPECT_EQ(reply->status, 503);
