@@ -69,7 +69,7 @@ void TextProcessor::process(const QString &text, const std::optional<QString> &d
 }
 
 void TextProcessor::normalizeBokmal(const QString &text, const QString &primaryLanguage,
-                                    Completion continuation) {
+                                    std::function<void(QString)> continuation) {
     if (!isBokmal(primaryLanguage)) {
         continuation(text);
         return;
@@ -85,7 +85,7 @@ void TextProcessor::finish(const QString &text, const std::optional<QString> &de
                            const QString &primaryLanguage, const Completion &completion) {
     const QString modePrompt = smartFormatting(m_preferences) ? selectedModePrompt(m_preferences) : QString();
     if (modePrompt.isEmpty()) {
-        completion(withPersonalWords(text));
+        completion({withPersonalWords(text)});
         return;
     }
     const QString systemPrompt = buildSystemPrompt(modePrompt, detectedLanguage.value_or(primaryLanguage),
@@ -100,7 +100,8 @@ void TextProcessor::processWithMode(const QString &text, const QString &systemPr
     m_service.send(RequestKind::ModeProcessing, content,
                    [this, text, completion = std::move(completion)](const TextAnswer &answer) {
                        logModeProcessing(answer);
-                       completion(answer.text ? *answer.text : withPersonalWords(text));
+                       completion(answer.text ? ProcessedText{*answer.text}
+                                              : ProcessedText{withPersonalWords(text), true});
                    });
 }
 

@@ -10,7 +10,7 @@ class HttpClient;
 
 /// The whole way from a raw transcript to the text to type: the local path, Bokmål by the service where Norwegian was
 /// spoken, and the selected mode, or else the person's own words and snippets. Whatever the service does, text comes
-/// out; only the log shows that it failed.
+/// out, which says whether the mode is missing from it.
 ///
 /// Without the service the completion comes before `process` returns, otherwise on a thread of the processor. A
 /// processor that ends completes nothing any more.
@@ -26,7 +26,8 @@ public:
                  Completion completion) override;
 
 private:
-    void normalizeBokmal(const QString &text, const QString &primaryLanguage, Completion continuation);
+    void normalizeBokmal(const QString &text, const QString &primaryLanguage,
+                         std::function<void(QString)> continuation);
     void finish(const QString &text, const std::optional<QString> &detectedLanguage,
                 const QString &primaryLanguage, const Completion &completion);
     void processWithMode(const QString &text, const QString &systemPrompt, Completion completion);

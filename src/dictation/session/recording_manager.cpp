@@ -104,6 +104,7 @@ void RecordingManager::recordingStarted(const QString &path) {
     m_recordingStartTime = m_with.queue.now();
     setState(State::recording);
     setErrorMessage({});
+    setNotice({});
     log(LogTag::Flow, u"Recording started"_s);
     m_with.sounds.play(SoundCue::Tink);
     keepServiceWarm();
@@ -242,16 +243,17 @@ void RecordingManager::process(const Dictation &dictation, const QString &text,
     log(LogTag::Latency,
         u"Post-processing starting (+%1ms after stop)"_s.arg(milliseconds(dictation.stopTime, postStart)));
     m_with.textProcessor.process(
-        text, language, whenAnswered([this, dictation, postStart](Date answered, const QString &final) {
+        text, language, whenAnswered([this, dictation, postStart](Date answered, const ProcessedText &final) {
             log(LogTag::Latency,
                 u"Post-processing complete (+%1ms after stop, processing took %2ms)"_s.arg(
                     milliseconds(dictation.stopTime, answered), milliseconds(postStart, answered)));
-            log(LogTag::Flow, u"Processed text "_s + textSummary(final, {}));
+            log(LogTag::Flow, u"Processed text "_s + textSummary(final.text, {}));
             finishDictation(dictation, final);
         }));
 }
 
-void RecordingManager::finishDictation(const Dictation &dictation, const QString &text) {
+void RecordingManager::finishDictation(const Dictation &dictation, const ProcessedText &processed) {
+    const auto &[text, lacksMode] = processed;
     if (isPromptEcho(text, dictation.prompt)) {
         log(LogTag::Flow, u"❌ EXIT: Hallucination detected (processed), discarding"_s);
         rejectPhantom();
@@ -263,6 +265,8 @@ void RecordingManager::finishDictation(const Dictation &dictation, const QString
         return;
     }
     deliver(dictation, text);
+    if (lacksMode)
+        setNotice(tr("Mode not applied"));
     setState(State::idle);
 }
 
@@ -321,6 +325,13 @@ void RecordingManager::setLiveText(const QString &text) {
         return;
     m_liveText = text;
     Q_EMIT liveTextChanged();
+}
+
+void RecordingManager::setNotice(const QString &notice) {
+    if (m_notice == notice)
+        return;
+    m_notice = notice;
+    Q_EMIT noticeChanged();
 }
 
 void RecordingManager::setLastTranscription(const QString &text) {

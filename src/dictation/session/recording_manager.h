@@ -25,6 +25,7 @@ class StatisticsReporter;
 class TextInsertion;
 class TextProcessing;
 class Workspace;
+struct ProcessedText;
 
 /// Drives one dictation from the wish to start until the text stands at the cursor: records, has the recording
 /// transcribed, cleans the text, refuses what nobody said, inserts, remembers and counts.
@@ -39,6 +40,7 @@ class RecordingManager final : public QObject {
     Q_PROPERTY(QString lastTranscription READ lastTranscription NOTIFY lastTranscriptionChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(QString liveText READ liveText NOTIFY liveTextChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(QString activeAppName READ activeAppName NOTIFY activeAppNameChanged)
 
 public:
@@ -77,6 +79,8 @@ public:
     /// What the service has heard of the recording so far; empty when nothing is known, and when no dictation runs. Shown,
     /// never inserted.
     [[nodiscard]] const QString &liveText() const { return m_liveText; }
+    /// What is to be known of the last text, though nothing failed; null when there is nothing, and once the next begins.
+    [[nodiscard]] const QString &notice() const { return m_notice; }
     /// The application that had focus when the last recording began.
     [[nodiscard]] const QString &activeAppName() const { return m_activeAppName; }
 
@@ -88,6 +92,7 @@ Q_SIGNALS:
     void lastTranscriptionChanged();
     void errorMessageChanged();
     void liveTextChanged();
+    void noticeChanged();
     void activeAppNameChanged();
     /// A start that was asked for led to no recording, and none runs.
     void startFailed();
@@ -113,7 +118,7 @@ private:
     void transcribe(Dictation dictation);
     void handleTranscriptionResult(const Dictation &dictation, const TranscriptionResult &result);
     void process(const Dictation &dictation, const QString &text, const std::optional<QString> &language);
-    void finishDictation(const Dictation &dictation, const QString &text);
+    void finishDictation(const Dictation &dictation, const ProcessedText &processed);
     void deliver(const Dictation &dictation, const QString &text);
     void rejectPhantom();
 
@@ -121,6 +126,7 @@ private:
     void applyState(State state);
     void setErrorMessage(const QString &message);
     void setLiveText(const QString &text);
+    void setNotice(const QString &notice);
     void setLastTranscription(const QString &text);
     void setActiveAppName(const QString &name);
     [[nodiscard]] QString sinceStop(const Dictation &dictation) const;
@@ -132,6 +138,7 @@ private:
     QString m_errorMessage;
     QString m_recordingPath; ///< Of the recording that is followed.
     QString m_liveText;
+    QString m_notice;
     QString m_activeAppName;
     std::optional<Date> m_recordingStartTime;
     MainQueue::Timer m_phantomMessageTimer;

@@ -14,7 +14,7 @@ namespace velmo {
 namespace {
 
 /// Time to read a message twice; the popover goes on showing it (a product decision).
-constexpr auto kErrorTime = 4000ms;
+constexpr auto kMessageTime = 4000ms;
 
 } // namespace
 
@@ -23,6 +23,10 @@ FloatingBar::FloatingBar(const Collaborators &collaborators) : m_with(collaborat
     connect(&manager, &RecordingManager::stateChanged, this, &FloatingBar::stateChanged);
     connect(&manager, &RecordingManager::activeAppNameChanged, this, &FloatingBar::initialChanged);
     connect(&manager, &RecordingManager::liveTextChanged, this, &FloatingBar::liveTextChanged);
+    connect(&manager, &RecordingManager::errorMessageChanged, this,
+            [this, &manager] { say(manager.errorMessage(), true); });
+    connect(&manager, &RecordingManager::noticeChanged, this,
+            [this, &manager] { say(manager.notice(), false); });
     connect(&m_with.levelMeter, &AudioLevelProvider::dotLevelsChanged, this, &FloatingBar::dotLevelsChanged);
     connect(&m_with.textInserter, &TextInserter::noticeChanged, this, &FloatingBar::messageChanged);
     connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &FloatingBar::triggerKeyNameChanged);
@@ -53,7 +57,7 @@ QString FloatingBar::triggerKeyName() const {
 }
 
 const QString &FloatingBar::message() const {
-    return isWarning() ? m_error : m_with.textInserter.notice();
+    return m_message.isEmpty() ? m_with.textInserter.notice() : m_message;
 }
 
 void FloatingBar::startRecording() {
@@ -68,15 +72,12 @@ void FloatingBar::cancelRecording() {
     m_with.recordingManager.cancelRecording();
 }
 
-void FloatingBar::takeError() {
-    m_errorTimer.reset();
-    m_error = m_with.recordingManager.errorMessage();
-    if (!m_error.isEmpty()) {
-        m_errorTimer = m_with.queue.after(kErrorTime, [this] {
-            m_error.clear();
-            Q_EMIT messageChanged();
-        });
-    }
+void FloatingBar::say(const QString &message, bool isWarning) {
+    m_messageTimer.reset();
+    m_message = message;
+    m_isWarning = isWarning && !message.isEmpty();
+    if (!message.isEmpty())
+        m_messageTimer = m_with.queue.after(kMessageTime, [this] { say({}, false); });
     Q_EMIT messageChanged();
 }
 

@@ -55,7 +55,7 @@ public:
     /// A sentence that is worth a look now; empty when there is none.
     [[nodiscard]] const QString &message() const;
     /// Whether the sentence says that something went wrong.
-    [[nodiscard]] bool isWarning() const { return !m_error.isEmpty(); }
+    [[nodiscard]] bool isWarning() const { return m_isWarning; }
 
     Q_INVOKABLE void startRecording();
     Q_INVOKABLE void stopRecording();
@@ -70,11 +70,12 @@ Q_SIGNALS:
     void messageChanged();
 
 private:
-    void takeError();
+    void say(const QString &message, bool isWarning);
 
     Collaborators m_with;
-    QString m_error; ///< The message of the last failure, for as long as it is shown here.
-    MainQueue::Timer m_errorTimer;
+    QString m_message; ///< Of the last dictation, for as long as it is shown here.
+    bool m_isWarning = false;
+    MainQueue::Timer m_messageTimer;
 };
 
 } // namespace velmo

@@ -23,6 +23,7 @@ MenuBarView::MenuBarView(const Collaborators &collaborators, Actions actions, co
     const RecordingManager &manager = m_with.recordingManager;
     connect(&manager, &RecordingManager::stateChanged, this, &MenuBarView::statusChanged);
     connect(&manager, &RecordingManager::errorMessageChanged, this, &MenuBarView::errorMessageChanged);
+    connect(&manager, &RecordingManager::noticeChanged, this, &MenuBarView::noticeChanged);
     connect(&m_with.hotkeyListener, &HotkeyListener::recordingModeChanged, this, &MenuBarView::statusChanged);
     connect(&m_with.triggerKeyName, &TriggerKeyName::changed, this, &MenuBarView::setupChanged);
     connect(this, &MenuBarView::setupChanged, this, &MenuBarView::statusChanged);
@@ -90,6 +91,10 @@ QString MenuBarView::idleSubtitle() const {
 
 const QString &MenuBarView::errorMessage() const {
     return m_with.recordingManager.errorMessage();
+}
+
+const QString &MenuBarView::notice() const {
+    return m_with.recordingManager.notice();
 }
 
 QString MenuBarView::setupHint() const {

@@ -44,6 +44,7 @@ class MenuBarView final : public QObject {
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY statusChanged)
     Q_PROPERTY(QString idleSubtitle READ idleSubtitle NOTIFY statusChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(bool hasAccessibility READ hasAccessibility NOTIFY setupChanged)
     Q_PROPERTY(bool isSetupRequired READ isSetupRequired NOTIFY setupChanged)
     Q_PROPERTY(QString setupHint READ setupHint NOTIFY setupChanged)
@@ -80,6 +81,8 @@ public:
     /// What it is while nothing is dictated.
     [[nodiscard]] QString idleSubtitle() const;
     [[nodiscard]] const QString &errorMessage() const;
+    /// What is to be known of the last text, though nothing failed.
+    [[nodiscard]] const QString &notice() const;
 
     [[nodiscard]] bool hasAccessibility() const { return m_hasAccessibility; }
     [[nodiscard]] bool isSetupRequired() const { return !m_hasAccessibility || !m_hasFnHotkey; }
@@ -102,6 +105,7 @@ public:
 Q_SIGNALS:
     void statusChanged();
     void errorMessageChanged();
+    void noticeChanged();
     void setupChanged();
     void entriesChanged();
 

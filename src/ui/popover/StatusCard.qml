@@ -7,6 +7,8 @@ Rectangle {
     id: card
 
     required property MenuBarView view
+    readonly property bool _hasError: view.errorMessage.length > 0
+    readonly property string _remark: _hasError ? view.errorMessage : view.notice
     readonly property color stateColor: view.isRecording ? Theme.red : view.isTranscribing ? Theme.blue : Theme.accent
 
     implicitHeight: content.implicitHeight + 28
@@ -15,7 +17,7 @@ Rectangle {
     border.width: 1
     border.color: Qt.tint(color, Theme.faded(stateColor, 0.2))
     Accessible.role: Accessible.StatusBar
-    Accessible.name: view.title + ", " + view.subtitle + (view.errorMessage.length > 0 ? ", " + view.errorMessage : "")
+    Accessible.name: view.title + ", " + view.subtitle + (_remark.length > 0 ? ", " + _remark : "")
 
     Column {
         id: content
@@ -91,27 +93,27 @@ Rectangle {
         }
 
         Divider {
-            visible: card.view.errorMessage.length > 0
+            visible: card._remark.length > 0
             width: parent.width
         }
 
         Row {
-            visible: card.view.errorMessage.length > 0
+            visible: card._remark.length > 0
             width: parent.width
             spacing: 8
 
             Symbol {
-                id: warning
-                name: "exclamationmark.triangle"
+                id: remarkSymbol
+                name: card._hasError ? "exclamationmark.triangle" : "info.circle"
                 pointSize: 13
-                color: Theme.orangeText
+                color: card._hasError ? Theme.orangeText : Theme.secondary
             }
 
             Label {
                 width: parent.width - x
-                text: card.view.errorMessage
+                text: card._remark
                 size: 12
-                color: Theme.orangeText
+                color: card._hasError ? Theme.orangeText : Theme.secondary
                 wrapMode: Text.Wrap
                 Accessible.ignored: true
             }

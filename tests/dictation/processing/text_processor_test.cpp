@@ -35,13 +35,14 @@ protected:
 
     QString process(const QString &text, const std::optional<QString> &detected = std::nullopt) {
         TextProcessor processor(*ServiceOrigin::parse(server.origin()), http, tokens, preferences);
-        CompletionProbe<QString> typed;
+        CompletionProbe<ProcessedText> typed;
         processor.process(text, detected, typed.callback());
-        QString result = typed.outcome();
+        const ProcessedText result = typed.outcome();
         http.waitUntilIdle();
         EXPECT_EQ(typed.calls(), 1);
         completedOn = typed.thread();
-        return result;
+        lacksMode = result.lacksMode;
+        return result.text;
     }
 
     /// The paths asked, in order.
@@ -68,6 +69,7 @@ protected:
     MemoryPreferences preferences;
     HttpClient http;
     std::thread::id completedOn;
+    bool lacksMode = false;
 };
 
 } // namespace
@@ -120,6 +122,7 @@ TEST_F(TextProcessorTest, AsksWhatItNeedsAndNothingElse) {
             preferences.set(key, value);
         const qsizetype alreadyAsked = asked().size();
         process(row.text, row.detected);
+        EXPECT_FALSE(lacksMode) << row.name;
         EXPECT_EQ(asked().mid(alreadyAsked).join(' ').replace("POST /api/", ""), row.asked) << row.name;
     }
 }
@@ -165,6 +168,7 @@ TEST_F(TextProcessorTest, FallsBackToTheLocalResult) {
         server.react(kNormalise, {reaction});
         server.react(kProcess, {reaction});
         EXPECT_EQ(process(u"det er grafena mvh"_s, u"no"_s), u"Det er Grafana Hilsen"_s) << name;
+        EXPECT_TRUE(lacksMode) << name;
         EXPECT_EQ(asked().size(), alreadyAsked + 2) << name;
         const bool isLost = reaction.then == Reaction::Then::Close;
         EXPECT_TRUE(logged().contains(isLost ? u"🇳🇴 [Normalize] Failed after Nms: The connection was lost."_s
@@ -190,7 +194,7 @@ TEST_F(TextProcessorTest, LogsWhatTheServiceDid) {
 
 TEST_F(TextProcessorTest, CompletesNothingOnceItHasEnded) {
     server.react(kNormalise, {Reaction{{}, Reaction::Then::Hold}});
-    CompletionProbe<QString> typed;
+    CompletionProbe<ProcessedText> typed;
     {
         TextProcessor processor(*ServiceOrigin::parse(server.origin()), http, tokens, preferences);
         processor.process(u"det er"_s, u"no"_s, typed.callback());

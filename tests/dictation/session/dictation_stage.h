@@ -32,7 +32,7 @@ struct DictationStage {
         queue.runPosted();
         transcriber.complete(Transcript{text, std::nullopt});
         queue.runPosted();
-        processor.complete(text);
+        processor.complete({text});
         queue.runPosted();
     }
 

@@ -56,7 +56,7 @@ protected:
     }
 
     void processed(const char *text) {
-        processor.complete(QString::fromUtf8(text));
+        processor.complete({QString::fromUtf8(text)});
         queue.runPosted();
     }
 
@@ -377,7 +377,7 @@ TEST_F(RecordingManagerTest, DeferredStepsDoNothingOnceItIsGone) {
     transcript("hei");
     manager.reset();
     log.clear();
-    processor.complete(u"Hei"_s);
+    processor.complete({u"Hei"_s});
     queue.runPosted();
     EXPECT_THAT(log.lines(), IsEmpty());
     EXPECT_THAT(insertion.inserted, IsEmpty());
@@ -389,7 +389,7 @@ TEST_F(RecordingManagerTest, TakesAnswersFromOtherThreads) {
     queue.runPosted();
     EXPECT_TRUE(log.contains(
         u"🎙️ [Flow] Server returned text (81 chars, lang: nil): \"%1\""_s.arg(u"å"_s.repeated(80))));
-    std::thread([&] { processor.complete(u"Hei"_s); }).join();
+    std::thread([&] { processor.complete({u"Hei"_s}); }).join();
     EXPECT_THAT(insertion.inserted, IsEmpty());
     queue.runPosted();
     EXPECT_EQ(insertion.inserted, QStringList{u"Hei"_s});

@@ -120,10 +120,15 @@ TEST_F(OverlayTest, CarriesAWholeDictationByMouse) {
 
     stage.transcriber.complete(Transcript{u"Hei"_s, u"no"_s});
     stage.queue.runPosted();
-    stage.processor.complete(u"Hei"_s);
+    stage.processor.complete({u"Hei"_s, true});
     stage.queue.runPosted();
     EXPECT_EQ(stage.clipboard.text(), u"Hei"_s);
+    EXPECT_EQ(bar->message(), u"Mode not applied"_s);
+    EXPECT_FALSE(bar->isWarning());
+    stage.queue.advance(4s);
     EXPECT_EQ(inputSizes(), u"72x24"_s);
+    click(handle());
+    EXPECT_EQ(stage.manager.notice(), QString()) << "it was about the last text";
 }
 
 TEST_F(OverlayTest, CancelsByMouse) {
