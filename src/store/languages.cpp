@@ -3,6 +3,8 @@
 #include "store/preference_keys.h"
 
 #include <QCoreApplication>
+#include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +44,20 @@ QString languageName(const QString &code) {
 
 QString primaryLanguage(const Preferences &preferences) {
     return preferences.string(keys::primaryLanguage).value_or(u"no"_s);
+}
+
+void choosePrimaryLanguage(Preferences &preferences, const QStringList &desktopLanguages) {
+    if (preferences.value(keys::primaryLanguage))
+        return;
+    for (const QString &desktopLanguage : desktopLanguages) {
+        const QString spoken = desktopLanguage.section(u'-', 0, 0);
+        const bool isNorwegian = spoken == u"nb" || spoken == u"nn";
+        const QString code = isNorwegian ? u"no"_s : spoken;
+        if (std::ranges::find(kOffered, code, &OfferedLanguage::code) != std::end(kOffered)) {
+            preferences.set(keys::primaryLanguage, code);
+            return;
+        }
+    }
 }
 
 QString selectedLanguagesText(const Preferences &preferences) {

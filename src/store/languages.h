@@ -30,6 +30,10 @@ inline constexpr QLatin1StringView defaultSelectedLanguages{"no,sv,da,fi,en"};
 /// The stored primary language, else "no".
 [[nodiscard]] QString primaryLanguage(const Preferences &preferences);
 
+/// Stores the first language on offer among those of a desktop ("nb-NO", "en"), dearest first, as the primary one; nothing
+/// where one is stored already or none is on offer.
+void choosePrimaryLanguage(Preferences &preferences, const QStringList &desktopLanguages);
+
 /// The comma-separated codes exactly as stored, else the default.
 [[nodiscard]] QString selectedLanguagesText(const Preferences &preferences);
 

@@ -67,6 +67,26 @@ TEST_F(LanguageChoiceTest, KeepsThePrimaryLanguageSelected) {
     }
 }
 
+TEST_F(LanguageChoiceTest, BeginsWithTheLanguageOfTheDesktop) {
+    const struct {
+        QStringList desktop;
+        QString expected;
+    } rows[] = {
+        {{u"nn-NO"_s, u"en"_s}, u"no|-"_s},
+        {{u"nb"_s}, u"no|-"_s},
+        {{u"de-DE"_s, u"fi-FI"_s, u"sv"_s}, u"fi|-"_s},
+        {{u"C"_s}, u"-|-"_s},
+    };
+    for (const auto &row : rows) {
+        preferences.remove(keys::primaryLanguage);
+        choosePrimaryLanguage(preferences, row.desktop);
+        EXPECT_EQ(stored(), row.expected) << row.desktop.first().toStdString();
+    }
+    preferences.set(keys::primaryLanguage, u"is"_s);
+    choosePrimaryLanguage(preferences, {u"sv"_s});
+    EXPECT_EQ(stored(), u"is|-"_s) << "chosen before";
+}
+
 TEST_F(LanguageChoiceTest, FollowsAndKeepsWhatAnotherProcessChose) {
     LanguageChoice choice(preferences, watch);
     int changes = 0;

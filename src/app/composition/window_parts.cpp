@@ -8,6 +8,7 @@
 #include "service/account/auth_manager.h"
 #include "service/sync/sync_manager.h"
 #include "store/history_store.h"
+#include "store/languages.h"
 #include "store/preference_watch.h"
 #include "ui/controls/interface_setup.h"
 #include "ui/models/account_view.h"
@@ -28,6 +29,7 @@
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QQuickWindow>
 
 namespace velmo {
@@ -99,6 +101,7 @@ WindowParts::WindowParts(const Collaborators &collaborators, Actions actions)
       m_loginItem(autostartFolder(), QCoreApplication::applicationFilePath()),
       m_popover({m_with.engine, m_with.core.mainQueue(), *m_with.display.floating, *m_with.display.mouse},
                 [this] { return makeMenuBarView(); }) {
+    choosePrimaryLanguage(m_with.core.preferences(), QLocale::system().uiLanguages());
     prepareInterface();
     followMotionPreference();
 }

@@ -31,6 +31,25 @@ LanguageChoice::LanguageChoice(Preferences &preferences, PreferenceWatch &watch)
     load();
 }
 
+QStringList LanguageChoice::names() {
+    QStringList names;
+    for (const Language &language : languages())
+        names.append(language.name);
+    return names;
+}
+
+int LanguageChoice::primaryRow() const {
+    const QList<Language> offered = languages();
+    const auto primary = std::ranges::find(offered, m_primaryLanguage, &Language::code);
+    return primary == offered.end() ? -1 : static_cast<int>(primary - offered.begin());
+}
+
+void LanguageChoice::choosePrimary(qsizetype row) {
+    const QList<Language> offered = languages();
+    if (row >= 0 && row < offered.size())
+        setPrimaryLanguage(offered[row].code);
+}
+
 void LanguageChoice::setPrimaryLanguage(const QString &code) {
     m_preferences.set(keys::primaryLanguage, code);
     publishPrimary(code);

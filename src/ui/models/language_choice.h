@@ -3,6 +3,7 @@
 #include "store/languages.h"
 
 #include <QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace velmo {
 
@@ -13,10 +14,11 @@ class PreferenceWatch;
 /// appears by itself. Nothing is stored before the first change. Main thread.
 class LanguageChoice final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QList<velmo::Language> languages READ languages CONSTANT)
-    Q_PROPERTY(
-        QString primaryLanguage READ primaryLanguage WRITE setPrimaryLanguage NOTIFY primaryLanguageChanged)
-    Q_PROPERTY(QStringList selectedLanguages READ selectedLanguages NOTIFY selectedLanguagesChanged)
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
+    Q_PROPERTY(QStringList names READ names CONSTANT)
+    Q_PROPERTY(int primaryRow READ primaryRow NOTIFY primaryLanguageChanged)
+    Q_PROPERTY(QString primaryName READ primaryName NOTIFY primaryLanguageChanged)
 
 public:
     /// Both outlive the choice.
@@ -24,6 +26,14 @@ public:
 
     /// What is on offer.
     [[nodiscard]] static QList<Language> languages() { return offeredLanguages(); }
+
+    /// Their names, in the same order.
+    [[nodiscard]] static QStringList names();
+
+    /// The place of the primary language in what is on offer; -1 when it is not.
+    [[nodiscard]] int primaryRow() const;
+    [[nodiscard]] QString primaryName() const { return languageName(m_primaryLanguage); }
+    Q_INVOKABLE void choosePrimary(qsizetype row);
 
     [[nodiscard]] const QString &primaryLanguage() const { return m_primaryLanguage; }
     /// Also selects the language where it was not.
@@ -33,7 +43,7 @@ public:
     [[nodiscard]] const QStringList &selectedLanguages() const { return m_selectedLanguages; }
 
     /// Selects the language or leaves it out; the primary language stays as it is. The set is stored in any case.
-    Q_INVOKABLE void toggleLanguage(const QString &code);
+    void toggleLanguage(const QString &code);
 
 Q_SIGNALS:
     void primaryLanguageChanged();

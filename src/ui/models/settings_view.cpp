@@ -11,8 +11,6 @@
 #include "store/rule_scope.h"
 #include "ui/models/platform_texts.h"
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace velmo {
@@ -34,34 +32,12 @@ SettingsView::SettingsView(const Collaborators &collaborators)
 
 // Languages
 
-QStringList SettingsView::languageNames() const {
-    QStringList names;
-    for (const LanguageRow &language : m_languages.rows())
-        names.append(language.name);
-    return names;
-}
-
-int SettingsView::primaryLanguage() const {
-    const auto primary = std::ranges::find_if(m_languages.rows(), &LanguageRow::isPrimary);
-    return primary == m_languages.rows().end() ? -1 : static_cast<int>(primary - m_languages.rows().begin());
-}
-
-QString SettingsView::primaryLanguageName() const {
-    return languageName(m_choice.primaryLanguage());
-}
-
-void SettingsView::choosePrimaryLanguage(qsizetype row) {
-    if (row >= 0 && row < m_languages.rows().size())
-        m_choice.setPrimaryLanguage(QString(m_languages.rows()[row].code));
-}
-
 void SettingsView::loadLanguages() {
     QList<LanguageRow> rows;
     for (const Language &language : LanguageChoice::languages())
         rows.append({language.code, language.name, m_choice.selectedLanguages().contains(language.code),
                      language.code == m_choice.primaryLanguage()});
     m_languages.setRows(rows);
-    Q_EMIT languagesChanged();
 }
 
 void SettingsView::setFollowsSpokenLanguage(bool follows) {

@@ -62,9 +62,7 @@ class SettingsView final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(QAbstractItemModel *languages READ languages CONSTANT)
-    Q_PROPERTY(QStringList languageNames READ languageNames CONSTANT)
-    Q_PROPERTY(int primaryLanguage READ primaryLanguage NOTIFY languagesChanged)
-    Q_PROPERTY(QString primaryLanguageName READ primaryLanguageName NOTIFY languagesChanged)
+    Q_PROPERTY(velmo::LanguageChoice *choice READ choice CONSTANT)
     Q_PROPERTY(bool followsSpokenLanguage READ followsSpokenLanguage WRITE setFollowsSpokenLanguage NOTIFY
                    followsSpokenLanguageChanged)
     Q_PROPERTY(bool showsLiveWords READ showsLiveWords WRITE setShowsLiveWords NOTIFY showsLiveWordsChanged)
@@ -95,11 +93,7 @@ public:
     explicit SettingsView(const Collaborators &collaborators);
 
     [[nodiscard]] RowModel<LanguageRow> *languages() { return &m_languages; }
-    [[nodiscard]] QStringList languageNames() const;
-    /// The row of the primary language; -1 when it is not on offer.
-    [[nodiscard]] int primaryLanguage() const;
-    [[nodiscard]] QString primaryLanguageName() const;
-    Q_INVOKABLE void choosePrimaryLanguage(qsizetype row);
+    [[nodiscard]] LanguageChoice *choice() { return &m_choice; }
     Q_INVOKABLE void toggleLanguage(const QString &code) { m_choice.toggleLanguage(code); }
 
     /// Whether only the rules of the language that was spoken apply, not those of all selected ones.
@@ -133,7 +127,6 @@ public:
     Q_INVOKABLE void disappear();
 
 Q_SIGNALS:
-    void languagesChanged();
     void followsSpokenLanguageChanged();
     void showsLiveWordsChanged();
     void permissionsChanged();

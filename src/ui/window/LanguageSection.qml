@@ -19,11 +19,11 @@ SettingsSection {
 
         Picker {
             implicitWidth: 168
-            choices: section.settings.languageNames
-            current: section.settings.primaryLanguage
-            displayText: section.settings.primaryLanguageName
+            choices: section.settings.choice.names
+            current: section.settings.choice.primaryRow
+            displayText: section.settings.choice.primaryName
             Accessible.name: qsTr("Primary Language")
-            onChosen: row => section.settings.choosePrimaryLanguage(row)
+            onChosen: row => section.settings.choice.choosePrimary(row)
         }
     }
 
