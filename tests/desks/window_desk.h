@@ -18,6 +18,7 @@ struct OtherPages {
     ModeView *mode = nullptr;
     AccountView *account = nullptr;
     SettingsView *settings = nullptr;
+    SpeechView *speech = nullptr;
 };
 
 /// Somebody's texts, and the main window over them, with the real stores and page states.
@@ -28,7 +29,7 @@ struct WindowDesk : ListDesk<Queue> {
         : ListDesk<Queue>(fill),
           controller(engine,
                      {view, this->undoOffer, &home, &dictionary, &snippetsView, pages.mode, pages.account,
-                      pages.settings},
+                      pages.settings, pages.speech},
                      [this] { return hasTray; }) {}
 
     std::optional<qint64> serverTotalWords;

@@ -21,7 +21,7 @@ int main(int argc, char **argv) {
     const QStringList wanted = arguments.mid(2);
     Stage stage(arguments[1]);
     for (const Scene &scene : accountScenes() + controlScenes() + floatingScenes() + modeScenes() +
-                                  onboardingScenes() + settingsScenes() + windowScenes()) {
+                                  onboardingScenes() + settingsScenes() + speechScenes() + windowScenes()) {
         if (wanted.isEmpty() || wanted.contains(scene.name))
             scene.play(stage);
     }

@@ -13,6 +13,12 @@ PageView::PageView(QQmlEngine &engine, MainWindowView::SidebarPage page, OtherPa
     Stage::wait(50);
 }
 
+void PageView::type(const QString &text) {
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(&m_window, &press);
+    Stage::wait(50);
+}
+
 void PageView::press(int key, Qt::KeyboardModifiers modifiers) {
     QKeyEvent press(QEvent::KeyPress, key, modifiers);
     QKeyEvent release(QEvent::KeyRelease, key, modifiers);

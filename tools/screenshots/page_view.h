@@ -19,6 +19,7 @@ public:
 
     /// Presses and releases a key.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void type(const QString &text);
 
 private:
     WindowSet m_set;

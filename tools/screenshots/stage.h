@@ -43,6 +43,7 @@ struct Scene {
 [[nodiscard]] QList<Scene> modeScenes();
 [[nodiscard]] QList<Scene> onboardingScenes();
 [[nodiscard]] QList<Scene> settingsScenes();
+[[nodiscard]] QList<Scene> speechScenes();
 [[nodiscard]] QList<Scene> windowScenes();
 
 } // namespace velmo::screenshots

@@ -13,6 +13,8 @@
 #include "platform/linux/xdg/xdg_url_opener.h"
 #include "service/account/auth_manager.h"
 #include "service/http/http_client.h"
+#include "service/status/service_status_client.h"
+#include "service/status/service_watch.h"
 #include "service/sync/sync_manager.h"
 #include "service/transcription/transcription_client.h"
 #include "store/history_store.h"
@@ -129,6 +131,16 @@ ApplicationBus &CoreParts::signInBus() {
 
 HttpClient &CoreParts::httpClient() {
     return ensure(m_httpClient, [] { return std::make_unique<HttpClient>(); });
+}
+
+ServiceStatusClient &CoreParts::serviceStatus() {
+    return ensure(m_serviceStatus,
+                  [this] { return std::make_unique<ServiceStatusClient>(m_origin, httpClient()); });
+}
+
+ServiceWatch &CoreParts::serviceWatch() {
+    return ensure(m_serviceWatch,
+                  [this] { return std::make_unique<ServiceWatch>(serviceStatus(), mainQueue()); });
 }
 
 Transcriber &CoreParts::transcriptionClient() {

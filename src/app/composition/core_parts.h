@@ -20,6 +20,8 @@ class Keychain;
 class MainQueue;
 class PreferenceWatch;
 class Preferences;
+class ServiceStatusClient;
+class ServiceWatch;
 class SyncManager;
 class TextProcessing;
 class Transcriber;
@@ -56,6 +58,8 @@ public:
     /// Where the desktop application is found, and where a sign-in on the command line is.
     ApplicationBus &applicationBus();
     ApplicationBus &signInBus();
+    ServiceStatusClient &serviceStatus();
+    ServiceWatch &serviceWatch();
     Transcriber &transcriptionClient();
     TextProcessing &textProcessor();
     const AudioLength &audioLength();
@@ -89,6 +93,8 @@ private:
     std::unique_ptr<HttpClient> m_httpClient;
     std::unique_ptr<AuthManager> m_authManager;
     std::unique_ptr<SyncManager> m_syncManager;
+    std::unique_ptr<ServiceStatusClient> m_serviceStatus;
+    std::unique_ptr<ServiceWatch> m_serviceWatch;
     std::unique_ptr<Transcriber> m_transcriptionClient;
     std::unique_ptr<TextProcessing> m_textProcessor;
 };

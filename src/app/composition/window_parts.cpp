@@ -6,6 +6,7 @@
 #include "dictation/session/recording_manager.h"
 #include "platform/linux/x11/x11_input.h"
 #include "service/account/auth_manager.h"
+#include "service/status/service_watch.h"
 #include "service/sync/sync_manager.h"
 #include "store/history_store.h"
 #include "store/languages.h"
@@ -21,6 +22,7 @@
 #include "ui/models/onboarding_view.h"
 #include "ui/models/settings_view.h"
 #include "ui/models/snippets_view.h"
+#include "ui/models/speech_view.h"
 #include "ui/models/undo_offer.h"
 #include "ui/onboarding/onboarding_window_controller.h"
 #include "ui/overlay/recording_overlay_controller.h"
@@ -59,7 +61,11 @@ struct WindowParts::MainWindow {
           settings({with.core.preferences(), with.core.preferenceWatch(), with.hotkeyListener, triggerKey,
                     *with.display.permission, with.microphonePermission, with.microphonePresence,
                     with.systemSettings, loginItem, QCoreApplication::applicationVersion()}),
-          window(with.engine, {view, undoOffer, &home, &dictionary, &snippets, &mode, &account, &settings},
+          trial(with.core.mainQueue(), with.recordingManager),
+          speech({with.core.mainQueue(), with.core.preferences(), with.core.preferenceWatch(),
+                  with.core.serviceStatus(), with.core.serviceWatch(), trial, calendar}),
+          window(with.engine,
+                 {view, undoOffer, &home, &dictionary, &snippets, &mode, &account, &settings, &speech},
                  StatusItem::hasHost) {
         const auto refresh = [this] { home.refresh(); };
         QObject::connect(&with.core.authManager(), &AuthManager::isLoggedInChanged, &home, refresh);
@@ -78,6 +84,8 @@ struct WindowParts::MainWindow {
     ModeView mode;
     AccountView account;
     SettingsView settings;
+    SpeechTrial trial;
+    SpeechView speech;
     MainWindowController window;
 };
 

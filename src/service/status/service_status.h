@@ -23,8 +23,9 @@ using StatusResult = Result<Value, StatusFailure>;
 /// What recognises speech there, and since when.
 struct ServiceHealth {
     std::optional<Date> since; ///< When the service began.
-    QString engine;            ///< "Whisper", "PocketSphinx", "server" (another one does the work).
-    QString model;             ///< Null where the engine has none to choose.
+    QString
+        engine; ///< "Whisper", "PocketSphinx", "server" (another one does the work); null where it does not say.
+    QString model;                        ///< Null where the engine has none to choose.
     std::optional<QStringList> languages; ///< Codes of what it understands; absent where that is not known.
     QString languageModel;                ///< What modes go through, for people; null when there is none.
 

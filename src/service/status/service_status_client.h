@@ -5,6 +5,7 @@
 #include "service/status/service_status.h"
 #include "service/wire/service_origin.h"
 
+#include <QJsonObject>
 #include <functional>
 
 namespace velmo {

@@ -43,7 +43,7 @@ bool ServiceWatch::isOnThisMachine() const {
 }
 
 bool ServiceWatch::lacksLanguageModel() const {
-    return m_health && m_health->languageModel.isEmpty();
+    return m_health && !m_health->engine.isEmpty() && m_health->languageModel.isEmpty();
 }
 
 std::unique_ptr<ServiceWatch::Look> ServiceWatch::look() {

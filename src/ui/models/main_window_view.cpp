@@ -9,7 +9,7 @@ namespace velmo {
 MainWindowView::MainWindowView(QString version) : m_version(std::move(version)) {}
 
 void MainWindowView::selectPage(int page) {
-    if (page == m_selectedPage || page < Home || page > Settings)
+    if (page == m_selectedPage || page < Home || page > Speech)
         return;
     m_selectedPage = page;
     Q_EMIT selectedPageChanged();
@@ -29,6 +29,7 @@ QList<SidebarItem> MainWindowView::lowerPages() {
     return {
         {Account, tr("Account"), u"person.circle"_s},
         {Settings, tr("Settings"), u"gearshape"_s},
+        {Speech, tr("Speech"), u"waveform"_s},
     };
 }
 

@@ -32,7 +32,7 @@ class MainWindowView final : public QObject {
     Q_PROPERTY(bool showClosingNotice READ showClosingNotice NOTIFY showClosingNoticeChanged)
 
 public:
-    enum SidebarPage { Home, Dictionary, Snippets, Mode, Notes, Account, Settings };
+    enum SidebarPage { Home, Dictionary, Snippets, Mode, Notes, Account, Settings, Speech };
     Q_ENUM(SidebarPage)
 
     /// @param version the application's, "1.0.0".

@@ -14,6 +14,7 @@ Rectangle {
     required property ModeView mode
     required property AccountView account
     required property SettingsView settings
+    required property SpeechView speech
 
     color: Theme.window
 
@@ -76,6 +77,13 @@ Rectangle {
             view: window.view
             coveredBelow: undoToast.coveredBelow
             sourceComponent: SettingsPage { view: window.settings } // qmllint disable unqualified
+        }
+
+        PageFrame {
+            page: MainWindowView.Speech
+            view: window.view
+            coveredBelow: undoToast.coveredBelow
+            sourceComponent: SpeechPage { view: window.speech } // qmllint disable unqualified
         }
     }
 

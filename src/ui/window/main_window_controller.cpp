@@ -7,6 +7,7 @@
 #include "ui/models/mode_view.h"
 #include "ui/models/settings_view.h"
 #include "ui/models/snippets_view.h"
+#include "ui/models/speech_view.h"
 #include "ui/models/undo_offer.h"
 
 #include <QCloseEvent>
@@ -47,7 +48,8 @@ public:
                               {u"snippets"_s, QVariant::fromValue(models.snippets)},
                               {u"mode"_s, QVariant::fromValue(models.mode)},
                               {u"account"_s, QVariant::fromValue(models.account)},
-                              {u"settings"_s, QVariant::fromValue(models.settings)}});
+                              {u"settings"_s, QVariant::fromValue(models.settings)},
+                              {u"speech"_s, QVariant::fromValue(models.speech)}});
         setSource(QUrl(u"qrc:/qt-project.org/imports/Velmo/Window/MainWindow.qml"_s));
         connect(&m_view, &MainWindowView::closingNoticeRead, this, &QWindow::close);
     }

@@ -16,6 +16,7 @@ class MainWindowView;
 class ModeView;
 class SettingsView;
 class SnippetsView;
+class SpeechView;
 class UndoOffer;
 
 /// The main window: made when it is first shown; closing hides it, and the same window is shown again with the page
@@ -33,6 +34,7 @@ public:
         ModeView *mode;
         AccountView *account;
         SettingsView *settings;
+        SpeechView *speech;
     };
 
     /// @param hasTrayHost whether the person finds Velmo in a tray; asked when the window closes.
