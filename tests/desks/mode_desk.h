@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desks/list_desk.h"
+#include "desks/service_desk.h"
 #include "store/custom_modes.h"
 #include "support/manual_main_queue.h"
 #include "ui/models/mode_view.h"
@@ -22,7 +23,8 @@ struct ModeDesk : ListDesk<ManualMainQueue> {
                        QStringLiteral("lightbulb")});
     }
 
-    ModeView view{preferences, watch, undoOffer};
+    ServiceDesk service{queue};
+    ModeView view{preferences, watch, service.watch, undoOffer};
 };
 
 } // namespace velmo::testing

@@ -1,5 +1,6 @@
 #include "ui/models/mode_view.h"
 
+#include "desks/service_desk.h"
 #include "list_page_fixture.h"
 #include "store/custom_modes.h"
 #include "support/qt_printing.h"
@@ -26,10 +27,12 @@ protected:
         view.sheet()->setPrompt(prompt);
         view.sheet()->confirm();
     }
+
+    testing::ServiceDesk service{queue};
 };
 
 TEST_F(ModeViewTest, MakesEditsAndRemovesAModeThatIsChosen) {
-    ModeView view(preferences, watch, undoOffer);
+    ModeView view(preferences, watch, service.watch, undoOffer);
     EXPECT_EQ(cards(*view.builtInModes()),
               u"[Accurate], Fix Grammar, Professional, Casual, Summarize, Bullet Points"_s);
 
@@ -57,7 +60,7 @@ TEST_F(ModeViewTest, MakesEditsAndRemovesAModeThatIsChosen) {
 }
 
 TEST_F(ModeViewTest, ShowsWhatIsUsedWhateverIsStored) {
-    ModeView view(preferences, watch, undoOffer);
+    ModeView view(preferences, watch, service.watch, undoOffer);
     storeElsewhere(keys::customModes,
                    u"[{\"id\":\"casual\",\"name\":\"Mine\",\"systemPrompt\":\"x\",\"icon\":\"globe\"}]"_s);
     storeElsewhere(keys::selectedMode, u"casual"_s);
@@ -66,6 +69,19 @@ TEST_F(ModeViewTest, ShowsWhatIsUsedWhateverIsStored) {
     storeElsewhere(keys::selectedMode, u"gone"_s);
     EXPECT_EQ(cards(*view.builtInModes()).left(10), u"[Accurate]"_s);
     EXPECT_EQ(view.caption(), u"AI processing enabled"_s);
+    service.runsWhisper();
+    view.setShown(true);
+    service.http.waitUntilIdle();
+    queue.runPosted();
+    EXPECT_EQ(view.caption(), u"Base cleanup only"_s) << "the service has no language model";
+    EXPECT_TRUE(view.problem().contains(u"no language model"_s));
+    service.runsWhisper(R"("llama3")");
+    queue.advance(std::chrono::milliseconds(1500));
+    service.http.waitUntilIdle();
+    queue.runPosted();
+    EXPECT_EQ(view.caption() + view.problem(), u"AI processing enabled"_s);
+    view.setShown(false);
+    EXPECT_EQ(queue.pendingTimers(), 0U);
     view.setSmartFormatting(false);
     EXPECT_EQ(view.caption(), u"Base cleanup only"_s);
     EXPECT_EQ(preferences.boolean(keys::smartFormatting), false);

@@ -17,6 +17,8 @@ Scene scene(const QString &name, QSize size, const std::function<void(ModeDesk &
                 ModeDesk desk;
                 set(desk);
                 PageView page(stage.engine(), MainWindowView::Mode, {.mode = &desk.view}, size);
+                desk.service.http.waitUntilIdle();
+                desk.queue.runPosted();
                 if (then)
                     then(desk, page);
                 stage.photograph(page.window(), name);
@@ -44,6 +46,11 @@ QList<Scene> modeScenes() {
               [](ModeDesk &desk) {
                   desk.view.choose(u"summarize"_s);
                   desk.view.setSmartFormatting(false);
+              }),
+        scene(u"mode-without"_s, PageView::smallestSize,
+              [](ModeDesk &desk) {
+                  setFixGrammar(desk);
+                  desk.service.runsWhisper();
               }),
         scene(
             u"mode-new"_s, ordinary, [](ModeDesk &) {},

@@ -55,7 +55,7 @@ struct WindowParts::MainWindow {
                 undoOffer, with.display.permission->isTrusted()}),
           listPage{with.core.preferences(), with.core.preferenceWatch(), collation,
                    with.core.authManager(), with.core.syncManager(),     undoOffer},
-          mode(with.core.preferences(), with.core.preferenceWatch(), undoOffer),
+          mode(with.core.preferences(), with.core.preferenceWatch(), with.core.serviceWatch(), undoOffer),
           account({with.core.mainQueue(), with.core.authManager(), with.core.syncManager(), calendar,
                    with.core.isServiceOnThisMachine()}),
           settings({with.core.preferences(), with.core.preferenceWatch(), with.hotkeyListener, triggerKey,

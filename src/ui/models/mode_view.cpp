@@ -32,8 +32,10 @@ ModeCard cardOf(const Mode &mode, bool isChosen) {
 
 } // namespace
 
-ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer)
-    : m_preferences(preferences), m_undoOffer(undoOffer), m_settings(preferences) {
+ModeView::ModeView(Preferences &preferences, PreferenceWatch &watch, ServiceWatch &service,
+                   UndoOffer &undoOffer)
+    : m_preferences(preferences), m_service(service), m_undoOffer(undoOffer), m_settings(preferences) {
+    connect(&m_service, &ServiceWatch::changed, this, &ModeView::modesChanged);
     for (const QLatin1StringView key : {keys::selectedMode, keys::smartFormatting, keys::customModes})
         watch.follow(key, this, [this] { load(); });
     load();
@@ -46,8 +48,25 @@ void ModeView::setSmartFormatting(bool isOn) {
     load();
 }
 
+bool ModeView::isProcessing() const {
+    return m_smartFormatting && !m_service.lacksLanguageModel();
+}
+
 QString ModeView::caption() const {
-    return m_smartFormatting ? tr("AI processing enabled") : tr("Base cleanup only");
+    return isProcessing() ? tr("AI processing enabled") : tr("Base cleanup only");
+}
+
+QString ModeView::problem() const {
+    return m_smartFormatting && m_service.lacksLanguageModel()
+               ? tr("The speech service has no language model, so no mode is applied.")
+               : QString();
+}
+
+void ModeView::setShown(bool isShown) {
+    if (isShown == this->isShown())
+        return;
+    m_look = isShown ? m_service.look() : nullptr;
+    Q_EMIT isShownChanged();
 }
 
 void ModeView::appear() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/lifetime.h"
+#include "service/status/service_watch.h"
 #include "text/modes/mode_settings.h"
 #include "ui/models/mode_editor_sheet.h"
 #include "ui/models/row_model.h"
@@ -41,7 +42,10 @@ class ModeView final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application makes it.")
     Q_PROPERTY(bool smartFormatting READ smartFormatting WRITE setSmartFormatting NOTIFY modesChanged)
+    Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY modesChanged)
     Q_PROPERTY(QString caption READ caption NOTIFY modesChanged)
+    Q_PROPERTY(QString problem READ problem NOTIFY modesChanged)
+    Q_PROPERTY(bool isShown READ isShown WRITE setShown NOTIFY isShownChanged)
     Q_PROPERTY(QAbstractItemModel *builtInModes READ builtInModes CONSTANT)
     Q_PROPERTY(QAbstractItemModel *customModes READ customModes CONSTANT)
     Q_PROPERTY(bool hasCustomModes READ hasCustomModes NOTIFY modesChanged)
@@ -49,12 +53,20 @@ class ModeView final : public QObject {
 
 public:
     /// All of them outlive the view.
-    ModeView(Preferences &preferences, PreferenceWatch &watch, UndoOffer &undoOffer);
+    ModeView(Preferences &preferences, PreferenceWatch &watch, ServiceWatch &service, UndoOffer &undoOffer);
     ~ModeView() override;
 
     [[nodiscard]] bool smartFormatting() const { return m_smartFormatting; }
     void setSmartFormatting(bool isOn);
+    /// Whether texts go through the selected mode, as far as is known.
+    [[nodiscard]] bool isProcessing() const;
     [[nodiscard]] QString caption() const;
+    /// Why no text goes through the selected mode although it should; empty where nothing is known to keep it.
+    [[nodiscard]] QString problem() const;
+
+    /// While it is shown the page follows what the service has.
+    [[nodiscard]] bool isShown() const { return m_look != nullptr; }
+    void setShown(bool isShown);
 
     [[nodiscard]] RowModel<ModeCard> *builtInModes() { return &m_builtInModes; }
     [[nodiscard]] RowModel<ModeCard> *customModes() { return &m_customModes; }
@@ -74,6 +86,7 @@ public:
 
 Q_SIGNALS:
     void modesChanged();
+    void isShownChanged();
     void sheetChanged();
 
 private:
@@ -89,6 +102,7 @@ private:
     void closeSheet();
 
     Preferences &m_preferences;
+    ServiceWatch &m_service;
     UndoOffer &m_undoOffer;
     ModeSettings m_settings;
     bool m_smartFormatting = true;
@@ -96,6 +110,7 @@ private:
     RowModel<ModeCard> m_customModes;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_sheet;
     std::unique_ptr<ModeEditorSheet, DeleteLater> m_closedSheet; ///< Can still be seen while it fades.
+    std::unique_ptr<ServiceWatch::Look> m_look;
     Lifetime m_lifetime;
 };
 

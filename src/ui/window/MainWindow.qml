@@ -55,7 +55,12 @@ Rectangle {
             page: MainWindowView.Mode
             view: window.view
             coveredBelow: undoToast.coveredBelow
-            sourceComponent: ModePage { view: window.mode } // qmllint disable unqualified
+            sourceComponent: ModePage {
+                // qmllint disable unqualified
+                view: window.mode
+                onLanguageModelWanted: window.view.selectedPage = MainWindowView.Speech
+                // qmllint enable unqualified
+            }
         }
 
         PageFrame {

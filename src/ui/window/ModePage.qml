@@ -1,4 +1,6 @@
 import QtQuick
+import QtQuick.Layouts
+import QtQuick.Window
 import Velmo.Controls
 import Velmo.Models
 
@@ -8,15 +10,44 @@ Page {
 
     required property ModeView view
 
+    /// The person wants to give the service one.
+    signal languageModelWanted()
+
     title: qsTr("Mode")
     description: qsTr("Choose how Velmo processes your dictated text. Modes with AI processing use GPT to refine the output.")
     descriptionWidth: 672
     Component.onCompleted: view.appear()
     onVisibleChanged: if (visible) view.appear()
 
+    Binding {
+        target: page.view
+        property: "isShown"
+        value: page.visible && page.Window.visibility !== Window.Hidden && page.Window.visibility !== Window.Minimized
+    }
+
     SmartFormattingCard {
         width: parent.width
         mode: page.view
+    }
+
+    RowLayout {
+        width: parent.width
+        visible: page.view.problem.length > 0
+        spacing: 12
+
+        Warning {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            maximumWidth: width
+            text: page.view.problem
+        }
+
+        SecondaryButton {
+            small: true
+            text: qsTr("Choose One…")
+            Accessible.description: page.view.problem
+            onClicked: page.languageModelWanted()
+        }
     }
 
     Column {

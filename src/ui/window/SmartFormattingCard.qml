@@ -42,7 +42,7 @@ Card {
             spacing: 6
 
             Symbol {
-                visible: card.mode.smartFormatting
+                visible: card.mode.isProcessing
                 anchors.verticalCenter: parent.verticalCenter
                 name: "sparkles"
                 pointSize: 12
@@ -53,7 +53,7 @@ Card {
                 text: card.mode.caption
                 size: 12
                 weight: Font.Medium
-                color: card.mode.smartFormatting ? Theme.accent : Theme.secondary
+                color: card.mode.isProcessing ? Theme.accent : Theme.secondary
             }
         }
 
