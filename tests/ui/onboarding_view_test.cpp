@@ -12,6 +12,7 @@ class OnboardingViewTest : public ::testing::Test, protected testing::Onboarding
 protected:
     OnboardingViewTest() {
         QObject::connect(&view, &OnboardingView::completed, [this] { ++completions; });
+        QObject::connect(&view, &OnboardingView::closed, [this] { ++closings; });
     }
 
     /// Each step: "done", "later: note", or "now: button, hint", with ordinary blanks.
@@ -27,6 +28,7 @@ protected:
     }
 
     int completions = 0;
+    int closings = 0;
 };
 
 TEST_F(OnboardingViewTest, GoesFromNothingToDone) {
@@ -76,6 +78,32 @@ TEST_F(OnboardingViewTest, GoesFromNothingToDone) {
     EXPECT_EQ(completions, 0);
     desktop.queue.advance(1ms);
     EXPECT_EQ(completions, 1);
+    EXPECT_EQ(closings, 0) << "there is a field to try";
+    view.done();
+    EXPECT_EQ(closings, 1);
+}
+
+TEST_F(OnboardingViewTest, NamesWhatRecognisesThePrimaryLanguage) {
+    const auto look = [this] {
+        service.http.waitUntilIdle();
+        desktop.queue.runPosted();
+    };
+    service.runs(R"("engine":"PocketSphinx")", R"("en")");
+    view.start();
+    look();
+    EXPECT_EQ(
+        view.speech(),
+        u"Speech by PocketSphinx. Norwegian is not understood by this engine. Get a model on the Speech page."_s);
+    EXPECT_TRUE(view.isSpeechMissing());
+    view.languages()->choosePrimary(4);
+    EXPECT_EQ(view.speech(), u"Speech by PocketSphinx"_s);
+    EXPECT_EQ(desktop.preferences.string(keys::primaryLanguage), u"en"_s);
+    service.server.react("/health", {{{}, testing::Reaction::Then::Close}});
+    desktop.queue.advance(2s);
+    look();
+    EXPECT_TRUE(
+        view.speech().contains(u"does not answer. Start it with the command <b>velmo-local-service</b>"_s));
+    EXPECT_TRUE(view.isSpeechMissing());
 }
 
 } // namespace velmo

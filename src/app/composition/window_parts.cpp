@@ -91,10 +91,13 @@ struct WindowParts::MainWindow {
 
 struct WindowParts::Onboarding {
     Onboarding(const Collaborators &with, TriggerKeyCapture &triggerKey)
-        : view({with.core.mainQueue(), with.hotkeyListener, triggerKey, *with.display.permission,
-                with.microphonePermission, with.microphonePresence, with.systemSettings}),
+        : trial(with.core.mainQueue(), with.recordingManager),
+          view({with.core.mainQueue(), with.hotkeyListener, triggerKey, *with.display.permission,
+                with.microphonePermission, with.microphonePresence, with.systemSettings,
+                with.core.preferences(), with.core.preferenceWatch(), with.core.serviceWatch(), trial}),
           window(with.engine, with.core.preferences(), view) {}
 
+    SpeechTrial trial;
     OnboardingView view;
     OnboardingWindowController window;
 };

@@ -6,6 +6,7 @@
 #include "platform/microphone_presence.h"
 #include "platform/system_settings.h"
 #include "ui/models/platform_texts.h"
+#include "ui/models/speech_texts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,12 +23,32 @@ constexpr auto kCompletionDelay = 2s;
 
 } // namespace
 
-OnboardingView::OnboardingView(const Collaborators &collaborators) : m_with(collaborators) {
+OnboardingView::OnboardingView(const Collaborators &collaborators)
+    : m_with(collaborators), m_languages(m_with.preferences, m_with.watch) {
     const TriggerKeyCapture *key = &m_with.triggerKey;
     for (const auto change : {&TriggerKeyCapture::keyNameChanged, &TriggerKeyCapture::isCapturingChanged,
                               &TriggerKeyCapture::refusalChanged})
         connect(key, change, this, &OnboardingView::update);
+    connect(&m_with.service, &ServiceWatch::changed, this, &OnboardingView::speechChanged);
+    connect(&m_languages, &LanguageChoice::primaryLanguageChanged, this, &OnboardingView::speechChanged);
     read();
+}
+
+QString OnboardingView::speech() const {
+    const QString standing = speech_texts::standing(m_with.service).toHtmlEscaped();
+    const QString problem = speech_texts::languagesProblem({m_languages.primaryLanguage()}, m_with.service);
+    const QString remedy = speech_texts::remedyForSilence(m_with.service);
+    if (!remedy.isEmpty())
+        return u"%1 %2"_s.arg(standing, remedy);
+    if (problem.isEmpty())
+        return standing;
+    return tr("%1. %2 Get a model on the Speech page.").arg(standing, problem.toHtmlEscaped());
+}
+
+bool OnboardingView::isSpeechMissing() const {
+    return m_with.service.standing() == ServiceWatch::Standing::Silent ||
+           !m_with.service.failure().isEmpty() ||
+           !speech_texts::notUnderstood({m_languages.primaryLanguage()}, m_with.service).isEmpty();
 }
 
 QString OnboardingView::waitingText() const {
@@ -43,12 +64,14 @@ QString OnboardingView::doneText() const {
 }
 
 void OnboardingView::start() {
+    m_look = m_with.service.look();
     read(); // what there is from the start is no change
     poll();
 }
 
 void OnboardingView::stop() {
     m_timer.reset();
+    m_look.reset();
     m_with.triggerKey.cancel();
 }
 
@@ -68,6 +91,7 @@ void OnboardingView::act() {
 void OnboardingView::done() {
     m_completion.reset();
     Q_EMIT completed();
+    Q_EMIT closed();
 }
 
 void OnboardingView::poll() {
@@ -85,7 +109,7 @@ void OnboardingView::look() {
     const bool wasAllDone = isAllDone();
     read();
     if (!wasAllDone && isAllDone())
-        m_completion = m_with.queue.after(kCompletionDelay, m_lifetime.guard([this] { done(); }));
+        m_completion = m_with.queue.after(kCompletionDelay, m_lifetime.guard([this] { Q_EMIT completed(); }));
     if (m_hasAccessibility && m_hasFnKey && !m_hasMicrophone)
         requestMicrophone();
 }

@@ -2,7 +2,10 @@
 
 #include "base/lifetime.h"
 #include "base/main_queue.h"
+#include "service/status/service_watch.h"
+#include "ui/models/language_choice.h"
 #include "ui/models/row_model.h"
+#include "ui/models/speech_trial.h"
 #include "ui/models/trigger_key_capture.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -42,8 +45,9 @@ public:
     bool operator==(const OnboardingStep &) const = default;
 };
 
-/// The set-up: three things Velmo needs of the desktop, one step after the other. It looks once a second while it is
-/// shown, goes on by itself when a step is done, and ends two seconds after the last one. Main thread.
+/// The set-up: three things Velmo needs of the desktop, one step after the other, and in which language and by what speech is
+/// recognised. It looks once a second while it is shown and goes on by itself when a step is done; two seconds after the last
+/// one it is complete, and stays for dictation to be tried until the person is done. Main thread.
 class OnboardingView final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -54,6 +58,10 @@ class OnboardingView final : public QObject {
     Q_PROPERTY(QString waitingText READ waitingText NOTIFY stepsChanged)
     Q_PROPERTY(QString doneText READ doneText NOTIFY stepsChanged)
     Q_PROPERTY(velmo::TriggerKeyCapture *triggerKey READ triggerKey CONSTANT)
+    Q_PROPERTY(velmo::LanguageChoice *languages READ languages CONSTANT)
+    Q_PROPERTY(QString speech READ speech NOTIFY speechChanged)
+    Q_PROPERTY(bool isSpeechMissing READ isSpeechMissing NOTIFY speechChanged)
+    Q_PROPERTY(velmo::SpeechTrial *trial READ trial CONSTANT)
 
 public:
     /// Whom the view works with; all of them outlive it.
@@ -65,6 +73,10 @@ public:
         MicrophonePermission &microphone;
         MicrophonePresence &microphonePresence;
         SystemSettings &systemSettings;
+        Preferences &preferences;
+        PreferenceWatch &watch;
+        ServiceWatch &service;
+        SpeechTrial &trial;
     };
 
     explicit OnboardingView(const Collaborators &collaborators);
@@ -79,6 +91,13 @@ public:
     [[nodiscard]] QString doneText() const;
     [[nodiscard]] TriggerKeyCapture *triggerKey() { return &m_with.triggerKey; }
 
+    [[nodiscard]] LanguageChoice *languages() { return &m_languages; }
+    /// What recognises the primary language, or why nothing does, as styled text.
+    [[nodiscard]] QString speech() const;
+    /// Whether that needs something done.
+    [[nodiscard]] bool isSpeechMissing() const;
+    [[nodiscard]] SpeechTrial *trial() { return &m_with.trial; }
+
     /// The window appears: looks, now and from now on.
     void start();
     /// The window goes.
@@ -91,8 +110,11 @@ public:
 
 Q_SIGNALS:
     void stepsChanged();
-    /// The set-up is over.
+    void speechChanged();
+    /// Nothing is missing any more, or the person goes on without.
     void completed();
+    /// The person is ready.
+    void closed();
 
 private:
     void poll();
@@ -105,6 +127,7 @@ private:
     [[nodiscard]] OnboardingStep microphoneStep() const;
 
     Collaborators m_with;
+    LanguageChoice m_languages;
     bool m_hasAccessibility = false;
     bool m_hasFnKey = false;
     bool m_hasMicrophone = false;
@@ -113,6 +136,7 @@ private:
     RowModel<OnboardingStep> m_steps;
     MainQueue::Timer m_timer;
     MainQueue::Timer m_completion;
+    std::unique_ptr<ServiceWatch::Look> m_look;
     Lifetime m_lifetime;
 };
 

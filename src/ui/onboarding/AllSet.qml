@@ -1,10 +1,13 @@
 import QtQuick
 import Velmo.Controls
+import Velmo.Models
+import Velmo.Speech
 
-/// The end of the set-up: how to dictate from now on. Its button has the keyboard.
+/// The end of the set-up: how to dictate from now on, and a field to try it in. Its button has the keyboard.
 Column {
     id: end
 
+    required property SpeechTrial trial
     property bool shown: false
     property alias text: sentence.text
 
@@ -24,35 +27,33 @@ Column {
         NumberAnimation { duration: Theme.onboardingTime; easing.type: Easing.InOutQuad }
     }
 
-    Rectangle {
+    Row {
         anchors.horizontalCenter: parent.horizontalCenter
-        width: 48
-        height: 48
-        radius: 24
-        color: Theme.tint
-        border.width: 1
-        border.color: Theme.faded(Theme.accent, 0.25)
+        spacing: 10
 
-        Symbol {
-            anchors.centerIn: parent
-            name: "checkmark"
-            pointSize: 20
-            color: Theme.accent
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 28
+            height: 28
+            radius: 14
+            color: Theme.tint
+            border.width: 1
+            border.color: Theme.faded(Theme.accent, 0.25)
+
+            Symbol {
+                anchors.centerIn: parent
+                name: "checkmark"
+                pointSize: 13
+                color: Theme.accent
+            }
         }
-    }
 
-    Item {
-        width: 1
-        height: 12
-    }
-
-    Label {
-        width: parent.width
-        horizontalAlignment: Text.AlignHCenter
-        text: qsTr("You're all set!")
-        size: 20
-        weight: Font.Bold
-        Accessible.role: Accessible.Heading
+        Label {
+            text: qsTr("You're all set!")
+            size: 20
+            weight: Font.Bold
+            Accessible.role: Accessible.Heading
+        }
     }
 
     Item {
@@ -72,7 +73,19 @@ Column {
 
     Item {
         width: 1
-        height: 20
+        height: 16
+    }
+
+    TryField {
+        x: 40
+        width: parent.width - 80
+        fieldHeight: 64
+        trial: end.trial
+    }
+
+    Item {
+        width: 1
+        height: 16
     }
 
     PrimaryButton {

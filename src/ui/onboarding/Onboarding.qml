@@ -11,41 +11,43 @@ Rectangle {
 
     required property OnboardingView onboarding
 
+    readonly property real _stepsEnd: column.y + column.height
+    readonly property real _height: Math.max(680, (onboarding.isAllDone ? end.y + end.height : footer.y + footer.height) + 14)
+
     color: Theme.window
 
     Flickable {
         anchors.fill: parent
         contentWidth: width
-        contentHeight: 680
+        contentHeight: root._height
         interactive: height < contentHeight
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         T.ScrollBar.vertical: ScrollBar {}
 
         Column {
+            id: column
             x: 40
             y: 30
             width: parent.width - 80
 
-            Symbol {
+            Row {
                 anchors.horizontalCenter: parent.horizontalCenter
-                name: "waveform.circle.fill"
-                pointSize: 28
-                color: Theme.accent
-            }
+                spacing: 12
 
-            Item {
-                width: 1
-                height: 16
-            }
+                Symbol {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "waveform.circle.fill"
+                    pointSize: 28
+                    color: Theme.accent
+                }
 
-            Label {
-                width: parent.width
-                horizontalAlignment: Text.AlignHCenter
-                text: qsTr("Welcome to Velmo")
-                size: 28
-                weight: Font.Bold
-                Accessible.role: Accessible.Heading
+                Label {
+                    text: qsTr("Welcome to Velmo")
+                    size: 28
+                    weight: Font.Bold
+                    Accessible.role: Accessible.Heading
+                }
             }
 
             Item {
@@ -67,7 +69,6 @@ Rectangle {
             }
 
             Column {
-                id: steps
                 width: parent.width
                 spacing: 13
 
@@ -76,16 +77,26 @@ Rectangle {
 
                     StepCard {
                         width: parent.width
+                        folded: root.onboarding.isAllDone
                         onActed: root.onboarding.act()
                     }
                 }
             }
         }
 
+        LanguageLine {
+            id: language
+            x: 44
+            y: root._stepsEnd + 14
+            width: parent.width - 88
+            onboarding: root.onboarding
+        }
+
         Row {
+            id: footer
             visible: !root.onboarding.isAllDone
             anchors.horizontalCenter: parent.horizontalCenter
-            y: 632
+            y: Math.max(632, language.y + language.height + 12)
             height: 28
             spacing: 10
             Accessible.role: Accessible.StatusBar
@@ -113,10 +124,12 @@ Rectangle {
         }
 
         AllSet {
-            readonly property real stepsEnd: 30 + steps.y + steps.height
+            id: end
+            readonly property real _top: language.y + language.height
 
-            y: stepsEnd + (680 - stepsEnd - height) / 2
+            y: _top + Math.max(20, (680 - _top - height) / 2)
             width: parent.width
+            trial: root.onboarding.trial
             shown: root.onboarding.isAllDone
             text: root.onboarding.doneText
             onDone: root.onboarding.done()

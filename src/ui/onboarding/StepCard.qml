@@ -15,6 +15,9 @@ Rectangle {
     required property string hint
     required property string note
 
+    /// Whether the title alone is shown, to leave its place to what comes after the steps.
+    required property bool folded
+
     signal acted()
 
     implicitHeight: texts.height + 34
@@ -57,6 +60,7 @@ Rectangle {
 
         Label {
             width: parent.width
+            visible: !card.folded
             wrapMode: Text.Wrap
             text: card.description
             color: Theme.secondary

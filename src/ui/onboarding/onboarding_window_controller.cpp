@@ -22,6 +22,7 @@ OnboardingWindowController::OnboardingWindowController(QQmlEngine &engine, Prefe
                                                        OnboardingView &view)
     : m_engine(engine), m_preferences(preferences), m_view(view) {
     connect(&m_view, &OnboardingView::completed, this, &OnboardingWindowController::complete);
+    connect(&m_view, &OnboardingView::closed, this, &OnboardingWindowController::close);
 }
 
 OnboardingWindowController::~OnboardingWindowController() = default;
@@ -59,9 +60,12 @@ void OnboardingWindowController::createWindow() {
     });
 }
 
-/// The window may still be in a handler of its button.
 void OnboardingWindowController::complete() {
     m_preferences.set(m_view.isKeyless() ? keys::keylessSetupComplete : keys::onboardingComplete, true);
+}
+
+/// The window may still be in a handler of its button.
+void OnboardingWindowController::close() {
     if (!m_window)
         return;
     m_window->close();

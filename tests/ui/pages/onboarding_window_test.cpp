@@ -47,6 +47,12 @@ TEST_F(OnboardingWindowTest, LeadsFromNothingToDone) {
     const QPointer<QQuickWindow> window = controller.window();
     desktop.queue.advance(2s);
     EXPECT_TRUE(isComplete());
+    ASSERT_TRUE(testing::waitUntil([&] { return person.sees(u"Try It"_s); }));
+    person.tabTo(u"Try It"_s);
+    person.press(Qt::Key_Space);
+    EXPECT_EQ(person.focused(), u"Dictate here"_s) << "the text will come there";
+    person.tabTo(u"Done"_s);
+    person.press(Qt::Key_Return);
     EXPECT_FALSE(controller.window());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(window);
