@@ -59,7 +59,7 @@ Reply choose(HttpClient &http, LanguageModelChoice &choice, const Request &reque
 } // namespace
 
 std::vector<Endpoint> languageModelEndpoints(HttpClient &http, LanguageModelChoice &choice) {
-    return {{"GET", "/api/language-model", [&](const Request &) { return answer(http, choice); }},
+    return {polled({"GET", "/api/language-model", [&](const Request &) { return answer(http, choice); }}),
             {"PUT", "/api/language-model",
              [&](const Request &request) { return choose(http, choice, request); }}};
 }

@@ -68,6 +68,14 @@ struct Endpoint {
     /// yet.
     std::function<std::unique_ptr<BodyTaker>(const Request &)> open = {};
     std::chrono::seconds longestBody = {};
+
+    /// Asked again and again by whoever watches: an answer with 200 is not worth a line of the log.
+    bool isPolled = false;
 };
+
+[[nodiscard]] inline Endpoint polled(Endpoint endpoint) {
+    endpoint.isPolled = true;
+    return endpoint;
+}
 
 } // namespace velmo::localservice

@@ -5,6 +5,7 @@
 #include "localservice/http/request_checks.h"
 #include "localservice/http/this_machine.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <sys/eventfd.h>
@@ -114,6 +115,7 @@ private:
                                                     httplib::Response &response) const;
     /// The methods that the path takes; none when there is nothing at it.
     [[nodiscard]] QByteArrayList methodsOf(const std::string &path) const;
+    [[nodiscard]] bool isPolled(const std::string &path) const;
     void answer(const Endpoint &endpoint, const httplib::Request &request, httplib::Response &response,
                 const httplib::ContentReader &readBody) const;
     static void answerWhileItComes(const Endpoint &endpoint, const httplib::Request &request,
@@ -194,6 +196,12 @@ QByteArrayList Server::Http::methodsOf(const std::string &path) const {
     return methods;
 }
 
+bool Server::Http::isPolled(const std::string &path) const {
+    return std::any_of(m_endpoints.begin(), m_endpoints.end(), [&path](const Endpoint &endpoint) {
+        return endpoint.isPolled && endpoint.path.toStdString() == path;
+    });
+}
+
 std::optional<Refusal> Server::Http::refusalFor(const httplib::Request &request,
                                                 httplib::Response &response) const {
     if (const auto refusal = refusalForSender(request))
@@ -245,6 +253,9 @@ void Server::Http::answerWhileItComes(const Endpoint &endpoint, const httplib::R
 
 void Server::Http::logExchange(const httplib::Request &request, const httplib::Response &response) const {
     const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - t_began);
+    if (response.status == 200 && isPolled(request.path) && request.method != "POST" &&
+        request.method != "PUT")
+        return;
     // What is no request we know could carry anything in its method and its path.
     const bool isKnown = methodsOf(request.path).contains(QByteArray::fromStdString(request.method));
     const std::string what = isKnown ? request.method + ' ' + request.path : "(unknown request)";

@@ -79,7 +79,8 @@ Result<void, Refusal> carryOut(const QJsonObject &wish, const ModelStore &store,
 } // namespace
 
 std::vector<Endpoint> modelEndpoints(const ModelStore &store, ModelDownloads &downloads) {
-    return {{"GET", "/api/models", [store, &downloads](const Request &) { return answer(store, downloads); }},
+    return {polled({"GET", "/api/models",
+                    [store, &downloads](const Request &) { return answer(store, downloads); }}),
             {"POST", "/api/models", [store, &downloads](const Request &request) {
                  const auto done = jsonObjectOf(request).and_then(
                      [&](const QJsonObject &wish) { return carryOut(wish, store, downloads); });

@@ -28,18 +28,19 @@ QJsonObject health(const SpeechRecognition &speech, const QString &since, const 
 
 Endpoint healthEndpoint(const SpeechRecognition &speech, std::function<QString()> languageModel) {
     const QString since = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
-    return {"GET", "/health", [&speech, since, languageModel = std::move(languageModel)](const Request &) {
-                if (!speech.isReady())
-                    return refusalReply({503, u"The speech engine is still loading."_s});
-                return Reply{200, health(speech, since, languageModel ? languageModel() : QString())};
-            }};
+    return polled(
+        {"GET", "/health", [&speech, since, languageModel = std::move(languageModel)](const Request &) {
+             if (!speech.isReady())
+                 return refusalReply({503, u"The speech engine is still loading."_s});
+             return Reply{200, health(speech, since, languageModel ? languageModel() : QString())};
+         }});
 }
 
 Endpoint rootEndpoint(SpeechRecognition &speech) {
-    return {"GET", "/", [&speech](const Request &) {
-                speech.warm({});
-                return Reply{200, {{u"service"_s, u"velmo-local-service"_s}}};
-            }};
+    return polled({"GET", "/", [&speech](const Request &) {
+                       speech.warm({});
+                       return Reply{200, {{u"service"_s, u"velmo-local-service"_s}}};
+                   }});
 }
 
 } // namespace velmo::localservice

@@ -36,8 +36,8 @@ Reply words(LiveRecordings &recordings, const Request &request) {
 } // namespace
 
 Endpoint wordsEndpoint(LiveRecordings &recordings) {
-    return {"GET", "/api/transcribe/words",
-            [&recordings](const Request &request) { return words(recordings, request); }};
+    return polled({"GET", "/api/transcribe/words",
+                   [&recordings](const Request &request) { return words(recordings, request); }});
 }
 
 } // namespace velmo::localservice

@@ -59,9 +59,8 @@ QString HomeView::heroTitle() const {
 }
 
 QString HomeView::heroText() const {
-    return tr("Press and hold %1 to dictate in any app. Velmo will handle transcription and insert text at "
-              "your "
-              "cursor.")
+    return tr("Press and hold %1 to dictate in any app. "
+              "Velmo will handle transcription and insert text at your cursor.")
         .arg(m_with.triggerKeyName.inText());
 }
 

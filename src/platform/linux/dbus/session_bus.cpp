@@ -1,5 +1,6 @@
 #include "platform/linux/dbus/session_bus.h"
 
+#include "base/interface.h"
 #include "platform/linux/dbus/bus_adaptors.h"
 #include "platform/linux/session_bus_presence.h"
 
@@ -40,13 +41,11 @@ std::optional<CommandOutcome> outcomeOf(const QDBusMessage &reply) {
 
 } // namespace
 
-class SessionBus::Parts {
+class SessionBus::Parts : private Unmovable {
 public:
     explicit Parts(const QString &name) : m_name(name), m_path(u'/' + QString(name).replace(u'.', u'/')) {}
 
     ~Parts() { release(); }
-    Parts(const Parts &) = delete;
-    Parts &operator=(const Parts &) = delete;
 
     Claim claim(ApplicationRequests &requests) {
         if (!isConnected())
