@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace velmo::localservice {
@@ -76,7 +77,7 @@ void PauseCutter::hear(std::span<const int16_t> samples, std::vector<SoundPiece>
 void PauseCutter::take(std::span<const int16_t> samples, float voice) {
     m_wasVoice = voice >= (m_wasVoice ? kGoesOn : kBegins);
     m_samples.insert(m_samples.end(), samples.begin(), samples.end());
-    m_frames.push_back({m_wasVoice, voice * loudness(samples)});
+    m_frames.push_back({m_wasVoice ? voice : 0, voice * loudness(samples)});
     if (m_wasVoice)
         m_voiceEnd = m_frames.size();
 }
@@ -117,10 +118,11 @@ size_t PauseCutter::weakestFrame() const {
 /// Takes the first frames away as a piece; drops them when there is no voice in them.
 void PauseCutter::cut(size_t frames, std::vector<SoundPiece> &pieces) {
     const auto end = m_frames.begin() + static_cast<std::ptrdiff_t>(frames);
-    const auto voiced =
-        std::count_if(m_frames.begin(), end, [](const Frame &frame) { return frame.isVoice; });
+    const double voice = std::accumulate(m_frames.begin(), end, 0.0, [](double sum, const Frame &frame) {
+        return sum + static_cast<double>(frame.voice);
+    });
     SoundPiece piece;
-    piece.voiceSeconds = static_cast<double>(voiced) * VoiceDetector::frameSeconds;
+    piece.voiceSeconds = voice * VoiceDetector::frameSeconds;
     const auto samplesEnd = m_samples.begin() + static_cast<std::ptrdiff_t>(frames * kFrame);
     piece.sound.samples.assign(m_samples.begin(), samplesEnd);
     if (piece.voiceSeconds >= m_limits.leastVoice)
@@ -138,7 +140,7 @@ void PauseCutter::drop(size_t first, size_t count) {
 /// Finds the end of the voice anew.
 void PauseCutter::look() {
     m_voiceEnd = m_frames.size();
-    while (m_voiceEnd > 0 && !m_frames[m_voiceEnd - 1].isVoice)
+    while (m_voiceEnd > 0 && m_frames[m_voiceEnd - 1].voice == 0)
         --m_voiceEnd;
 }
 

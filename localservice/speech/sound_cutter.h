@@ -11,7 +11,7 @@ namespace velmo::localservice {
 /// Sound to be recognised by itself.
 struct SoundPiece {
     Sound sound;
-    double voiceSeconds = 0; ///< How much of it is voice.
+    double voiceSeconds = 0; ///< How much of it is voice, each moment by its likelihood.
 };
 
 /// Takes sound as it comes and cuts it into pieces. Used by one thread at a time.

@@ -105,7 +105,10 @@ TEST_F(Whisper, HearsNothingWhereNobodySpeaks) {
     const std::function<double(int)> sounds[] = {
         [](int) { return 0; }, [&](int) { return 60 * noise(random); },
         [&](int) { return 6000 * noise(random); },
-        [](int index) { return 9000 * std::sin(index * 0.1) * std::sin(index * 0.0003); }};
+        [](int index) { return 9000 * std::sin(index * 0.1) * std::sin(index * 0.0003); },
+        [](int index) {
+            return 4000 * (std::sin(index * 0.086) + std::sin(index * 0.109) + std::sin(index * 0.130));
+        }};
     for (const auto &sound : sounds) {
         for (const auto &language : {u"no"_s, u"sv"_s, u"da"_s, u"fi"_s, u"en"_s}) {
             const auto outcome = transcribe(waveOf(sound), {language});
