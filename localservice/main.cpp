@@ -21,7 +21,6 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <malloc.h>
 #include <thread>
@@ -180,7 +179,7 @@ int serve(const Options &options) {
 /// Where that fails everything works all the same, more slowly.
 void spinLittle(char **argv) {
     constexpr const char *variable = "GOMP_SPINCOUNT";
-    if (::getenv(variable) != nullptr || ::setenv(variable, "1000", 0) != 0)
+    if (qEnvironmentVariableIsSet(variable) || !qputenv(variable, "1000"))
         return;
     std::error_code failure;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", failure);
@@ -223,7 +222,7 @@ int main(int argc, char **argv) {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
     // Each connection has a thread, and a heap for each would keep what a recording has once taken.
-    ::mallopt(M_ARENA_MAX, 2);
+    ::mallopt(M_ARENA_MAX, 2); // NOLINT(concurrency-mt-unsafe): there is no other thread yet
 
     const QCoreApplication application(argc, argv);
     return velmo::localservice::run(QCoreApplication::arguments().sliced(1));
