@@ -21,7 +21,8 @@ CatalogueModel norwegian(const QString &size, qint64 mebibytes) {
             mebibytes * kMebibyte,
             {u"no"_s, u"nn"_s, u"en"_s},
             u"https://huggingface.co/NbAiLab/nb-whisper-"_s + size,
-            {}};
+            {},
+            u"the National Library of Norway"_s};
 }
 
 CatalogueModel swedish(const QString &size, qint64 mebibytes) {
@@ -29,7 +30,8 @@ CatalogueModel swedish(const QString &size, qint64 mebibytes) {
             mebibytes * kMebibyte,
             {u"sv"_s},
             u"https://huggingface.co/KBLab/kb-whisper-"_s + size,
-            {}};
+            {},
+            u"the National Library of Sweden"_s};
 }
 
 Checksum sha1(const char *hex) {

@@ -22,6 +22,7 @@ struct CatalogueModel {
     QStringList languages; ///< Of those Velmo is made for.
     QString source;        ///< Of the file when the checksum is known, else of a page for people.
     Checksum checksum;
+    QString publisher = {}; ///< For people; empty: the one of the general models.
 
     /// Without a checksum it is named only, and imported by whoever has fetched it.
     [[nodiscard]] bool canBeDownloaded() const { return !checksum.hex.isEmpty(); }

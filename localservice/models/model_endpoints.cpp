@@ -25,13 +25,15 @@ QString languagesOf(const std::optional<CatalogueModel> &known) {
 
 QJsonObject objectOf(const QString &name, qint64 bytes, bool isInstalled, bool isInUse) {
     const auto known = catalogueModel(name);
-    return {{u"name"_s, name},
-            {u"bytes"_s, bytes},
-            {u"languages"_s, languagesOf(known)},
-            {u"installed"_s, isInstalled},
-            {u"inUse"_s, isInUse},
-            {u"canBeDownloaded"_s, known && known->canBeDownloaded()},
-            {u"source"_s, known ? known->source : QString()}};
+    QJsonObject object{{u"name"_s, name},
+                       {u"bytes"_s, bytes},
+                       {u"languages"_s, languagesOf(known)},
+                       {u"installed"_s, isInstalled},
+                       {u"inUse"_s, isInUse},
+                       {u"source"_s, known ? known->publisher : QString()}};
+    if (known && !known->canBeDownloaded())
+        object.insert(u"page"_s, known->source);
+    return object;
 }
 
 QJsonArray modelsOf(const ModelStore &store) {

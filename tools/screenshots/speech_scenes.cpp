@@ -32,7 +32,7 @@ struct SpeechDesk : testing::SpeechDesk {
             R"({"name":"base","bytes":147951465,"languages":"99 languages")" +
                 ofBase + "}," +
                 R"({"name":"small","bytes":487601967,"languages":"99 languages"},)"
-                R"({"name":"nb-small","bytes":487601967,"languages":"Norwegian","source":"the National Library of Norway"}])" +
+                R"({"name":"nb-small","bytes":487601967,"languages":"Norwegian","source":"the National Library of Norway","page":"https://velmo.example/"}])" +
                 more + '}');
     }
     void sayLanguageModel(const QByteArray &members) {

@@ -48,7 +48,8 @@ std::optional<Date> moment(const QString &text) {
 
 SpeechModel modelFrom(const QJsonObject &object) {
     return {text(object, "name"_L1),         count(object, "bytes"_L1),   text(object, "languages"_L1),
-            object["installed"_L1].toBool(), object["inUse"_L1].toBool(), text(object, "source"_L1)};
+            object["installed"_L1].toBool(), object["inUse"_L1].toBool(), text(object, "source"_L1),
+            text(object, "page"_L1)};
 }
 
 LanguageModelHost hostFrom(const QJsonObject &object) {

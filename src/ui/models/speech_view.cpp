@@ -163,7 +163,7 @@ void SpeechView::showModels(const SpeechModels &models) {
 }
 
 SpeechModelRow SpeechView::rowOf(const SpeechModel &model) const {
-    SpeechModelRow row = {model.name, {}, model.isInstalled, model.isInUse};
+    SpeechModelRow row = {model.name, {}, model.isInstalled, model.isInUse, model.page};
     const auto &download = m_speechModels.download;
     row.isArriving = download && download->name == model.name;
     if (row.isArriving) {
@@ -174,6 +174,8 @@ SpeechModelRow SpeechView::rowOf(const SpeechModel &model) const {
         return row;
     }
     QStringList details = {speech_texts::size(model.bytes), model.languages, model.source};
+    if (!model.isInstalled && !model.page.isNull())
+        details.append(tr("download its “ggml” file there, then velmo-local-service models import"));
     details.removeAll(QString());
     row.details = details.join(u" · "_s);
     return row;

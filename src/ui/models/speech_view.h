@@ -34,6 +34,7 @@ struct SpeechModelRow {
     Q_PROPERTY(QString details MEMBER details)
     Q_PROPERTY(bool installed MEMBER isInstalled)
     Q_PROPERTY(bool inUse MEMBER isInUse)
+    Q_PROPERTY(QString page MEMBER page)
     Q_PROPERTY(bool arriving MEMBER isArriving)
     Q_PROPERTY(double arrived MEMBER arrived)
 
@@ -42,6 +43,7 @@ public:
     QString details; ///< Size, languages and source; while it arrives, how far it is.
     bool isInstalled = false;
     bool isInUse = false;
+    QString page; ///< Of its publisher, for a model that a person fetches by hand; null for the others.
     bool isArriving = false;
     double arrived = 0; ///< 0 to 1.
 

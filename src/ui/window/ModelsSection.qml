@@ -22,6 +22,7 @@ SettingsSection {
             required property int index
             required property string name
             required property string details
+            required property string page
             required property bool installed
             required property bool inUse
             required property bool arriving
@@ -45,14 +46,17 @@ SettingsSection {
                     anchors.verticalCenter: parent.verticalCenter
                     small: true
                     visible: !model.inUse
-                    enabled: model.installed || model.arriving || !section.speech.isModelArriving
-                    text: model.arriving ? qsTr("Cancel") : model.installed ? qsTr("Use") : qsTr("Get")
+                    enabled: model.installed || model.arriving || model.page.length > 0 || !section.speech.isModelArriving
+                    text: model.arriving ? qsTr("Cancel") : model.installed ? qsTr("Use")
+                        : model.page.length > 0 ? qsTr("Open Page") : qsTr("Get")
                     Accessible.name: text + " " + model.name
                     onClicked: {
                         if (model.arriving)
                             section.speech.cancelModel(model.name)
                         else if (model.installed)
                             section.speech.useModel(model.name)
+                        else if (model.page.length > 0)
+                            Qt.openUrlExternally(model.page)
                         else
                             section.speech.getModel(model.name)
                     }

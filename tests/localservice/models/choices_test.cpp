@@ -18,7 +18,6 @@ namespace velmo::localservice {
 
 namespace {
 
-using testing::errorOf;
 using testing::objectOf;
 using testing::RunningServer;
 
@@ -46,6 +45,7 @@ TEST_F(ChoicesTest, ModelsAreListedAndFetchedAndAFailureSaysWhy) {
     const QJsonObject models = get(server, "/api/models");
     EXPECT_GE(models[u"models"].toArray().size(), 10);
     EXPECT_TRUE(models[u"download"].isNull());
+    EXPECT_TRUE(models[u"models"].toArray().last()[u"page"].toString().startsWith(u"https:"));
     EXPECT_FALSE(models[u"models"].toArray().at(0)[u"installed"].toBool());
 
     struct Row {
