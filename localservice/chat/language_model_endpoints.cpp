@@ -28,7 +28,8 @@ std::optional<QJsonArray> ollamaModels(HttpClient &http) {
     if (!reply)
         return std::nullopt;
     QJsonArray names;
-    for (const QJsonValue &model : reply->value("models"_L1).toArray())
+    const QJsonArray models = reply->value("models"_L1).toArray();
+    for (const auto &model : models)
         names.append(model.toObject()["name"_L1].toString());
     return names;
 }

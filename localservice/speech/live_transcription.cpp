@@ -83,6 +83,8 @@ void LiveTranscription::begin(qsizetype audio) {
 
 void LiveTranscription::appendSound() {
     const qsizetype count = std::max<qsizetype>(m_held.size() - m_end.size(), 0) / 2;
+    if (count == 0)
+        return;
     m_samples += count;
     if (m_samples > kMostSamples) {
         refuse({413, u"The recording is longer than %1 minutes."_s.arg(kLongestSoundSeconds / 60)});

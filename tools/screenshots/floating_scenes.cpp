@@ -50,6 +50,13 @@ void listen(DictationStage &dictation) {
     }
 }
 
+void hearWords(DictationStage &dictation) {
+    listen(dictation);
+    dictation.transcriber.heard(
+        u"Møtet begynner klokka ti i morgen, og vi tar saken om nytt tak først. Husk å sende innkallingen"_s);
+    dictation.queue.runPosted();
+}
+
 void transcribe(DictationStage &dictation) {
     listen(dictation);
     dictation.manager.stopRecording();
@@ -136,6 +143,7 @@ QList<Scene> floatingScenes() {
             overlay(u"idle"_s, ground, rest),
             overlay(u"hover"_s, ground, rest, /*isHovered=*/true),
             overlay(u"recording"_s, ground, listen),
+            overlay(u"words"_s, ground, hearWords),
             overlay(u"transcribing"_s, ground, transcribe),
             overlay(u"error"_s, ground, fail),
             overlay(u"opaque"_s, ground, listen, /*isHovered=*/false, /*hasCompositor=*/false),

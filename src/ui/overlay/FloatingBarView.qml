@@ -58,7 +58,7 @@ FloatingContent {
         width: implicitWidth
         height: implicitHeight
         x: Math.round((view.width - width) / 2)
-        y: active.y - height - 8
+        y: active.y - height - 4
         opacity: presence.shown
     }
 

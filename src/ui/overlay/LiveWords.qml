@@ -10,7 +10,7 @@ Rectangle {
     property alias text: label.text
 
     implicitWidth: Math.min(360, measure.implicitWidth + 32)
-    implicitHeight: label.implicitHeight + 12
+    implicitHeight: label.implicitHeight + 8
     radius: height / 2
     color: composited ? Theme.capsule : Theme.capsuleOpaque
 

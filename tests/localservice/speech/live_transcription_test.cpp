@@ -118,6 +118,7 @@ protected:
 };
 
 TEST_F(LiveTranscriptionTest, HearsEverySampleOnceHoweverTheBodyIsCut) {
+    ASSERT_TRUE(m_engines.waitUntilReady());
     EXPECT_TRUE(objectOf(*m_server.client().Get("/health")).value(u"liveUpload").toBool());
     for (const qsizetype chunk : {1, 7, 1000, 100'000}) {
         const auto reply = post(liveForm(), chunk);
