@@ -39,8 +39,8 @@ struct SpeechModel {
     QString languages; ///< For people: "99 languages".
     bool isInstalled = false;
     bool isInUse = false;
-    QString source; ///< Where it comes from, for people.
-    QString page;   ///< Where a person fetches it by hand; null for a model that is got on demand.
+    QString source;    ///< Where it comes from, for people.
+    QString page = {}; ///< Where a person fetches it by hand; null for a model that is got on demand.
 
     bool operator==(const SpeechModel &) const = default;
 };
